@@ -1,0 +1,18 @@
+#include "transfer/layout.h"
+#include "transfer/disk_steps.h"
+
+namespace {
+
+using Steps = bkoq::Flatten<bkoq::CurrentLayout>;
+
+}  // namespace
+
+int BKQDisk::convertToBK2(void*& rec, const char* overridePath) {
+  return Steps::disk(*this, rec, overridePath);
+}
+
+int BKQDiskItem::convertToBK2(void*& rec) { return Steps::diskItem(*this, rec); }
+
+int BKQDiskItem::convertToBK2(void*& rec, const char* overridePath) {
+  return Steps::diskItem(*this, rec, overridePath);
+}

@@ -1,0 +1,16 @@
+#include "transfer/layout.h"
+#include "transfer/notify_steps.h"
+
+namespace {
+
+using Steps = bkoq::Flatten<bkoq::CurrentLayout>;
+
+}  // namespace
+
+namespace bkoq {
+
+void CurrentLayout::storeReceiverName(Fax& /*record*/, const Text& /*name*/) {}
+
+}  // namespace bkoq
+
+int BKQFax::convertToBK2(void*& block) { return Steps::fax(*this, block); }

@@ -1,0 +1,62 @@
+#include "transfer/layout.h"
+#include "transfer/node_steps.h"
+
+namespace {
+
+using Steps = bkoq::Flatten<bkoq::CurrentLayout>;
+
+}  // namespace
+
+namespace bkoq {
+
+// An NDS tree is found by its domain, which servers look for where the address of other nodes is;
+// with an address, both fields carry that.
+void CurrentLayout::storeDomainAndAddress(Node& record, unsigned int nodeType, const Text& domain,
+                                          const Text& address) {
+  if (nodeType != BKQNode::NDSNode) {
+    record.pszNodeDomain = copyText(domain);
+    record.pszNodeAddress = copyText(address);
+  } else if (address.isEmpty()) {
+    record.pszNodeAddress = copyText(domain);
+  } else {
+    record.pszNodeDomain = copyText(address);
+    record.pszNodeAddress = copyText(address);
+  }
+}
+
+}  // namespace bkoq
+
+int BKQNode::convertToBK2(void*& rec) { return Steps::node(*this, rec); }
+
+int BKQDiskNode::convertToBK2(void*& rec) { return convertToBK2(rec, ""); }
+
+int BKQDiskNode::convertToBK2(void*& rec, RWSlistCollectables& names) {
+  return convertToBK2(rec, names, "");
+}
+
+int BKQDiskNode::convertToBK2(void*& rec, const char* overridePath) {
+  RWSlistCollectables allDisks;
+  return convertToBK2(rec, allDisks, overridePath);
+}
+
+int BKQDiskNode::convertToBK2(void*& rec, RWSlistCollectables& names,
+                              const char* overridePath) {
+  return Steps::diskNode(*this, rec, names, overridePath);
+}
+
+int BKQUnixNode::convertToBK2(void*& rec) { return Steps::unixNode(*this, rec); }
+
+int BKQUnixNode::convertToBK2(void*& rec, RWSlistCollectables& names, int mode,
+                              const char* extra) {
+  return Steps::unixNode(*this, rec, names, mode, extra);
+}
+
+int BKQRestoreNode::convertToBK2(void*& rec) { return Steps::restoreNode(*this, rec); }
+
+int BKQDBRestoreNode::convertToBK2(void*& rec) { return Steps::dbRestoreNode(*this, rec); }
+
+int BKQTapeNode::convertToBK2(void*& rec) { return convertToBK2(rec, "", 0); }
+
+int BKQTapeNode::convertToBK2(void*& rec, const char* tapeName, unsigned short sessionNumber) {
+  return Steps::tapeNode(*this, rec, tapeName, sessionNumber);
+}

@@ -1,0 +1,10 @@
+#include "transfer/layout.h"
+#include "transfer/notify_steps.h"
+
+namespace {
+
+using Steps = bkoq::Flatten<bkoq::CurrentLayout>;
+
+}  // namespace
+
+int BKQOpenFileInfo::convertToBK2(void*& rec) { return Steps::openFileInfo(*this, rec); }

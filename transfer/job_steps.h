@@ -1,0 +1,250 @@
+#ifndef BKOQ_TRANSFER_JOB_STEPS_H_
+#define BKOQ_TRANSFER_JOB_STEPS_H_
+
+#include "transfer/flatten.h"
+
+namespace bkoq {
+
+constexpr unsigned int kJobOptionNoEstimate = 0x00100000;
+
+template <class Layout>
+int Flatten<Layout>::job(BKQJob& job, void*& out) {
+  auto* record = allocateRecord<typename Layout::Job>(Layout::kJob);
+  if (record == nullptr) return 0;
+
+  record->usJobType = static_cast<uint16_t>(job.jobType());
+  record->usJobStatus = static_cast<uint16_t>(job.jobStatus_);
+  record->usScriptType = job.scriptType_;
+  record->usBeforeJobWait = job.beforeJobWait_;
+  record->ulOptions = job.options_;
+  record->pszOwner = copyText(job.owner_);
+  record->pszReportFile = copyText(job.reportFile_);
+  record->pszComments = copyText(job.comments_);
+  record->pszBeforeJob = copyText(job.beforeJob_);
+  record->pszAfterJob = copyText(job.afterJob_);
+  record->pszHost = copyText(job.host_);
+
+  // Nothing may survive from the last flattening. Whoever reads the passwords owns the copies, so
+  // the last ones are not freed here.
+  Layout::newTapeTimeout() = job.newTapeTimeout_;
+  Layout::spanTapeTimeout() = job.spanTapeTimeout_;
+  Layout::newTapeMethod() = 0;
+  Layout::spanTapeMethod() = 0;
+  Layout::diskSessionPassword() = nullptr;
+  Layout::tapeSessionPassword() = nullptr;
+  Layout::diskEncryption() = 0;
+  Layout::diskCompression() = 0;
+  Layout::nodeNoEstimate() = (job.options_ & kJobOptionNoEstimate) != 0 ? 1 : 0;
+
+  if (job.fax_ != nullptr) {
+    void* block = &record->stFax;
+    if (!Layout::convert(*job.fax_, block)) return failedToConvert("FaxInfo");
+  }
+  if (job.email_ != nullptr) {
+    void* block = &record->stEMail;
+    if (!Layout::convert(*job.email_, block)) return failedToConvert("EmailInfo");
+  }
+  if (job.printQueue_ != nullptr) {
+    void* block = &record->stPrintQueue;
+    if (!Layout::convert(*job.printQueue_, block)) return failedToConvert("PrintQ");
+  }
+  if (job.schedule_ != nullptr) {
+    void* schedBlock = &record->stSchedule;
+    void* rotationBlock = &record->stScheduleExt;
+    // A schedule reports for itself.
+    if (!Layout::convert(*job.schedule_, schedBlock, rotationBlock)) return 0;
+  }
+  out = record;
+  return 1;
+}
+
+template <class Layout>
+void* Flatten<Layout>::addNode(uint32_t& count, typename Layout::Node*& nodes) {
+  return appendRecord(count, nodes, Layout::kNode);
+}
+
+template <class Layout>
+void* Flatten<Layout>::firstNode(typename Layout::Node*& nodes) {
+  if (nodes == nullptr) nodes = allocateRecord<typename Layout::Node>(Layout::kNode);
+  return nodes;
+}
+
+template <class Layout>
+int Flatten<Layout>::backupJob(BKQBackupJob& job, void*& out, const char* nodeName,
+                               RWSlistCollectables& disks, int unixKind, const char* unixText) {
+  if (!Flatten::job(job, out)) return failedToConvert("Base BKQJob");
+  const Text wantedName(nodeName);
+  auto& record = *static_cast<typename Layout::Job*>(out);
+
+  Layout::diskEncryption() = static_cast<unsigned int>(job.encryption_);
+  Layout::diskCompression() = static_cast<unsigned int>(job.compression_);
+  Layout::newTapeMethod() = job.tapeMethod_;
+  Layout::spanTapeMethod() = job.spanMethod_;
+  Layout::diskSessionPassword() = copyText(job.sessionPassword_);
+
+  if (job.openFileInfo_ != nullptr) {
+    void* block = &record.stOpenFile;
+    if (!Layout::convert(*job.openFileInfo_, block)) return failedToConvert("Open File Info");
+  }
+
+  if (!job.sourceNodes_.isEmpty()) passAll(job.sourceNodes_, job.sourceNodeCursor_);
+  for (unsigned int i = 0; i < job.sourceNodes_.entries(); ++i) {
+    auto* node = static_cast<BKQNode*>(job.sourceNodes_.at(i));
+    if (!wantedName.isEmpty() && !wantedName.equals(node->nodeName_)) continue;
+    void* element = addNode(record.ulNumSourceNodes, record.pSourceNodes);
+    if (element == nullptr) return 0;
+    // A client's own class may answer any node type: its class decides what it can be asked for.
+    if (node->nodeType() == BKQNode::UnixNode) {
+      auto* unixNode = dynamic_cast<BKQUnixNode*>(node);
+      if (unixNode == nullptr || !Layout::convert(*unixNode, element, disks, unixKind, unixText)) {
+        return failedToConvert("Unix Node");
+      }
+    } else {
+      auto* diskNode = dynamic_cast<BKQDiskNode*>(node);
+      if (diskNode == nullptr || !Layout::convert(*diskNode, element, disks)) {
+        return failedToConvert("Node");
+      }
+    }
+  }
+
+  if (job.destination_ != nullptr) {
+    ++record.ulNumDestNodes;
+    record.pDestNodes = allocateRecord<typename Layout::Node>(Layout::kNode);
+    if (record.pDestNodes == nullptr) return 0;
+    void* element = record.pDestNodes;
+    if (!Layout::convert(*job.destination_, element)) return failedToConvert("Tape Node");
+  }
+
+  if (!job.filters_.isEmpty()) passAll(job.filters_, job.filterCursor_);
+  for (unsigned int i = 0; i < job.filters_.entries(); ++i) {
+    for (uint32_t n = 0; n < record.ulNumSourceNodes; ++n) {
+      auto& node = record.pSourceNodes[n];
+      if (!addFilter(node.ulFilterCount, node.pFilters, Layout::kFilter, job.filters_.at(i))) {
+        return 0;
+      }
+    }
+  }
+  return 1;
+}
+
+template <class Layout>
+int Flatten<Layout>::tapeSources(RWSlistCollectables& sources, typename Layout::Job& record,
+                                 const char* tapeName, unsigned short sessionNumber) {
+  for (unsigned int i = 0; i < sources.entries(); ++i) {
+    void* element = addNode(record.ulNumSourceNodes, record.pSourceNodes);
+    if (element == nullptr) return 0;
+    auto* node = static_cast<BKQTapeNode*>(sources.at(i));
+    if (!Layout::convert(*node, element, tapeName, sessionNumber)) {
+      return failedToConvert("Tape Node");
+    }
+  }
+  return 1;
+}
+
+template <class Layout>
+int Flatten<Layout>::restoreJob(BKQRestoreJob& job, void*& out, const char* tapeName,
+                                unsigned short sessionNumber) {
+  if (!Flatten::job(job, out)) return failedToConvert("Base BKQJob");
+  auto& record = *static_cast<typename Layout::Job*>(out);
+
+  record.usOnConflict = static_cast<uint16_t>(job.onConflict_);
+  Layout::tapeSessionPassword() = copyText(job.sessionPassword_);
+
+  if (!job.sourceNodes_.isEmpty()) passAll(job.sourceNodes_, job.sourceNodeCursor_);
+  if (!tapeSources(job.sourceNodes_, record, tapeName, sessionNumber)) return 0;
+
+  passAll(job.destNodes_, job.destNodeCursor_);
+  for (unsigned int i = 0; i < job.destNodes_.entries(); ++i) {
+    void* element = addNode(record.ulNumDestNodes, record.pDestNodes);
+    if (element == nullptr) return 0;
+    auto* node = static_cast<BKQRestoreNode*>(job.destNodes_.at(i));
+    const bool isDatabase = node->nodeType() == BKQNode::DBRestoreNode;
+    if (!Layout::convert(*node, element)) {
+      return failedToConvert(isDatabase ? "DB Restore Node" : "Restore Node");
+    }
+  }
+
+  if (!job.filters_.isEmpty()) passAll(job.filters_, job.filterCursor_);
+  for (unsigned int i = 0; i < job.filters_.entries(); ++i) {
+    for (uint32_t n = 0; n < record.ulNumSourceNodes; ++n) {
+      auto& node = record.pSourceNodes[n];
+      void* entry = appendRecord(node.ulFilterCount, node.pFilters, Layout::kFilter);
+      if (entry == nullptr) return 0;
+      // The server takes a restore's filter entry as the filter left it, also after a failure.
+      Layout::convert(*static_cast<BKQFilter*>(job.filters_.at(i)), entry);
+    }
+  }
+  return 1;
+}
+
+template <class Layout>
+int Flatten<Layout>::verifyJob(BKQVerifyJob& job, void*& out, const char* tapeName,
+                               unsigned short sessionNumber) {
+  if (!Flatten::job(job, out)) return 0;
+  if (job.sourceNodes_.isEmpty()) return 1;
+  passAll(job.sourceNodes_, job.sourceNodeCursor_);
+  return tapeSources(job.sourceNodes_, *static_cast<typename Layout::Job*>(out), tapeName,
+                     sessionNumber);
+}
+
+template <class Layout>
+int Flatten<Layout>::compareJob(BKQCompareJob& job, void*& out, const char* tapeName,
+                                unsigned short sessionNumber, const char* overridePath) {
+  if (!verifyJob(job, out, tapeName, sessionNumber)) return failedToConvert("Base BKQVerifyJob");
+  auto& record = *static_cast<typename Layout::Job*>(out);
+
+  ++record.ulNumDestNodes;
+  void* element = firstNode(record.pDestNodes);
+  if (element == nullptr) return 0;
+  if (job.destination_ == nullptr || !Layout::convert(*job.destination_, element, overridePath)) {
+    return failedToConvert("Disk Node");
+  }
+  return 1;
+}
+
+template <class Layout>
+int Flatten<Layout>::mergeJob(BKQMergeJob& job, void*& out, const char* tapeName,
+                              unsigned short sessionNumber) {
+  if (!Flatten::job(job, out)) return failedToConvert("Base BKQJob");
+  auto& record = *static_cast<typename Layout::Job*>(out);
+
+  if (job.source_ != nullptr) {
+    ++record.ulNumSourceNodes;
+    if (record.pSourceNodes == nullptr) {
+      void* element = firstNode(record.pSourceNodes);
+      if (element == nullptr) return 0;
+      if (!Layout::convert(*job.source_, element, tapeName, sessionNumber)) {
+        return failedToConvert("Tape Node");
+      }
+    }
+  }
+
+  if (job.destination_ == nullptr) return 1;
+  ++record.ulNumDestNodes;
+  if (record.pDestNodes != nullptr) return 1;
+  void* element = firstNode(record.pDestNodes);
+  if (element == nullptr) return 0;
+  if (!Layout::convert(*job.destination_, element)) return failedToConvert("Disk Node");
+  return 1;
+}
+
+template <class Layout>
+int Flatten<Layout>::scanJob(BKQScanJob& job, void*& out, const char* tapeName,
+                             unsigned short sessionNumber) {
+  if (!Flatten::job(job, out)) return failedToConvert("Base BKQJob");
+  auto& record = *static_cast<typename Layout::Job*>(out);
+
+  if (job.source_ == nullptr) return 1;
+  ++record.ulNumSourceNodes;
+  if (record.pSourceNodes != nullptr) return 1;
+  void* element = firstNode(record.pSourceNodes);
+  if (element == nullptr) return 0;
+  if (!Layout::convert(*job.source_, element, tapeName, sessionNumber)) {
+    return failedToConvert("Tape Node");
+  }
+  return 1;
+}
+
+}  // namespace bkoq
+
+#endif  // BKOQ_TRANSFER_JOB_STEPS_H_

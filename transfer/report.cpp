@@ -1,0 +1,29 @@
+#include "transfer/report.h"
+
+#include <stdio.h>
+#include <string.h>
+
+namespace bkoq {
+namespace {
+
+int writeLine(const char* start, const char* name) {
+  // Longer than the longest text of the library's own: a name is never cut.
+  char line[96];
+  const size_t startLength = strlen(start);
+  const size_t nameLength = strlen(name);
+  memcpy(line, start, startLength);
+  memcpy(line + startLength, name, nameLength);
+  line[startLength + nameLength] = '\n';
+  fwrite(line, 1, startLength + nameLength + 1, stderr);
+  return 0;
+}
+
+}  // namespace
+
+int failedToConvert(const char* part) { return writeLine("Failed to convert ", part); }
+
+int failedInMalloc(const char* name) { return writeLine("Failed in malloc ", name); }
+
+int failedInRealloc(const char* name) { return writeLine("Failed in realloc ", name); }
+
+}  // namespace bkoq

@@ -1,0 +1,12 @@
+#include "transfer_old/layout_old.h"
+#include "transfer/notify_steps.h"
+
+namespace {
+
+using Steps = bkoq::Flatten<bkoq::PreviousLayout>;
+
+}  // namespace
+
+int BKQEMail::convertToBK2_old(void*& block) { return Steps::email(*this, block); }
+
+int BKQMHSEMail::convertToBK2_old(void*& block) { return Steps::mhsEMail(*this, block); }

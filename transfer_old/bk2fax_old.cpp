@@ -1,0 +1,18 @@
+#include "transfer_old/layout_old.h"
+#include "transfer/notify_steps.h"
+
+namespace {
+
+using Steps = bkoq::Flatten<bkoq::PreviousLayout>;
+
+}  // namespace
+
+namespace bkoq {
+
+void PreviousLayout::storeReceiverName(Fax& record, const Text& name) {
+  record.pszReceiverName = copyText(name);
+}
+
+}  // namespace bkoq
+
+int BKQFax::convertToBK2_old(void*& block) { return Steps::fax(*this, block); }

@@ -1,0 +1,44 @@
+#include "transfer_old/layout_old.h"
+#include "transfer/filter_steps.h"
+
+namespace {
+
+using Steps = bkoq::Flatten<bkoq::PreviousLayout>;
+
+}  // namespace
+
+int BKQFilter::convertToBK2_old(void*& entry) { return Steps::filter(*this, entry); }
+
+int BKQDirFilter::convertToBK2_old(void*& entry) {
+  return Steps::patternFilter(*this, entry, "Directory Filter");
+}
+
+int BKQFileFilter::convertToBK2_old(void*& entry) {
+  return Steps::patternFilter(*this, entry, "File Filter");
+}
+
+int BKQVolumeFilter::convertToBK2_old(void*& entry) {
+  return Steps::patternFilter(*this, entry, "Volume Filter");
+}
+
+int BKQAttributeFilter::convertToBK2_old(void*& entry) {
+  return Steps::attributeFilter(*this, entry);
+}
+
+int BKQTimeFilter::convertToBK2_old(void*& entry) { return Steps::timeFilter(*this, entry); }
+
+int BKQWithinTimeFilter::convertToBK2_old(void*& entry) {
+  return Steps::withinTimeFilter(*this, entry);
+}
+
+int BKQBeforeTimeFilter::convertToBK2_old(void*& entry) {
+  return Steps::boundTimeFilter(*this, entry, "Before Time Filter");
+}
+
+int BKQAfterTimeFilter::convertToBK2_old(void*& entry) {
+  return Steps::boundTimeFilter(*this, entry, "After Time Filter");
+}
+
+int BKQBetweenTimeFilter::convertToBK2_old(void*& entry) {
+  return Steps::betweenTimeFilter(*this, entry);
+}

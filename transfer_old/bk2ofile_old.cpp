@@ -1,0 +1,10 @@
+#include "transfer_old/layout_old.h"
+#include "transfer/notify_steps.h"
+
+namespace {
+
+using Steps = bkoq::Flatten<bkoq::PreviousLayout>;
+
+}  // namespace
+
+int BKQOpenFileInfo::convertToBK2_old(void*& rec) { return Steps::openFileInfo(*this, rec); }

@@ -1,0 +1,10 @@
+#include "transfer_old/layout_old.h"
+#include "transfer/notify_steps.h"
+
+namespace {
+
+using Steps = bkoq::Flatten<bkoq::PreviousLayout>;
+
+}  // namespace
+
+int BKQPrintQueue::convertToBK2_old(void*& block) { return Steps::printQueue(*this, block); }
