@@ -1,0 +1,25 @@
+# What an installation holds beside the libraries: headers, the CMake package, the pkg-config file.
+include(CMakePackageConfigHelpers)
+
+set(package_dir ${CMAKE_INSTALL_LIBDIR}/cmake/bkoq)
+
+install(DIRECTORY include/ DESTINATION ${CMAKE_INSTALL_INCLUDEDIR} FILES_MATCHING PATTERN "*.h")
+
+configure_package_config_file(cmake/bkoq-config.cmake.in bkoq-config.cmake
+                              INSTALL_DESTINATION ${package_dir})
+# Turns away clients whose pointers are of another size.
+write_basic_package_version_file(bkoq-config-version.cmake COMPATIBILITY SameMajorVersion)
+install(EXPORT bkoq-targets NAMESPACE bkoq:: DESTINATION ${package_dir})
+install(FILES ${PROJECT_BINARY_DIR}/bkoq-config.cmake ${PROJECT_BINARY_DIR}/bkoq-config-version.cmake
+        DESTINATION ${package_dir})
+
+# The file finds the rest from where it lies itself, so that it holds for the prefix given at
+# install time too.
+if(IS_ABSOLUTE "${CMAKE_INSTALL_LIBDIR}" OR IS_ABSOLUTE "${CMAKE_INSTALL_INCLUDEDIR}")
+  message(FATAL_ERROR "CMAKE_INSTALL_LIBDIR and CMAKE_INSTALL_INCLUDEDIR must be relative to the "
+                      "prefix")
+endif()
+file(RELATIVE_PATH pc_prefix "/${CMAKE_INSTALL_LIBDIR}/pkgconfig" "/")
+string(REGEX REPLACE "/$" "" pc_prefix "${pc_prefix}")
+configure_file(cmake/bkoq.pc.in bkoq.pc @ONLY)
+install(FILES ${PROJECT_BINARY_DIR}/bkoq.pc DESTINATION ${CMAKE_INSTALL_LIBDIR}/pkgconfig)

@@ -1,0 +1,36 @@
+# What the libraries, tools and tests of the project have in common.
+
+# Sets `out` to the sources that match the patterns, tests left out.
+function(bkoq_collect out)
+  file(GLOB sources CONFIGURE_DEPENDS ${ARGN})
+  list(FILTER sources EXCLUDE REGEX "_test\\.cpp$")
+  set(${out} "${sources}" PARENT_SCOPE)
+endfunction()
+
+# Sets `out` to the test sources that match the patterns.
+function(bkoq_collect_tests out)
+  file(GLOB sources CONFIGURE_DEPENDS ${ARGN})
+  set(${out} "${sources}" PARENT_SCOPE)
+endfunction()
+
+# Warnings, visibility and the include root of the project's own sources.
+function(bkoq_target target)
+  target_compile_options(${target} PRIVATE -Wall -Wextra)
+  target_include_directories(${target} PRIVATE ${PROJECT_SOURCE_DIR})
+  set_target_properties(${target} PROPERTIES C_VISIBILITY_PRESET hidden
+                        CXX_VISIBILITY_PRESET hidden VISIBILITY_INLINES_HIDDEN ON)
+endfunction()
+
+# A shared library that is installed and exported, with its alias bkoq::<target>. Symbols stay
+# open to interposition (no -Bsymbolic): client and library must see one copy of each variable.
+function(bkoq_library target)
+  bkoq_target(${target})
+  add_library(bkoq::${target} ALIAS ${target})
+  target_include_directories(${target} PUBLIC $<BUILD_INTERFACE:${PROJECT_SOURCE_DIR}/include>)
+  target_compile_features(${target} INTERFACE cxx_std_11)
+  set_target_properties(${target} PROPERTIES VERSION ${PROJECT_VERSION}
+                        SOVERSION ${PROJECT_VERSION_MAJOR} INSTALL_RPATH "$ORIGIN")
+  install(TARGETS ${target} EXPORT bkoq-targets
+          LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR}
+          INCLUDES DESTINATION ${CMAKE_INSTALL_INCLUDEDIR})
+endfunction()
