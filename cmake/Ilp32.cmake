@@ -24,35 +24,45 @@ function(bkoq_compiler_command lang variable names out)
   set(${out} "${command}" PARENT_SCOPE)
 endfunction()
 
-if(NOT DEFINED CMAKE_TOOLCHAIN_FILE AND "$ENV{CMAKE_TOOLCHAIN_FILE}" STREQUAL "")
-  set(bkoq_probe "${CMAKE_CURRENT_BINARY_DIR}/ilp32-probe")
-  bkoq_compiler_command(CXX CXX "c++;g++;clang++" bkoq_cxx)
-  bkoq_compiler_command(C CC "cc;gcc;clang" bkoq_c)
-  if(bkoq_cxx)
-    execute_process(COMMAND ${bkoq_cxx} -dumpmachine OUTPUT_VARIABLE bkoq_machine
-                    ERROR_QUIET OUTPUT_STRIP_TRAILING_WHITESPACE)
+# Sets `out` to whether the command builds and links a program with -m32, and `error` to what it
+# said if not.
+function(bkoq_try_m32 source text out error)
+  set(probe "${CMAKE_CURRENT_BINARY_DIR}/ilp32-probe")
+  file(WRITE "${probe}/${source}" "${text}")
+  execute_process(COMMAND ${ARGN} -m32 "${probe}/${source}" -o "${probe}/probe"
+                  RESULT_VARIABLE result ERROR_VARIABLE said OUTPUT_QUIET)
+  if(result EQUAL 0)
+    set(${out} ON PARENT_SCOPE)
+  else()
+    set(${out} OFF PARENT_SCOPE)
+    set(${error} "${said}" PARENT_SCOPE)
   endif()
-  if(bkoq_machine MATCHES "^x86_64")
-    file(WRITE "${bkoq_probe}/probe.cpp"
-         "#include <stdlib.h>\n#include <new>\nint main() { delete new (std::nothrow) int; }\n")
-    file(WRITE "${bkoq_probe}/probe.c" "#include <stdlib.h>\nint main(void) { free(malloc(1)); }\n")
-    foreach(compiler IN ITEMS cxx c)
-      if(compiler STREQUAL "cxx")
-        set(source probe.cpp)
-      else()
-        set(source probe.c)
-      endif()
-      if(bkoq_${compiler})
-        execute_process(
-          COMMAND ${bkoq_${compiler}} -m32 "${bkoq_probe}/${source}" -o "${bkoq_probe}/probe"
-          RESULT_VARIABLE bkoq_result ERROR_VARIABLE bkoq_error OUTPUT_QUIET)
-        if(NOT bkoq_result EQUAL 0)
-          message(FATAL_ERROR "${bkoq_ilp32_reason}\n${bkoq_${compiler}} -m32 cannot build for it. "
-                              "${bkoq_ilp32_remedy}\nThe compiler said:\n${bkoq_error}")
-        endif()
-      endif()
-    endforeach()
-    set(CMAKE_TOOLCHAIN_FILE "${CMAKE_CURRENT_LIST_DIR}/ilp32.cmake"
-        CACHE FILEPATH "Toolchain that builds for 32 bits")
+endfunction()
+
+# Sets the toolchain file, unless the user has given one.
+function(bkoq_choose_ilp32)
+  if(DEFINED CMAKE_TOOLCHAIN_FILE OR NOT "$ENV{CMAKE_TOOLCHAIN_FILE}" STREQUAL "")
+    return()
   endif()
-endif()
+  bkoq_compiler_command(CXX CXX "c++;g++;clang++" cxx)
+  bkoq_compiler_command(C CC "cc;gcc;clang" c)
+  if(NOT cxx OR NOT c)
+    return() # project() says that there is no compiler
+  endif()
+  execute_process(COMMAND ${cxx} -dumpmachine OUTPUT_VARIABLE machine ERROR_QUIET)
+  if(NOT machine MATCHES "^x86_64")
+    return()
+  endif()
+  bkoq_try_m32(probe.cpp "#include <new>\nint main() { delete new (std::nothrow) int; }\n"
+               works error ${cxx})
+  if(works)
+    bkoq_try_m32(probe.c "#include <stdlib.h>\nint main(void) { free(malloc(1)); }\n"
+                 works error ${c})
+  endif()
+  if(NOT works)
+    message(FATAL_ERROR "${bkoq_ilp32_reason}\nThe compiler cannot build for it with -m32. "
+                        "${bkoq_ilp32_remedy}\nIt said:\n${error}")
+  endif()
+  set(CMAKE_TOOLCHAIN_FILE "${CMAKE_CURRENT_FUNCTION_LIST_DIR}/ilp32.cmake"
+      CACHE FILEPATH "Toolchain that builds for 32 bits")
+endfunction()

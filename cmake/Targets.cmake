@@ -34,3 +34,16 @@ function(bkoq_library target)
           LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR}
           INCLUDES DESTINATION ${CMAKE_INSTALL_INCLUDEDIR})
 endfunction()
+
+# The same, from an object library <target>_objects: tests of internals link the objects, since the
+# shared library hides what is inside.
+function(bkoq_library_from_objects target)
+  add_library(${target}_objects OBJECT ${ARGN})
+  bkoq_target(${target}_objects)
+  set_target_properties(${target}_objects PROPERTIES POSITION_INDEPENDENT_CODE ON)
+  target_include_directories(${target}_objects PUBLIC ${PROJECT_SOURCE_DIR}/include)
+
+  add_library(${target} SHARED $<TARGET_OBJECTS:${target}_objects>)
+  set_target_properties(${target} PROPERTIES LINKER_LANGUAGE CXX)
+  bkoq_library(${target})
+endfunction()

@@ -23,25 +23,37 @@ function(bkoq_test_program name)
   gtest_discover_tests(${name} DISCOVERY_TIMEOUT 60)
 endfunction()
 
+# The same with WRAP <functions>. Tests of internals link the objects of a library, so that its calls
+# of these functions go to what the tests define as __wrap_<function>() and can be made to fail.
+function(bkoq_internal_test_program name)
+  cmake_parse_arguments(PARSE_ARGV 1 arg "" "" "SOURCES;LIBRARIES;WRAP")
+  bkoq_test_program(${name} SOURCES ${arg_SOURCES} LIBRARIES ${arg_LIBRARIES})
+  foreach(function ${arg_WRAP})
+    target_link_options(${name} PRIVATE -Wl,--wrap=${function})
+  endforeach()
+endfunction()
+
 function(bkoq_add_tests)
   bkoq_collect_tests(sources rw/*_test.cpp)
   bkoq_test_program(rw_test SOURCES ${sources} LIBRARIES bkrw)
 
+  bkoq_collect_tests(sources rw/internal/*_test.cpp)
+  bkoq_internal_test_program(rw_internal_test SOURCES ${sources} LIBRARIES bkrw_objects
+                             WRAP malloc realloc)
+
   if(TARGET bkoq)
     # As a client sees the library.
     bkoq_collect_tests(sources model/*_test.cpp transfer/*_test.cpp transfer_old/*_test.cpp)
-    bkoq_collect_tests(shared testing/*.cpp)
+    bkoq_collect_tests(shared testing/*.cpp examples/*_job.cpp examples/*_jobs.cpp)
     if(sources)
       bkoq_test_program(bkoq_test SOURCES ${sources} ${shared} LIBRARIES bkoq)
     endif()
 
-    # From inside, with allocations that the tests can make fail.
     bkoq_collect_tests(sources transfer/internal/*_test.cpp)
     if(sources)
-      bkoq_test_program(bkoq_internal_test SOURCES ${sources} ${shared}
-                        LIBRARIES bkoq_objects bkrw)
-      target_link_options(bkoq_internal_test PRIVATE -Wl,--wrap=malloc -Wl,--wrap=realloc
-                          -Wl,--wrap=strdup)
+      bkoq_internal_test_program(bkoq_internal_test SOURCES ${sources} ${shared}
+                                 LIBRARIES bkoq_objects bkrw
+                                 WRAP malloc realloc strdup)
     endif()
   endif()
 
@@ -50,7 +62,23 @@ function(bkoq_add_tests)
     bkoq_test_program(kit_test SOURCES ${sources} LIBRARIES bkoqkit)
   endif()
 
-  add_test(NAME install
-           COMMAND ${PROJECT_SOURCE_DIR}/cmake/install_test.sh ${CMAKE_COMMAND}
-                   ${PROJECT_BINARY_DIR} ${CMAKE_CXX_COMPILER})
+  # The sanitizers add symbols of their own, and a client without their run-time library cannot load
+  # what was built with them.
+  if(BKOQ_SANITIZE)
+    return()
+  endif()
+  add_test(NAME bkrw.exports COMMAND ${PROJECT_SOURCE_DIR}/cmake/exports_test.sh
+           $<TARGET_FILE:bkrw> "RW|operator\\+\\((RWCString|char const)")
+  if(TARGET bkoq)
+    add_test(NAME bkoq.exports COMMAND ${PROJECT_SOURCE_DIR}/cmake/exports_test.sh
+             $<TARGET_FILE:bkoq>
+             "BKQ|(BK6|DISK|NODE|CURRENT|UNIX)_[A-Z_]+$|BKConvert(To|From)BKTime$")
+    set(flags)
+    if(CMAKE_CXX_FLAGS MATCHES "-m32")
+      set(flags -m32)
+    endif()
+    add_test(NAME bkoq.install COMMAND ${PROJECT_SOURCE_DIR}/cmake/install_test.sh
+             ${CMAKE_COMMAND} ${PROJECT_BINARY_DIR} ${CMAKE_GENERATOR} ${CMAKE_C_COMPILER}
+             ${CMAKE_CXX_COMPILER} ${flags})
+  endif()
 endfunction()

@@ -47,9 +47,8 @@ NightlyBackup::NightlyBackup()
   job.addFilter(keeper_.make<BKQDirFilter>(kExclude, "/tmp"));
   job.addFilter(keeper_.make<BKQFileFilter>(kExclude, "*.o"));
   job.addFilter(keeper_.make<BKQWithinTimeFilter>(modified, 7, days));
-  job.addFilter(
-      keeper_.make<BKQBetweenTimeFilter>(modified, RWCollectableTime(kMarchFirst - 30 * kDay),
-                                         RWCollectableTime(kMarchFirst)));
+  job.addFilter(keeper_.make<BKQBetweenTimeFilter>(
+      modified, RWCollectableTime(kMarchFirst - 30 * kDay), RWCollectableTime(kMarchFirst)));
 
   attachSchedule();
   attachNotifications();
@@ -102,8 +101,7 @@ BKQWinNTNode& NightlyBackup::defineWindowsNode() {
   node.setPassword("l3tm31n");
   const auto modified = static_cast<BKQTimeFilter::BKQTimeAttrType>(1);
   const auto created = static_cast<BKQTimeFilter::BKQTimeAttrType>(2);
-  node.addFilter(
-      keeper_.make<BKQAfterTimeFilter>(modified, RWCollectableTime(kMarchFirst - kDay)));
+  node.addFilter(keeper_.make<BKQAfterTimeFilter>(modified, RWCollectableTime(kMarchFirst - kDay)));
   auto& before = keeper_.make<BKQBeforeTimeFilter>(created, RWCollectableTime(kMarchFirst));
   before.setInclExcl(kExclude);
   node.addFilter(before);

@@ -3,9 +3,9 @@
 
 #include "examples/nightly_job.h"
 
-/// Restores what the nightly backup wrote: from a tape node with the tapes of two sessions to a UNIX
-/// machine and to a database server. Flattened with a tape name and a session it reads that session
-/// only.
+/// Restores what the nightly backup wrote: from a tape node with the tapes of two sessions to a
+/// UNIX machine and to a database server. Flattened with a tape name and a session it reads that
+/// session only.
 void defineRestore(BKQRestoreJob& job, Keeper& keeper);
 
 /// Merges the sessions of a tape into the database of a Windows NT machine. The job adopts its

@@ -3,6 +3,7 @@
 #include <bkoq/state.h>
 
 #include <cstdlib>
+#include <initializer_list>
 
 namespace {
 
@@ -68,16 +69,29 @@ void freeJob(Job* job) {
   const bool sourcesAreTapes = readsTapes(job->usJobType);
   freeNodes(job->pSourceNodes, job->ulNumSourceNodes,
             sourcesAreTapes ? Media::kTapes : Media::kDisks);
-  freeNodes(job->pDestNodes, job->ulNumDestNodes,
-            sourcesAreTapes ? Media::kDisks : Media::kTapes);
-  for (char* text : {job->pszOwner, job->pszReportFile, job->pszComments, job->pszBeforeJob,
-                     job->pszAfterJob, job->pszHost, job->stFax.pszHostName,
-                     job->stFax.pszUserName, job->stFax.pszUserPW, job->stFax.pszFaxNumber,
-                     job->stFax.pszCoverPageFile, job->stFax.pszReceiverName,
-                     job->stEMail.pszHostName, job->stEMail.pszUserName, job->stEMail.pszUserPW,
-                     job->stEMail.pszMHSDir, job->stEMail.pszMHSId, job->stEMail.pszMHSUserName,
-                     job->stPrintQueue.pszHostName, job->stPrintQueue.pszUserName,
-                     job->stPrintQueue.pszUserPW, job->stPrintQueue.pszQueueName,
+  freeNodes(job->pDestNodes, job->ulNumDestNodes, sourcesAreTapes ? Media::kDisks : Media::kTapes);
+  for (char* text : {job->pszOwner,
+                     job->pszReportFile,
+                     job->pszComments,
+                     job->pszBeforeJob,
+                     job->pszAfterJob,
+                     job->pszHost,
+                     job->stFax.pszHostName,
+                     job->stFax.pszUserName,
+                     job->stFax.pszUserPW,
+                     job->stFax.pszFaxNumber,
+                     job->stFax.pszCoverPageFile,
+                     job->stFax.pszReceiverName,
+                     job->stEMail.pszHostName,
+                     job->stEMail.pszUserName,
+                     job->stEMail.pszUserPW,
+                     job->stEMail.pszMHSDir,
+                     job->stEMail.pszMHSId,
+                     job->stEMail.pszMHSUserName,
+                     job->stPrintQueue.pszHostName,
+                     job->stPrintQueue.pszUserName,
+                     job->stPrintQueue.pszUserPW,
+                     job->stPrintQueue.pszQueueName,
                      job->stScheduleExt.pszSetName}) {
     std::free(text);
   }
@@ -138,8 +152,8 @@ void freeJobRecord(BKQJDATATRANSFER* job) { freeJob(job); }
 void freeJobRecord(BKQJDATATRANSFER_OLD* job) { freeJob(job); }
 
 void freeSessionPasswords() {
-  for (char** variable : {&BK6_DISKSESSIONPW, &BK6_TAPESESSIONPW, &BK6_DISKSESSIONPW_OLD,
-                          &BK6_TAPESESSIONPW_OLD}) {
+  for (char** variable :
+       {&BK6_DISKSESSIONPW, &BK6_TAPESESSIONPW, &BK6_DISKSESSIONPW_OLD, &BK6_TAPESESSIONPW_OLD}) {
     std::free(*variable);
     *variable = nullptr;
   }

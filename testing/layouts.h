@@ -5,6 +5,7 @@
 #include <gtest/gtest.h>
 
 #include <string>
+#include <type_traits>
 #include <utility>
 
 // The two layouts as tests see them: what a test of both takes as its type parameter.
@@ -74,5 +75,9 @@ struct Previous {
 };
 
 using Layouts = testing::Types<Current, Previous>;
+
+// The layout whose state variables a conversion into `Layout` must not touch.
+template <class Layout>
+using OtherLayout = std::conditional_t<Layout::kPrevious, Current, Previous>;
 
 #endif  // BKOQ_TESTING_LAYOUTS_H_

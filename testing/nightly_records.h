@@ -5,8 +5,8 @@
 
 enum class Layout { kCurrent, kPrevious };
 
-// Whether the job was filled by the client or is a clone: a clone holds its nodes and filters twice,
-// first the source's own, then clones of them, which hold their parts twice in turn.
+// Whether the job was filled by the client or is a clone: a clone holds its nodes and filters
+// twice, first the source's own, then clones of them, which hold their parts twice in turn.
 enum class Origin { kFilled, kCloned };
 
 void checkNightlyRecords(const void* job, Layout layout, Origin origin);

@@ -8,9 +8,7 @@ Row number(std::size_t offset, std::size_t width, std::uint32_t value) {
   return {Row::kNumber, offset, width, value, {}};
 }
 
-Row text(std::size_t offset, const std::string& value) {
-  return {Row::kText, offset, 4, 0, value};
-}
+Row text(std::size_t offset, const std::string& value) { return {Row::kText, offset, 4, 0, value}; }
 
 Row bytes(std::size_t offset, const std::string& value) {
   return {Row::kBytes, offset, 4, 0, value};
@@ -53,6 +51,7 @@ void expectRows(const std::string& what, const void* record, std::size_t size,
     }
   }
   for (std::size_t i = 0; i < size; ++i) {
-    if (!named[i]) EXPECT_EQ(static_cast<const unsigned char*>(record)[i], 0) << what << " at " << i;
+    if (named[i]) continue;
+    EXPECT_EQ(static_cast<const unsigned char*>(record)[i], 0) << what << " at " << i;
   }
 }

@@ -1,5 +1,5 @@
-#include "transfer/layout.h"
 #include "transfer/job_steps.h"
+#include "transfer/layout.h"
 
 namespace {
 
@@ -68,4 +68,3 @@ int BKQScanJob::convertToBK2(void*& out) { return convertToBK2(out, "", 0); }
 int BKQScanJob::convertToBK2(void*& out, const char* tapeName, unsigned short sessionNumber) {
   return Steps::scanJob(*this, out, tapeName, sessionNumber);
 }
-

@@ -1,5 +1,5 @@
-#include "transfer/layout.h"
 #include "transfer/disk_steps.h"
+#include "transfer/layout.h"
 
 namespace {
 

@@ -1,5 +1,5 @@
-#include "transfer/layout.h"
 #include "transfer/filter_steps.h"
+#include "transfer/layout.h"
 
 namespace {
 
@@ -21,9 +21,7 @@ int BKQVolumeFilter::convertToBK2(void*& entry) {
   return Steps::patternFilter(*this, entry, "Volume Filter");
 }
 
-int BKQAttributeFilter::convertToBK2(void*& entry) {
-  return Steps::attributeFilter(*this, entry);
-}
+int BKQAttributeFilter::convertToBK2(void*& entry) { return Steps::attributeFilter(*this, entry); }
 
 int BKQTimeFilter::convertToBK2(void*& entry) { return Steps::timeFilter(*this, entry); }
 

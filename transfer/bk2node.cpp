@@ -39,15 +39,13 @@ int BKQDiskNode::convertToBK2(void*& rec, const char* overridePath) {
   return convertToBK2(rec, allDisks, overridePath);
 }
 
-int BKQDiskNode::convertToBK2(void*& rec, RWSlistCollectables& names,
-                              const char* overridePath) {
+int BKQDiskNode::convertToBK2(void*& rec, RWSlistCollectables& names, const char* overridePath) {
   return Steps::diskNode(*this, rec, names, overridePath);
 }
 
 int BKQUnixNode::convertToBK2(void*& rec) { return Steps::unixNode(*this, rec); }
 
-int BKQUnixNode::convertToBK2(void*& rec, RWSlistCollectables& names, int mode,
-                              const char* extra) {
+int BKQUnixNode::convertToBK2(void*& rec, RWSlistCollectables& names, int mode, const char* extra) {
   return Steps::unixNode(*this, rec, names, mode, extra);
 }
 

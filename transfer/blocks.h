@@ -98,8 +98,8 @@ Record* allocateRecord(const char* name) {
 }
 
 // Lengthens an array inside a record by exactly one zeroed element, which it returns. The reader of
-// the records counts on the count being raised first: after a failure, reported by a line that names
-// the record, the count is one too high, the array is null and the old one is lost.
+// the records counts on the count being raised first: after a failure, reported by a line that
+// names the record, the count is one too high, the array is null and the old one is lost.
 template <class Record>
 Record* appendRecord(uint32_t& count, Record*& array, const char* name) {
   ++count;

@@ -89,8 +89,8 @@ inline char* itemPath(const Text& path, const Text& diskName, bool isUnix) {
 template <class Layout>
 int Flatten<Layout>::diskItem(BKQDiskItem& item, void*& rec) {
   auto& record = *static_cast<typename Layout::DiskItem*>(rec);
-  record.pszPath = itemPath(item.path_, Layout::diskName(),
-                            Layout::currentNodeType() == BKQNode::UnixNode);
+  record.pszPath =
+      itemPath(item.path_, Layout::diskName(), Layout::currentNodeType() == BKQNode::UnixNode);
   record.ulOptions = item.options_;
 
   if (item.files_.isEmpty()) return 1;
@@ -101,8 +101,7 @@ int Flatten<Layout>::diskItem(BKQDiskItem& item, void*& rec) {
     ++record.ulFileCount;
     const bool isFirst = record.pFileList == nullptr;
     const size_t size = end + name.length + 1;
-    record.pFileList =
-        static_cast<char*>(isFirst ? malloc(size) : realloc(record.pFileList, size));
+    record.pFileList = static_cast<char*>(isFirst ? malloc(size) : realloc(record.pFileList, size));
     if (record.pFileList == nullptr) {
       return isFirst ? failedInMalloc("File List") : failedInRealloc("File List");
     }

@@ -11,9 +11,9 @@ namespace bkoq {
 // called from here are the same. Each family's steps are defined in a header of their own, which
 // only the family's two entry point files include.
 //
-// All return 1, or 0 after what they report on the standard error stream, and free nothing: a caller
-// that gets 0 finds the record as far as it was filled. A list is walked in place; its cursor is
-// left where taking all elements would have left it.
+// All return 1, or 0 after what they report on the standard error stream, and free nothing: a
+// caller that gets 0 finds the record as far as it was filled. A list is walked in place; its
+// cursor is left where taking all elements would have left it.
 template <class Layout>
 struct Flatten {
   // job_steps.h
@@ -99,8 +99,8 @@ void passAll(const RWSlistCollectables& list, Cursor& cursor) {
 }
 
 template <class Layout>
-int Flatten<Layout>::addFilter(uint32_t& count, typename Layout::Filter*& filters,
-                               const char* name, RWCollectable* element) {
+int Flatten<Layout>::addFilter(uint32_t& count, typename Layout::Filter*& filters, const char* name,
+                               RWCollectable* element) {
   void* entry = appendRecord(count, filters, name);
   if (entry == nullptr) return 0;
   if (!Layout::convert(*static_cast<BKQFilter*>(element), entry)) return failedToConvert("Filter");

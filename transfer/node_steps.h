@@ -151,16 +151,16 @@ int Flatten<Layout>::restoreNode(BKQRestoreNode& node, void*& rec) {
   ++disk->ulDiskItemCount;
   disk->pDiskItems = allocateRecord<typename Layout::DiskItem>(Layout::kDiskItem);
   if (disk->pDiskItems == nullptr) return 0;
-  disk->pDiskItems->pszPath = restorePath(node.diskName_, node.destinationDir_,
-                                          node.nodeType() == BKQNode::DBRestoreNode);
+  disk->pDiskItems->pszPath =
+      restorePath(node.diskName_, node.destinationDir_, node.nodeType() == BKQNode::DBRestoreNode);
   return 1;
 }
 
 template <class Layout>
 int Flatten<Layout>::dbRestoreNode(BKQDBRestoreNode& node, void*& rec) {
   if (!restoreNode(node, rec)) return failedToConvert("Base BKQRestoreNode");
-  auto* disk = static_cast<typename Layout::Disk*>(
-      static_cast<typename Layout::Node*>(rec)->pMedia);
+  auto* disk =
+      static_cast<typename Layout::Disk*>(static_cast<typename Layout::Node*>(rec)->pMedia);
   if (disk == nullptr) return 1;
   disk->usDiskType = static_cast<uint16_t>(node.fsType_);
   disk->ulOptions = node.dbOptions_;

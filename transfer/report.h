@@ -3,8 +3,8 @@
 
 namespace bkoq {
 
-// Each is one write of one line to the standard error stream and allocates nothing, so that it still
-// works when memory has run out. Both return 0, the result of the conversion that failed.
+// Each is one write of one line to the standard error stream and allocates nothing, so that it
+// still works when memory has run out. Both return 0, the result of the conversion that failed.
 
 // "Failed to convert " and the part's name.
 int failedToConvert(const char* part);

@@ -1,5 +1,5 @@
-#include "transfer_old/layout_old.h"
 #include "transfer/job_steps.h"
+#include "transfer_old/layout_old.h"
 
 namespace {
 
@@ -20,19 +20,20 @@ int BKQBackupJob::convertToBK2_old(void*& out, const char* nodeName, RWSlistColl
 }
 
 int BKQBackupJob::convertToBK2_old(void*& out, const char* nodeName, int unixKind,
-                               const char* unixText) {
+                                   const char* unixText) {
   RWSlistCollectables allDisks;
   return convertToBK2_old(out, nodeName, allDisks, unixKind, unixText);
 }
 
 int BKQBackupJob::convertToBK2_old(void*& out, const char* nodeName, RWSlistCollectables& disks,
-                               int unixKind, const char* unixText) {
+                                   int unixKind, const char* unixText) {
   return Steps::backupJob(*this, out, nodeName, disks, unixKind, unixText);
 }
 
 int BKQRestoreJob::convertToBK2_old(void*& out) { return convertToBK2_old(out, "", 0); }
 
-int BKQRestoreJob::convertToBK2_old(void*& out, const char* tapeName, unsigned short sessionNumber) {
+int BKQRestoreJob::convertToBK2_old(void*& out, const char* tapeName,
+                                    unsigned short sessionNumber) {
   return Steps::restoreJob(*this, out, tapeName, sessionNumber);
 }
 
@@ -48,12 +49,13 @@ int BKQCompareJob::convertToBK2_old(void*& out, const char* overridePath) {
   return convertToBK2_old(out, "", 0, overridePath);
 }
 
-int BKQCompareJob::convertToBK2_old(void*& out, const char* tapeName, unsigned short sessionNumber) {
+int BKQCompareJob::convertToBK2_old(void*& out, const char* tapeName,
+                                    unsigned short sessionNumber) {
   return convertToBK2_old(out, tapeName, sessionNumber, "");
 }
 
 int BKQCompareJob::convertToBK2_old(void*& out, const char* tapeName, unsigned short sessionNumber,
-                                const char* overridePath) {
+                                    const char* overridePath) {
   return Steps::compareJob(*this, out, tapeName, sessionNumber, overridePath);
 }
 
@@ -68,4 +70,3 @@ int BKQScanJob::convertToBK2_old(void*& out) { return convertToBK2_old(out, "", 
 int BKQScanJob::convertToBK2_old(void*& out, const char* tapeName, unsigned short sessionNumber) {
   return Steps::scanJob(*this, out, tapeName, sessionNumber);
 }
-

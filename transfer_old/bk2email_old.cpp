@@ -1,5 +1,5 @@
-#include "transfer_old/layout_old.h"
 #include "transfer/notify_steps.h"
+#include "transfer_old/layout_old.h"
 
 namespace {
 

@@ -1,5 +1,5 @@
-#include "transfer_old/layout_old.h"
 #include "transfer/node_steps.h"
+#include "transfer_old/layout_old.h"
 
 namespace {
 
@@ -31,14 +31,14 @@ int BKQDiskNode::convertToBK2_old(void*& rec, const char* overridePath) {
 }
 
 int BKQDiskNode::convertToBK2_old(void*& rec, RWSlistCollectables& names,
-                              const char* overridePath) {
+                                  const char* overridePath) {
   return Steps::diskNode(*this, rec, names, overridePath);
 }
 
 int BKQUnixNode::convertToBK2_old(void*& rec) { return Steps::unixNode(*this, rec); }
 
 int BKQUnixNode::convertToBK2_old(void*& rec, RWSlistCollectables& names, int mode,
-                              const char* extra) {
+                                  const char* extra) {
   return Steps::unixNode(*this, rec, names, mode, extra);
 }
 

@@ -8,12 +8,12 @@
 /// its elements and never deletes them, unless clearAndDestroy() or removeAndDestroy() is called.
 ///
 /// Objects hand out their collections by cursor: `reset*()` sets the cursor to 0 and
-/// `enum*(out, n)` stores a new collection in `out`, puts up to `n` elements from the cursor on into
-/// it (0: as many as there are in all), advances the cursor and returns how many it placed. The new
-/// collection belongs to the caller, also the empty one at the end; its elements still belong to
-/// their owner. When it cannot be allocated, `out` is null, the cursor stays and the result is 0.
-/// Adding or removing elements never moves a cursor; a conversion leaves the cursors of what it
-/// walked at the end.
+/// `enum*(out, n)` stores a new collection in `out`, puts up to `n` elements from the cursor on
+/// into it (0: as many as there are in all), advances the cursor and returns how many it placed.
+/// The new collection belongs to the caller, also the empty one at the end; its elements still
+/// belong to their owner. When it cannot be allocated, `out` is null, the cursor stays and the
+/// result is 0. Adding or removing elements never moves a cursor; a conversion leaves the cursors
+/// of what it walked at the end.
 
 /// List of source nodes: BKQNode and its subclasses.
 class BKOQ_API BKQNodeCol : public RWSlistCollectables {

@@ -74,7 +74,7 @@ class BKOQ_API BKQExceptionDay : public RWCollectable {
 /// A media rotation: a job mask with one unit a day, and days of exception.
 class BKOQ_API BKQRotationSchedule : public BKQRegularSchedule {
  public:
-  BKQRotationSchedule();  ///< no mask, no days; every number 0, every text empty
+  BKQRotationSchedule();            ///< no mask, no days; every number 0, every text empty
   ~BKQRotationSchedule() override;  ///< deletes the mask when no other schedule refers to it
   BKQRotationSchedule(const BKQRotationSchedule&) = delete;
   BKQRotationSchedule& operator=(const BKQRotationSchedule&) = delete;
@@ -111,8 +111,8 @@ class BKOQ_API BKQRotationSchedule : public BKQRegularSchedule {
 
   /// Makes this a copy of `source`: a clone of its mask, and its exception days twice, the source's
   /// own objects, then clones of them. The former mask, unless shared, and former days that the
-  /// source does not hold are deleted. The source should have a mask; without one the copy has none.
-  /// Nothing happens when `source` is null or this object.
+  /// source does not hold are deleted. The source should have a mask; without one the copy has
+  /// none. Nothing happens when `source` is null or this object.
   void mycopy(BKQRotationSchedule* source);
 
  private:
@@ -120,7 +120,9 @@ class BKOQ_API BKQRotationSchedule : public BKQRegularSchedule {
   friend struct bkoq::Flatten;
   friend class BKQCruiseSchedule;
   void holdMask(BKQJobMask* mask);  // takes hold of `mask`, gives up the one held
-  void copyRotationValues(const BKQRotationSchedule& source);
+  BKQJobMask* releaseMask();        // gives up the mask held and returns it
+  static void deleteUnlessHeld(BKQJobMask* mask);
+  void copyRotationValues(BKQRotationSchedule& source);
 
   BKQJobMask* mask_;
   BKQExceptionDayCol exceptionDays_;

@@ -181,7 +181,7 @@ class BKOQ_API BKQTimeFilter : public BKQFilter {
 /// Selects files whose time lies within a span before the job runs.
 class BKOQ_API BKQWithinTimeFilter : public BKQTimeFilter {
  public:
-  BKQWithinTimeFilter();                                     ///< 0 units of kind 0
+  BKQWithinTimeFilter();                                    ///< 0 units of kind 0
   explicit BKQWithinTimeFilter(BKQTimeAttrType attribute);  ///< 0 units of kind 0
   BKQWithinTimeFilter(BKQTimeAttrType attribute, unsigned short units, BKQTimeUnitType unitType);
   ~BKQWithinTimeFilter() override;

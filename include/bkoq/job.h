@@ -508,10 +508,11 @@ class BKOQ_API BKQCompareJob : public BKQVerifyJob {
   BKQDiskNode* destination_;
 };
 
-/// Merges the sessions of a tape source into a machine's database. Job type 8. Range, type, filter and the detailed flag reach no record.
+/// Merges the sessions of a tape source into a machine's database. Job type 8. Range, type, filter
+/// and the detailed flag reach no record.
 class BKOQ_API BKQMergeJob : public BKQJob {
  public:
-  BKQMergeJob();  ///< named "testjob"; no source or destination, all numbers 0
+  BKQMergeJob();            ///< named "testjob"; no source or destination, all numbers 0
   ~BKQMergeJob() override;  ///< deletes the source and destination
 
   BKQMergeJob* clone() override;
@@ -536,9 +537,10 @@ class BKOQ_API BKQMergeJob : public BKQJob {
   BKQMergeScanType getMergeType() const;
   void setMergeType(BKQMergeScanType type);
   const RWCollectableString& getMergeFilter() const;
-  /// A session number or a range of them, from 1 to 5000: 1 when the text was accepted and stored as
-  /// it is; 0 when it was rejected and the old one kept. Without a "-" it is one number. With one,
-  /// the tokens between are at most two numbers, the second not below the first ("3-7", also "5-").
+  /// A session number or a range of them, from 1 to 5000: 1 when the text was accepted and stored
+  /// as it is; 0 when it was rejected and the old one kept. Without a "-" it is one number. With
+  /// one, the tokens between are at most two numbers, the second not below the first ("3-7", also
+  /// "5-").
   int setMergeFilter(const RWCollectableString& filter);
   int getDetailedMerge() const;
   void setDetailedMerge(int detailed);
@@ -547,8 +549,8 @@ class BKOQ_API BKQMergeJob : public BKQJob {
   /// Null when there is none, or one of another class.
   BKQRegularSchedule* getSchedule() const;
 
-  /// Copies the base job's part as BKQJob::mycopy() does, and the source and destination as clones; the former
-  /// ones are deleted.
+  /// Copies the base job's part as BKQJob::mycopy() does, and the source and destination as clones;
+  /// the former ones are deleted.
   void mycopy(BKQMergeJob* source);
 
  private:
@@ -563,10 +565,11 @@ class BKOQ_API BKQMergeJob : public BKQJob {
   int detailed_;
 };
 
-/// Scans the sessions of a tape source. Job type 14. Range, type, filter and the detailed flag reach no record.
+/// Scans the sessions of a tape source. Job type 14. Range, type, filter and the detailed flag
+/// reach no record.
 class BKOQ_API BKQScanJob : public BKQJob {
  public:
-  BKQScanJob();  ///< named "testjob"; no source, all numbers 0
+  BKQScanJob();            ///< named "testjob"; no source, all numbers 0
   ~BKQScanJob() override;  ///< deletes the source
 
   BKQScanJob* clone() override;
@@ -588,9 +591,10 @@ class BKOQ_API BKQScanJob : public BKQJob {
   BKQMergeScanType getScanType() const;
   void setScanType(BKQMergeScanType type);
   const RWCollectableString& getScanFilter() const;
-  /// A session number or a range of them, from 1 to 5000: 1 when the text was accepted and stored as
-  /// it is; 0 when it was rejected and the old one kept. Without a "-" it is one number. With one,
-  /// the tokens between are at most two numbers, the second not below the first ("3-7", also "5-").
+  /// A session number or a range of them, from 1 to 5000: 1 when the text was accepted and stored
+  /// as it is; 0 when it was rejected and the old one kept. Without a "-" it is one number. With
+  /// one, the tokens between are at most two numbers, the second not below the first ("3-7", also
+  /// "5-").
   int setScanFilter(const RWCollectableString& filter);
   int getDetailedScan() const;
   void setDetailedScan(int detailed);

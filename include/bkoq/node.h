@@ -269,7 +269,8 @@ class BKOQ_API BKQWindowsNode : public BKQDiskNode {
   void mycopy(BKQWindowsNode* source);
 };
 
-/// An NDS tree; it never carries disk records, and the previous layout calls it type 6. Node type 13, operating-system code 4.
+/// An NDS tree; it never carries disk records, and the previous layout calls it type 6. Node type
+/// 13, operating-system code 4.
 class BKOQ_API BKQNDSNode : public BKQDiskNode {
  public:
   explicit BKQNDSNode(const char* name);

@@ -166,48 +166,48 @@ typedef struct BKDTAPEX {
 
 /** One tape. */
 typedef struct BKDTAPE {
-  char* pszDeviceGroup;      /**< device group */
-  char* pszTapeName;         /**< tape name */
-  uint16_t usTapeID;         /**< tape ID, low 16 bits */
-  uint8_t abReserved10[2];   /**< zero */
-  uint16_t usTapeSeq;        /**< sequence within the tape set */
-  uint16_t usSessionNumber;  /**< session on the tape */
-  uint32_t ulQFABlockNumber; /**< block at which the session starts */
-  char* pszSessionPW;        /**< session password of the tape, or of the restore job */
-  uint16_t usNewTapeMethod;  /**< the job's tape method */
-  uint16_t usSpanTapeMethod; /**< the job's span method */
+  char* pszDeviceGroup;       /**< device group */
+  char* pszTapeName;          /**< tape name */
+  uint16_t usTapeID;          /**< tape ID, low 16 bits */
+  uint8_t abReserved10[2];    /**< zero */
+  uint16_t usTapeSeq;         /**< sequence within the tape set */
+  uint16_t usSessionNumber;   /**< session on the tape */
+  uint32_t ulQFABlockNumber;  /**< block at which the session starts */
+  char* pszSessionPW;         /**< session password of the tape, or of the restore job */
+  uint16_t usNewTapeMethod;   /**< the job's tape method */
+  uint16_t usSpanTapeMethod;  /**< the job's span method */
   uint16_t usNewTapeTimeout;  /**< the job's new-tape time-out */
   uint16_t usSpanTapeTimeout; /**< the job's span-tape time-out */
-  uint32_t ulFilterCount;    /**< elements in pFilters */
-  BKFILTER_FILE* pFilters;   /**< filters of this tape */
-  uint32_t ulTapeItemCount;  /**< elements in pTapeItems */
-  BKTAPEITEM* pTapeItems;    /**< items of this tape */
-  uint16_t usFileSystem;     /**< file-system code, 8 bits widened */
-  uint8_t abReserved50[2];   /**< zero */
-  uint32_t ulOptions;        /**< tape options */
-  char* pszPath;             /**< path of the session */
-  char* pszLocation;         /**< location of the tape */
-  uint8_t abReserved64[4];   /**< zero; the previous layout keeps a session end time here */
-  BKDTAPEX* pTapeX;          /**< extension, or null */
+  uint32_t ulFilterCount;     /**< elements in pFilters */
+  BKFILTER_FILE* pFilters;    /**< filters of this tape */
+  uint32_t ulTapeItemCount;   /**< elements in pTapeItems */
+  BKTAPEITEM* pTapeItems;     /**< items of this tape */
+  uint16_t usFileSystem;      /**< file-system code, 8 bits widened */
+  uint8_t abReserved50[2];    /**< zero */
+  uint32_t ulOptions;         /**< tape options */
+  char* pszPath;              /**< path of the session */
+  char* pszLocation;          /**< location of the tape */
+  uint8_t abReserved64[4];    /**< zero; the previous layout keeps a session end time here */
+  BKDTAPEX* pTapeX;           /**< extension, or null */
 } BKDTAPE;
 
 /** One node: a machine, a tape source or destination, or a restore destination. */
 typedef struct BKNODE {
-  uint16_t usNodeType;       /**< node kind; 3 for a tape node, the actual kind for a restore node */
-  uint16_t usNodeOS;         /**< operating-system code */
-  char* pszNodeOSVer;        /**< operating-system version; a second text may follow its NUL */
-  char* pszNodeName;         /**< node name; a second text may follow its NUL */
-  char* pszNodeAddress;      /**< node address */
-  char* pszUserName;         /**< user name */
-  char* pszPassword;         /**< password */
-  uint32_t ulFilterCount;    /**< elements in pFilters */
-  BKFILTER_FILE* pFilters;   /**< the node's filters, then the job's */
-  uint16_t usDeviceType;     /**< device type */
-  uint8_t abReserved34[2];   /**< zero */
-  uint32_t ulMediaCount;     /**< elements in pMedia */
-  void* pMedia;              /**< BKDTAPE records for tape nodes, BKDDISK records for all others */
-  char* pszBeforeNode;       /**< node to process before this one */
-  char* pszAfterNode;        /**< node to process after this one */
+  uint16_t usNodeType;     /**< node kind; 3 for a tape node, the actual kind for a restore node */
+  uint16_t usNodeOS;       /**< operating-system code */
+  char* pszNodeOSVer;      /**< operating-system version; a second text may follow its NUL */
+  char* pszNodeName;       /**< node name; a second text may follow its NUL */
+  char* pszNodeAddress;    /**< node address */
+  char* pszUserName;       /**< user name */
+  char* pszPassword;       /**< password */
+  uint32_t ulFilterCount;  /**< elements in pFilters */
+  BKFILTER_FILE* pFilters; /**< the node's filters, then the job's */
+  uint16_t usDeviceType;   /**< device type */
+  uint8_t abReserved34[2]; /**< zero */
+  uint32_t ulMediaCount;   /**< elements in pMedia */
+  void* pMedia;            /**< BKDTAPE records for tape nodes, BKDDISK records for all others */
+  char* pszBeforeNode;     /**< node to process before this one */
+  char* pszAfterNode;      /**< node to process after this one */
   uint16_t usBeforeNodeWait; /**< wait for the before-node */
   uint8_t abReserved54[2];   /**< zero */
   uint32_t ulNodeOptions;    /**< node options; 0x40, 0x200 and 0x800 may be added */
@@ -262,9 +262,8 @@ typedef struct BKQJDATATRANSFER {
 #define BKOQ_RECORD_ASSERT(cond) _Static_assert(cond, "the transfer record layout is fixed")
 #endif
 /** Asserts at compile time that a field of a record stands at its offset, in its width. */
-#define BKOQ_RECORD_FIELD(record, field, offset, width)        \
-  BKOQ_RECORD_ASSERT(offsetof(record, field) == (offset) &&    \
-                     sizeof(((record*)0)->field) == (width))
+#define BKOQ_RECORD_FIELD(record, field, offset, width) \
+  BKOQ_RECORD_ASSERT(offsetof(record, field) == (offset) && sizeof(((record*)0)->field) == (width))
 
 BKOQ_RECORD_ASSERT(sizeof(void*) == 4);
 

@@ -39,28 +39,28 @@ typedef struct BKROTATIONINFO_OLD {
 
 /** One tape; differs by the whole tape ID, and by a session end time instead of an extension. */
 typedef struct BKDTAPE_OLD {
-  char* pszDeviceGroup;       /**< device group */
-  char* pszTapeName;          /**< tape name */
-  uint32_t ulTapeID;          /**< tape ID, whole */
-  uint16_t usTapeSeq;         /**< sequence within the tape set */
-  uint16_t usSessionNumber;   /**< session on the tape */
-  uint32_t ulQFABlockNumber;  /**< block at which the session starts */
-  char* pszSessionPW;         /**< session password of the tape, or of the restore job */
-  uint16_t usNewTapeMethod;   /**< the job's tape method */
-  uint16_t usSpanTapeMethod;  /**< the job's span method */
-  uint16_t usNewTapeTimeout;  /**< the job's new-tape time-out */
-  uint16_t usSpanTapeTimeout; /**< the job's span-tape time-out */
-  uint32_t ulFilterCount;     /**< elements in pFilters */
+  char* pszDeviceGroup;        /**< device group */
+  char* pszTapeName;           /**< tape name */
+  uint32_t ulTapeID;           /**< tape ID, whole */
+  uint16_t usTapeSeq;          /**< sequence within the tape set */
+  uint16_t usSessionNumber;    /**< session on the tape */
+  uint32_t ulQFABlockNumber;   /**< block at which the session starts */
+  char* pszSessionPW;          /**< session password of the tape, or of the restore job */
+  uint16_t usNewTapeMethod;    /**< the job's tape method */
+  uint16_t usSpanTapeMethod;   /**< the job's span method */
+  uint16_t usNewTapeTimeout;   /**< the job's new-tape time-out */
+  uint16_t usSpanTapeTimeout;  /**< the job's span-tape time-out */
+  uint32_t ulFilterCount;      /**< elements in pFilters */
   BKFILTER_FILE_OLD* pFilters; /**< filters of this tape */
-  uint32_t ulTapeItemCount;   /**< elements in pTapeItems */
-  BKTAPEITEM_OLD* pTapeItems; /**< items of this tape */
-  uint16_t usFileSystem;      /**< file-system code, 8 bits widened */
-  uint8_t abReserved50[2];    /**< zero */
-  uint32_t ulOptions;         /**< tape options, without the mark of an extension */
-  char* pszPath;              /**< path of the session */
-  char* pszLocation;          /**< location of the tape */
-  int32_t lSessionEndTime;    /**< session end time, as the client gave it, or zero */
-  uint8_t abReserved68[4];    /**< zero: this layout has no extension record */
+  uint32_t ulTapeItemCount;    /**< elements in pTapeItems */
+  BKTAPEITEM_OLD* pTapeItems;  /**< items of this tape */
+  uint16_t usFileSystem;       /**< file-system code, 8 bits widened */
+  uint8_t abReserved50[2];     /**< zero */
+  uint32_t ulOptions;          /**< tape options, without the mark of an extension */
+  char* pszPath;               /**< path of the session */
+  char* pszLocation;           /**< location of the tape */
+  int32_t lSessionEndTime;     /**< session end time, as the client gave it, or zero */
+  uint8_t abReserved68[4];     /**< zero: this layout has no extension record */
 } BKDTAPE_OLD;
 
 /** One node; differs by having no domain. */
@@ -127,8 +127,8 @@ typedef struct BKQJDATATRANSFER_OLD {
 #endif
 
 /** Asserts that a field of a previous record stands where the current one has it. */
-#define BKOQ_RECORD_SAME(record, field)                                                \
-  BKOQ_RECORD_ASSERT(offsetof(record##_OLD, field) == offsetof(record, field) &&       \
+#define BKOQ_RECORD_SAME(record, field)                                          \
+  BKOQ_RECORD_ASSERT(offsetof(record##_OLD, field) == offsetof(record, field) && \
                      sizeof(((record##_OLD*)0)->field) == sizeof(((record*)0)->field))
 
 BKOQ_RECORD_ASSERT(sizeof(BKROTATIONINFO_OLD) == 48);

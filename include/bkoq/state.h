@@ -21,12 +21,12 @@ extern BKOQ_API unsigned int BK6_SPANTAPEMETHOD;   ///< a backup job's span meth
 extern BKOQ_API char* BK6_DISKSESSIONPW;
 /// Copy of a restore job's session password, or null; owned as BK6_DISKSESSIONPW is.
 extern BKOQ_API char* BK6_TAPESESSIONPW;
-extern BKOQ_API unsigned int DISK_ENCRYPTION;      ///< 1 adds 0x4000 to every disk's options
-extern BKOQ_API unsigned int DISK_COMPRESSION;     ///< 1 adds 0x2000 to every disk's options
-extern BKOQ_API unsigned int NODE_NOESTIMATE;      ///< 1 adds 0x40 to every node's options
-extern BKOQ_API unsigned int CURRENT_NODETYPE;     ///< type of the node being flattened
-extern BKOQ_API unsigned int UNIX_OPTIONS;         ///< option word of the last UNIX node flattened
-extern BKOQ_API RWCollectableString DISK_DISKNAME; ///< name of the last disk flattened
+extern BKOQ_API unsigned int DISK_ENCRYPTION;       ///< 1 adds 0x4000 to every disk's options
+extern BKOQ_API unsigned int DISK_COMPRESSION;      ///< 1 adds 0x2000 to every disk's options
+extern BKOQ_API unsigned int NODE_NOESTIMATE;       ///< 1 adds 0x40 to every node's options
+extern BKOQ_API unsigned int CURRENT_NODETYPE;      ///< type of the node being flattened
+extern BKOQ_API unsigned int UNIX_OPTIONS;          ///< option word of the last UNIX node flattened
+extern BKOQ_API RWCollectableString DISK_DISKNAME;  ///< name of the last disk flattened
 
 /// The twins that the previous layout's conversions use.
 extern BKOQ_API unsigned int BK6_NEWTAPETIMEOUT_OLD;

@@ -57,9 +57,9 @@ class BKOQ_API BKQTapeItem : public RWCollectable {
   void setChunkNum(unsigned int chunk);
   unsigned int getPhysicalChunkNum() const;  ///< reaches no record
   void setPhysicalChunkNum(unsigned int chunk);
-  unsigned short getChunkOffset() const;  ///< offset within the chunk; usChunkOffset
+  unsigned short getChunkOffset() const;     ///< offset within the chunk; usChunkOffset
   void setChunkOffset(unsigned int offset);  ///< keeps the low 16 bits
-  unsigned int getOptions() const;  ///< ulOptions
+  unsigned int getOptions() const;           ///< ulOptions
   void setOptions(unsigned int options);
 
   /// Copies the values of `source`; nothing when it is null or this object.

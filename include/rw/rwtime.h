@@ -7,7 +7,7 @@
 #include "rw/zone.h"
 
 /// A moment: seconds since 1901-01-01 00:00:00 UTC, as an unsigned 32-bit count, which ends at
-/// 2037-02-07 06:28:15 UTC. (1970-01-01 00:00:00 UTC is 2177452800.)
+/// 2037-02-06 06:28:15 UTC. (1970-01-01 00:00:00 UTC is 2177452800.)
 class RW_API RWTime {
  public:
   /// Now.

@@ -1,0 +1,147 @@
+#ifndef BKOQ_KIT_H_
+#define BKOQ_KIT_H_
+
+/* The record kit, libbkoqkit: what a holder of a record tree needs. Every operation reads records
+   of either layout and is told which; none needs the library that made them. Nothing throws, no
+   state is kept between calls. Usable from C11 and C++11.
+
+   Blocks of a tree are numbered in the order in which bkoqWalk() reaches them: #1 is the job
+   record, then each block where the pointer to it stands. The numbers depend on the tree's content
+   alone, so two runs print the same text; addresses are never printed. */
+
+#include <stddef.h>
+#include <stdint.h>
+#include <stdio.h>
+
+#include "bkoq/export.h"
+
+#ifdef __cplusplus
+extern "C" {
+#endif
+
+/** The layout of a tree: BKQJDATATRANSFER or BKQJDATATRANSFER_OLD. */
+typedef enum BkoqLayout { BKOQ_LAYOUT_CURRENT = 0, BKOQ_LAYOUT_PREVIOUS = 1 } BkoqLayout;
+
+/** How an operation ended. */
+typedef enum BkoqStatus {
+  BKOQ_OK = 0,
+  BKOQ_STOPPED,      /**< the visitor asked to stop */
+  BKOQ_SINK_FAILED,  /**< the sink refused output */
+  BKOQ_NO_MEMORY,    /**< memory ran out */
+  BKOQ_BAD_ARGUMENT, /**< a null where none may be, or an unknown layout or format */
+  BKOQ_NOT_FOUND     /**< no such record, path, block or offset */
+} BkoqStatus;
+
+/** In words, such as "memory ran out"; never null. */
+BKOQ_API const char* bkoqStatusText(BkoqStatus status);
+
+/* ------------------------------------------------------------------------------------ free */
+
+/** What bkoqFree() released. */
+typedef struct BkoqFreed {
+  uint32_t blocks;   /**< blocks given to free() */
+  uint64_t bytes;    /**< their bytes, as far as records and texts take them */
+  uint32_t notFreed; /**< blocks left: what they hold cannot be told from the records */
+} BkoqFreed;
+
+/** Frees a tree from convertToBK2() or convertToBK2_old(), also one that a failed conversion left:
+    a count over a null array stands for no elements. A null `root` is no tree. What a node of an
+    unknown kind of job holds (pMedia) is left and counted, since nothing says what it is. `freed`
+    may be null. Allocates nothing. */
+BKOQ_API BkoqStatus bkoqFree(void* root, BkoqLayout layout, BkoqFreed* freed);
+
+/* ------------------------------------------------------------------------------------ walk */
+
+/** What a field is. */
+typedef enum BkoqFieldKind {
+  BKOQ_FIELD_NUMBER = 0,
+  BKOQ_FIELD_COUNT,       /**< counts the elements of an array, or the texts of a list */
+  BKOQ_FIELD_FLAGS,       /**< a number whose bits have meanings of their own */
+  BKOQ_FIELD_TIME,        /**< signed, local-clock seconds since 1970-01-01 00:00 */
+  BKOQ_FIELD_CLIENT_TIME, /**< signed, seconds as the client gave them */
+  BKOQ_FIELD_BYTE_LIST,   /**< one number a byte */
+  BKOQ_FIELD_TEXT,        /**< pointer to a text */
+  BKOQ_FIELD_TWO_TEXTS,   /**< pointer to two texts in one block, each with its NUL */
+  BKOQ_FIELD_TEXT_LIST,   /**< pointer to `count` texts back to back */
+  BKOQ_FIELD_ARRAY,       /**< pointer to `count` records */
+  BKOQ_FIELD_RECORD,      /**< pointer to one record */
+  BKOQ_FIELD_EMBEDDED,    /**< a record inside this one */
+  BKOQ_FIELD_RESERVED,    /**< zero */
+  BKOQ_FIELD_OPAQUE       /**< unknown, perhaps a pointer: the kind that would tell is not known */
+} BkoqFieldKind;
+
+typedef enum BkoqEvent {
+  BKOQ_RECORD_BEGIN = 0, /**< a record; its fields follow */
+  BKOQ_FIELD,            /**< a field; what it points to or embeds follows */
+  BKOQ_RECORD_END        /**< all of the record has been visited */
+} BkoqEvent;
+
+/** One step of a walk. Everything it points to lives as long as the call of the visitor; names,
+    meanings and what lies in the tree live on. */
+typedef struct BkoqVisit {
+  BkoqEvent event;
+  const char* path;   /**< "pSourceNodes[2].pMedia[0].pszDiskName"; "" for the job record */
+  const char* record; /**< name of the record, "BKDDISK" */
+  uint32_t block;     /**< number of the block in which the record or field lies */
+  uint32_t offset;    /**< its place in that block */
+  uint32_t width;     /**< bytes of the record or field */
+  const void* bytes;  /**< the record or field itself */
+  unsigned int depth; /**< records around it: 0 for the job record and its fields */
+  const char* field;  /**< name of the field; null for records, as is all that follows */
+  BkoqFieldKind kind;
+  uint32_t fieldOffset;    /**< place in the record */
+  const char* meaning;     /**< in a few words */
+  const char* filledBy;    /**< "BKQJob::setOwner"; "" when no attribute fills it */
+  int isSecret;            /**< a password or key, wholly or in part */
+  uint32_t number;         /**< numbers, counts, flags, times (as unsigned) */
+  const char* word;        /**< what the number is called, "rotation backup"; null without a name */
+  uint32_t target;         /**< number of the block it points to; 0 for null and for no pointer */
+  const void* targetBytes; /**< that block */
+  uint32_t targetSize;     /**< its bytes, as far as records and texts take them */
+  uint32_t count;          /**< arrays and lists: elements in that block */
+} BkoqVisit;
+
+/** Returns 0 to go on, anything else to stop. */
+typedef int (*BkoqVisitor)(const BkoqVisit* visit, void* user);
+
+/** Visits every record and field: the fields of a record in the order of their offsets, and behind
+    a field what it points to or embeds. Allocates nothing and changes nothing. */
+BKOQ_API BkoqStatus bkoqWalk(const void* root, BkoqLayout layout, BkoqVisitor visitor, void* user);
+
+/* ----------------------------------------------------------------------------------- print */
+
+/** Takes `size` bytes of output; returns 0, or anything else to end the operation. */
+typedef int (*BkoqSink)(void* user, const char* text, size_t size);
+
+/** A sink for a FILE*, which is its `user`. Fails when writing fails; flushing is the caller's. */
+BKOQ_API int bkoqFileSink(void* file, const char* text, size_t size);
+
+typedef enum BkoqFormat {
+  BKOQ_FORMAT_TEXT = 0,  /**< for people */
+  BKOQ_FORMAT_JSON,      /**< for programs: strict JSON, with a format version */
+  BKOQ_FORMAT_ANNOTATED, /**< bkoqPrint(): every byte of every block, block by block */
+  BKOQ_FORMAT_MARKDOWN   /**< bkoqPrintRecords(): tables for a page */
+} BkoqFormat;
+
+/** How to print; all zero is the default. */
+typedef struct BkoqPrintOptions {
+  BkoqFormat format;
+  int showSecrets;        /**< print passwords and keys; masked otherwise */
+  int hideReserved;       /**< leave out reserved bytes that are zero */
+  int hideZero;           /**< leave out fields that are zero or null, reserved ones too */
+  int colour;             /**< text: terminal colours */
+  unsigned int depth;     /**< text, JSON: levels of records shown, 1 is the job alone; 0 all */
+  unsigned int width;     /**< text: columns, at least 40; 0 for as many as a line takes */
+  const char* onlyRecord; /**< print only records of this name, "BKNODE"; null for all */
+} BkoqPrintOptions;
+
+/** Prints a tree. `options` may be null. BKOQ_NOT_FOUND when the layout has no such record as
+    `onlyRecord` names, or the tree holds none. */
+BKOQ_API BkoqStatus bkoqPrint(const void* root, BkoqLayout layout, const BkoqPrintOptions* options,
+                              BkoqSink sink, void* user);
+
+#ifdef __cplusplus
+} /* extern "C" */
+#endif
+
+#endif /* BKOQ_KIT_H_ */

@@ -1,0 +1,56 @@
+#include "model/copy_list.h"
+
+#include <stdlib.h>
+
+namespace bkoq {
+namespace {
+
+int compareAddresses(const void* left, const void* right) {
+  const auto a = reinterpret_cast<size_t>(*static_cast<RWCollectable* const*>(left));
+  const auto b = reinterpret_cast<size_t>(*static_cast<RWCollectable* const*>(right));
+  return a < b ? -1 : a > b;
+}
+
+// The addresses of a list in order, so that a long list is searched fast.
+class SortedAddresses {
+ public:
+  explicit SortedAddresses(const RWSlistCollectables& list)
+      : list_(list),
+        addresses_(static_cast<RWCollectable**>(malloc(list.entries() * sizeof(RWCollectable*)))) {
+    if (addresses_ == nullptr) return;
+    for (unsigned int i = 0; i < list.entries(); ++i) addresses_[i] = list.at(i);
+    qsort(addresses_, list.entries(), sizeof(RWCollectable*), compareAddresses);
+  }
+  ~SortedAddresses() { free(addresses_); }
+  SortedAddresses(const SortedAddresses&) = delete;
+  SortedAddresses& operator=(const SortedAddresses&) = delete;
+
+  bool contains(RWCollectable* address) const {
+    if (addresses_ != nullptr) {
+      return bsearch(&address, addresses_, list_.entries(), sizeof(RWCollectable*),
+                     compareAddresses) != nullptr;
+    }
+    for (unsigned int i = 0; i < list_.entries(); ++i) {
+      if (list_.at(i) == address) return true;
+    }
+    return false;
+  }
+
+ private:
+  const RWSlistCollectables& list_;
+  RWCollectable** addresses_;  // null when memory ran out
+};
+
+}  // namespace
+
+void destroyUnlessHeld(RWSlistCollectables& list, const RWSlistCollectables& kept) {
+  if (list.isEmpty()) return;
+  const SortedAddresses held(kept);
+  RWSlistCollectables former;
+  for (unsigned int i = 0; i < list.entries(); ++i) {
+    if (!held.contains(list.at(i))) former.insert(list.at(i));
+  }
+  former.clearAndDestroy();
+}
+
+}  // namespace bkoq
