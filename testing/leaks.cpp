@@ -9,5 +9,7 @@ static const char kNeverFreed[] =
     "leak:BKQDiskItem::addFile\n"
     "leak:copyDoubled<RWCollectableString>\n";
 
-extern "C" const char* __lsan_default_suppressions();
-extern "C" const char* __lsan_default_suppressions() { return kNeverFreed; }
+// LeakSanitizer looks for it from its own library.
+extern "C" __attribute__((visibility("default"))) const char* __lsan_default_suppressions() {
+  return kNeverFreed;
+}

@@ -29,7 +29,9 @@ typedef enum BkoqStatus {
   BKOQ_SINK_FAILED,  /**< the sink refused output */
   BKOQ_NO_MEMORY,    /**< memory ran out */
   BKOQ_BAD_ARGUMENT, /**< a null where none may be, or an unknown layout or format */
-  BKOQ_NOT_FOUND     /**< no such record, path, block or offset */
+  BKOQ_NOT_FOUND,    /**< no such record, path, block or offset */
+  BKOQ_BAD_IMAGE,    /**< an image that breaks a rule of its format */
+  BKOQ_BAD_TREE      /**< a tree that no image can hold */
 } BkoqStatus;
 
 /** In words, such as "memory ran out"; never null. */
@@ -139,6 +141,110 @@ typedef struct BkoqPrintOptions {
     `onlyRecord` names, or the tree holds none. */
 BKOQ_API BkoqStatus bkoqPrint(const void* root, BkoqLayout layout, const BkoqPrintOptions* options,
                               BkoqSink sink, void* user);
+
+/** Prints what stands at a path as bkoqWalk() gives it: of a field its value alone, of an array or
+   a record everything in it. Of the options, those of bkoqPrint() that concern values hold; the
+    formats are text and JSON. */
+BKOQ_API BkoqStatus bkoqPrintField(const void* root, BkoqLayout layout, const char* path,
+                                   const BkoqPrintOptions* options, BkoqSink sink, void* user);
+
+/** Says which field, or which text, lies at byte `offset` of the block numbered `block`. The
+   formats are text and JSON. */
+BKOQ_API BkoqStatus bkoqPrintAt(const void* root, BkoqLayout layout, uint32_t block,
+                                uint32_t offset, const BkoqPrintOptions* options, BkoqSink sink,
+                                void* user);
+
+/* --------------------------------------------------------------------------------- compare */
+
+/** One difference between two trees. Lives as long as the call of the visitor. */
+typedef struct BkoqDifference {
+  const char* path;      /**< in the first tree */
+  const char* otherPath; /**< in the second; the same unless the field is called otherwise there */
+  const char* record;    /**< the record of the field, in the first tree; an element's own */
+  uint32_t offset;       /**< of the field in its record; of an element in its array's block */
+  const char* oldValue;  /**< in the first tree, in words; "absent" for an element it lacks */
+  const char* newValue;  /**< in the second */
+  int isMasked;          /**< a secret is masked in one of the values */
+} BkoqDifference;
+
+/** Returns 0 to go on, anything else to stop. */
+typedef int (*BkoqDifferenceVisitor)(const BkoqDifference* difference, void* user);
+
+/** Compares two trees, of the same layout or not, field by field in the order of bkoqWalk(). Fields
+    of different layouts are compared by the bytes at which they stand: what one layout has and the
+    other has not differs when it is not zero, and so do reserved bytes. An array that only one tree
+    has is one difference, and so is each element that only one has. `visitor` and `count` may be
+    null; `count` takes the number of differences. Secrets are masked unless `showSecrets`. */
+BKOQ_API BkoqStatus bkoqCompare(const void* first, BkoqLayout firstLayout, const void* second,
+                                BkoqLayout secondLayout, int showSecrets,
+                                BkoqDifferenceVisitor visitor, void* user, uint32_t* count);
+
+/** Prints the differences, one a line; nothing for equal trees, in JSON an empty list. */
+BKOQ_API BkoqStatus bkoqPrintDifferences(const void* first, BkoqLayout firstLayout,
+                                         const void* second, BkoqLayout secondLayout,
+                                         const BkoqPrintOptions* options, BkoqSink sink, void* user,
+                                         uint32_t* count);
+
+/* ----------------------------------------------------------------------------------- image */
+
+/* An image is a tree as one block without addresses, to store or to send; docs/image-format.md
+   describes it. It holds passwords as they are. */
+
+typedef enum BkoqImageProblem {
+  BKOQ_IMAGE_GOOD = 0,
+  BKOQ_IMAGE_SHORT,        /**< shorter than the header */
+  BKOQ_IMAGE_MAGIC,        /**< does not begin as an image does */
+  BKOQ_IMAGE_VERSION,      /**< a version of the format that this kit does not read */
+  BKOQ_IMAGE_LAYOUT,       /**< neither of the two layouts */
+  BKOQ_IMAGE_SIZE,         /**< the size in the header is not that of the image */
+  BKOQ_IMAGE_CHECKSUM,     /**< the bytes are not those that were written */
+  BKOQ_IMAGE_ROOT,         /**< the job record is not where it must be */
+  BKOQ_IMAGE_OUTSIDE,      /**< an offset points into the header or behind the end */
+  BKOQ_IMAGE_UNALIGNED,    /**< an offset is not a multiple of 4 */
+  BKOQ_IMAGE_OVERLAP,      /**< a block lies over one before it */
+  BKOQ_IMAGE_GAP,          /**< a block does not follow the one before it */
+  BKOQ_IMAGE_COUNT,        /**< an array is longer than the rest of the image */
+  BKOQ_IMAGE_UNTERMINATED, /**< a text runs to the end of the image */
+  BKOQ_IMAGE_PADDING,      /**< a byte between two blocks is not zero */
+  BKOQ_IMAGE_TRAILING,     /**< bytes behind the last block */
+  BKOQ_IMAGE_BLOCKS,       /**< not as many blocks as the header says */
+  BKOQ_IMAGE_UNKNOWN_MEDIA /**< a node holds something, but the kind of the job is unknown */
+} BkoqImageProblem;
+
+/** What is wrong, and where. */
+typedef struct BkoqImageError {
+  BkoqImageProblem problem;
+  char path[160];    /**< the field or record in question; "" for the image as a whole */
+  uint32_t position; /**< the byte of the image at which it stands */
+  char expected[80];
+  char found[80];
+  char text[400]; /**< all of it as a line without its end */
+} BkoqImageError;
+
+/** Gives the image of a tree to the sink, in one call. BKOQ_BAD_TREE when a node holds something
+    that cannot be told; `error`, which may be null, then says which. */
+BKOQ_API BkoqStatus bkoqWriteImage(const void* root, BkoqLayout layout, BkoqSink sink, void* user,
+                                   BkoqImageError* error);
+
+/** Makes a tree from an image, which may come from anyone: everything in it is checked before it is
+    used, and nothing outside its `size` bytes is touched. The tree is the caller's, as one from a
+    conversion is; bkoqFree() frees it. With BKOQ_BAD_IMAGE, `root` is what could be read up to the
+    error, null if nothing, which bkoqFree() and all others take as well; `layout` is set whenever
+    `root` is not null. `error` may be null. */
+BKOQ_API BkoqStatus bkoqReadImage(const void* image, size_t size, BkoqLayout* layout, void** root,
+                                  BkoqImageError* error);
+
+/* --------------------------------------------------------------------------------- records */
+
+/** Prints the table of a record: its fields with offset, width, kind, meaning and the attribute
+   that fills them. A null `record` stands for all. The formats are text, JSON and Markdown. */
+BKOQ_API BkoqStatus bkoqPrintRecords(const char* record, BkoqLayout layout, BkoqFormat format,
+                                     BkoqSink sink, void* user);
+
+/** Prints what differs between the layouts in a record, or in all. The formats are text, JSON and
+    Markdown. */
+BKOQ_API BkoqStatus bkoqPrintLayoutDifferences(const char* record, BkoqFormat format, BkoqSink sink,
+                                               void* user);
 
 #ifdef __cplusplus
 } /* extern "C" */

@@ -87,7 +87,6 @@ class RW_API RWSlistCollectablesIterator {
  public:
   /// Stands before the first element.
   explicit RWSlistCollectablesIterator(RWSlistCollectables& list) noexcept;
-  ~RWSlistCollectablesIterator();
 
   /// The next element, or null at the end.
   RWCollectable* operator()() noexcept;

@@ -1,0 +1,45 @@
+#include <cstdlib>
+
+#include "bkoq/kit.h"
+#include "kit/guard.h"
+#include "kit/tree.h"
+
+namespace bkoq {
+namespace {
+
+class Freer : public WalkHandler {
+ public:
+  bool field(const FieldView& field, const Block&, const Position&) {
+    const bool isUnknownMedia = field.kind() == FieldKind::kOpaque && field.def().isPointer();
+    if (isUnknownMedia && field.pointer() != nullptr) ++freed_.notFreed;
+    return true;
+  }
+  void endBlock(const FieldView&, const Block& block, const Position&) {
+    release(block.bytes, block.size);
+  }
+  void release(const void* block, std::uint32_t size) {
+    std::free(const_cast<void*>(block));
+    ++freed_.blocks;
+    freed_.bytes += size;
+  }
+  const BkoqFreed& freed() const { return freed_; }
+
+ private:
+  BkoqFreed freed_{};
+};
+
+}  // namespace
+}  // namespace bkoq
+
+BkoqStatus bkoqFree(void* root, BkoqLayout layout, BkoqFreed* freed) {
+  using namespace bkoq;
+  if (freed != nullptr) *freed = BkoqFreed{};
+  if (!isLayout(layout)) return BKOQ_BAD_ARGUMENT;
+  if (root == nullptr) return BKOQ_OK;
+  const RecordView job = RecordView::job(root, toLayout(layout));
+  Freer freer;
+  Walker<Freer>(freer).walk(job);
+  freer.release(root, job.def->size);
+  if (freed != nullptr) *freed = freer.freed();
+  return BKOQ_OK;
+}

@@ -1,0 +1,27 @@
+#ifndef BKOQ_KIT_JSON_H_
+#define BKOQ_KIT_JSON_H_
+
+#include <string>
+
+#include "kit/tree.h"
+
+namespace bkoq {
+
+constexpr int kJsonVersion = 1;
+
+// What stands first in every JSON document of the kit: "{" and the members that say what follows.
+std::string jsonStart(const char* format);
+
+// "number", "text list": the kind of a field for programs.
+const char* kindName(FieldKind kind);
+
+// A text as a JSON string; {"hex": "ff fe"} when its bytes are no UTF-8.
+std::string jsonText(const std::string& text);
+
+// The members that tell a field's value: "kind", "value" and what belongs to it. Arrays and records
+// give their "block", "size" and "count" only.
+std::string jsonValue(const FieldView& field, const Block& block, bool showSecrets);
+
+}  // namespace bkoq
+
+#endif  // BKOQ_KIT_JSON_H_

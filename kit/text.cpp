@@ -1,0 +1,189 @@
+#include "kit/text.h"
+
+#include <algorithm>
+#include <cstdio>
+
+namespace bkoq {
+namespace {
+
+constexpr std::uint32_t kNoCharacter = 0xFFFFFFFF;
+
+struct Character {
+  std::uint32_t code;  // kNoCharacter for a byte that begins no valid sequence
+  std::size_t size;
+};
+
+Character characterAt(std::string_view bytes, std::size_t index) {
+  const auto byteAt = [&](std::size_t i) {
+    return i < bytes.size() ? static_cast<unsigned char>(bytes[i]) : 0u;
+  };
+  const unsigned int first = byteAt(index);
+  if (first < 0x80) return {first, 1};
+  std::size_t size = 0;
+  std::uint32_t code = 0;
+  std::uint32_t least = 0;
+  if (first >= 0xC2 && first <= 0xDF) {
+    size = 2;
+    code = first & 0x1F;
+    least = 0x80;
+  } else if (first >= 0xE0 && first <= 0xEF) {
+    size = 3;
+    code = first & 0x0F;
+    least = 0x800;
+  } else if (first >= 0xF0 && first <= 0xF4) {
+    size = 4;
+    code = first & 0x07;
+    least = 0x10000;
+  } else {
+    return {kNoCharacter, 1};
+  }
+  for (std::size_t i = 1; i < size; ++i) {
+    const unsigned int next = byteAt(index + i);
+    if ((next & 0xC0) != 0x80) return {kNoCharacter, 1};
+    code = code << 6 | (next & 0x3F);
+  }
+  const bool isSurrogate = code >= 0xD800 && code <= 0xDFFF;
+  if (code < least || code > 0x10FFFF || isSurrogate) return {kNoCharacter, 1};
+  return {code, size};
+}
+
+// Controls, and what would move, hide or reorder the text around it.
+bool isVisible(std::uint32_t code) {
+  if (code < 0x20 || (code >= 0x7F && code < 0xA0)) return false;
+  if (code == 0xAD || code == 0x61C || code == 0x180E || code == 0xFEFF) return false;
+  if (code >= 0x200B && code <= 0x200F) return false;
+  if (code >= 0x2028 && code <= 0x202E) return false;
+  if (code >= 0x2060 && code <= 0x206F) return false;
+  if (code >= 0xFFF9 && code <= 0xFFFB) return false;
+  return code < 0xE0000 || code > 0xE0FFF;
+}
+
+std::string formatted(const char* format, unsigned int value) {
+  char text[16];
+  std::snprintf(text, sizeof text, format, value);
+  return text;
+}
+
+}  // namespace
+
+bool isUtf8(std::string_view bytes) {
+  for (std::size_t i = 0; i < bytes.size();) {
+    const Character character = characterAt(bytes, i);
+    if (character.code == kNoCharacter) return false;
+    i += character.size;
+  }
+  return true;
+}
+
+std::vector<std::string> printableCharacters(std::string_view bytes) {
+  std::vector<std::string> characters;
+  for (std::size_t i = 0; i < bytes.size();) {
+    const Character character = characterAt(bytes, i);
+    const std::string_view raw = bytes.substr(i, character.size);
+    i += character.size;
+    if (character.code == '"' || character.code == '\\') {
+      characters.push_back("\\" + std::string(raw));
+    } else if (character.code == '\n') {
+      characters.emplace_back("\\n");
+    } else if (character.code == '\t') {
+      characters.emplace_back("\\t");
+    } else if (character.code != kNoCharacter && isVisible(character.code)) {
+      characters.emplace_back(raw);
+    } else {
+      for (const char byte : raw) {
+        characters.push_back(formatted("\\x%02x", static_cast<unsigned char>(byte)));
+      }
+    }
+  }
+  return characters;
+}
+
+std::string quoted(std::string_view bytes) {
+  std::string text = "\"";
+  for (const std::string& character : printableCharacters(bytes)) text += character;
+  return text + "\"";
+}
+
+std::string jsonQuoted(std::string_view utf8) {
+  std::string text = "\"";
+  for (std::size_t i = 0; i < utf8.size();) {
+    const Character character = characterAt(utf8, i);
+    const std::string_view raw = utf8.substr(i, character.size);
+    i += character.size;
+    if (character.code == '"' || character.code == '\\') {
+      text += "\\" + std::string(raw);
+    } else if (isVisible(character.code)) {
+      text += raw;
+    } else if (character.code < 0x10000) {
+      text += formatted("\\u%04x", character.code);
+    } else {
+      const std::uint32_t above = character.code - 0x10000;
+      text += formatted("\\u%04x", 0xD800 + (above >> 10));
+      text += formatted("\\u%04x", 0xDC00 + (above & 0x3FF));
+    }
+  }
+  return text + "\"";
+}
+
+std::string hexBytes(const std::uint8_t* bytes, std::size_t size) {
+  std::string text;
+  for (std::size_t i = 0; i < size; ++i) {
+    if (i > 0) text += ' ';
+    text += formatted("%02x", bytes[i]);
+  }
+  return text;
+}
+
+std::string hexNumber(std::uint32_t value, std::uint32_t width) {
+  return formatted(width == 4 ? "0x%08x" : "0x%04x", value);
+}
+
+std::string clockDate(std::int32_t seconds) {
+  const std::int64_t day = 86400;
+  std::int64_t days = seconds / day;
+  std::int64_t second = seconds % day;
+  if (second < 0) {
+    second += day;
+    --days;
+  }
+  // Years begin on March 1, so that the day of a leap year is the last; eras have 400 years.
+  const std::int64_t sinceEra = days + 719468;
+  const std::int64_t era = (sinceEra >= 0 ? sinceEra : sinceEra - 146096) / 146097;
+  const std::int64_t dayOfEra = sinceEra - era * 146097;
+  const std::int64_t yearOfEra =
+      (dayOfEra - dayOfEra / 1460 + dayOfEra / 36524 - dayOfEra / 146096) / 365;
+  const std::int64_t dayOfYear = dayOfEra - (365 * yearOfEra + yearOfEra / 4 - yearOfEra / 100);
+  const std::int64_t monthFromMarch = (5 * dayOfYear + 2) / 153;
+  const std::int64_t dayOfMonth = dayOfYear - (153 * monthFromMarch + 2) / 5 + 1;
+  const std::int64_t month = monthFromMarch < 10 ? monthFromMarch + 3 : monthFromMarch - 9;
+  const std::int64_t year = yearOfEra + era * 400 + (month <= 2 ? 1 : 0);
+  char text[64];
+  std::snprintf(text, sizeof text, "%04d-%02d-%02d %02d:%02d:%02d", static_cast<int>(year),
+                static_cast<int>(month), static_cast<int>(dayOfMonth),
+                static_cast<int>(second / 3600), static_cast<int>(second / 60 % 60),
+                static_cast<int>(second % 60));
+  return text;
+}
+
+std::string counted(std::uint32_t count, const std::string& singular, const std::string& plural) {
+  return std::to_string(count) + " " + (count == 1 ? singular : plural);
+}
+
+std::string padded(std::string text, std::size_t width) {
+  const std::size_t taken = columns(text);
+  if (taken < width) text.append(width - taken, ' ');
+  return text;
+}
+
+std::string leftPadded(const std::string& text, std::size_t width) {
+  const std::size_t taken = columns(text);
+  return taken < width ? std::string(width - taken, ' ') + text : text;
+}
+
+std::size_t columns(std::string_view utf8) {
+  return static_cast<std::size_t>(std::count_if(utf8.begin(), utf8.end(), [](char byte) {
+    return (static_cast<unsigned char>(byte) & 0xC0) != 0x80;
+  }));
+}
+
+}  // namespace bkoq

@@ -1,0 +1,277 @@
+#ifndef BKOQ_KIT_TREE_H_
+#define BKOQ_KIT_TREE_H_
+
+#include <cstdint>
+#include <cstring>
+
+#include "kit/path.h"
+#include "kit/record_table.h"
+
+namespace bkoq {
+
+class FieldView;
+
+// A record somewhere in memory, with what is needed to read it.
+struct RecordView {
+  const RecordDef* def = nullptr;
+  const std::uint8_t* bytes = nullptr;
+  Layout layout = Layout::kCurrent;
+  NodeRole role;  // nodes only
+
+  std::uint32_t numberAt(std::uint32_t offset, std::uint32_t width) const {
+    std::uint32_t value = 0;
+    for (std::uint32_t i = 0; i < width; ++i) {
+      value |= static_cast<std::uint32_t>(bytes[offset + i]) << (8 * i);
+    }
+    return value;
+  }
+  // Which rows of the table read this record.
+  unsigned int variant() const {
+    return def->type == RecordType::kFilter ? filterVariant(numberAt(0, 2), numberAt(6, 2))
+                                            : kAlways;
+  }
+  static RecordView job(const void* root, Layout layout) {
+    return {
+        recordDef(layout, RecordType::kJob), static_cast<const std::uint8_t*>(root), layout, {}};
+  }
+};
+
+// A field of a record, with everything that depends on where the record stands decided.
+class FieldView {
+ public:
+  FieldView(const RecordView& record, const FieldDef& def) : record_(&record), def_(&def) {}
+
+  const RecordView& record() const { return *record_; }
+  const FieldDef& def() const { return *def_; }
+  const std::uint8_t* bytes() const { return record_->bytes + def_->offset; }
+
+  FieldKind kind() const {
+    if (def_->kind == FieldKind::kNodeText) {
+      const bool isUnixMachine = record_->role.media == Media::kDisks &&
+                                 !record_->role.isRestoreDestination &&
+                                 record_->numberAt(0, 2) == kUnixNodeType;
+      return isUnixMachine ? FieldKind::kTwoTexts : FieldKind::kText;
+    }
+    // Without knowing what a node holds its media cannot be followed.
+    if (def_->target == RecordType::kMedia && record_->role.media == Media::kUnknown) {
+      return FieldKind::kOpaque;
+    }
+    return def_->kind;
+  }
+  bool pointsSomewhere() const { return kind() != FieldKind::kOpaque && def_->isPointer(); }
+
+  // The records behind or inside the field; null for texts and numbers.
+  const RecordDef* target() const {
+    RecordType type = def_->target;
+    if (type == RecordType::kMedia) {
+      if (record_->role.media == Media::kUnknown) return nullptr;
+      type = record_->role.media == Media::kDisks ? RecordType::kDisk : RecordType::kTape;
+    }
+    return type != RecordType::kNone ? recordDef(record_->layout, type) : nullptr;
+  }
+
+  std::uint32_t number() const { return def_->width <= 4 ? numberOf(def_->width) : 0; }
+  bool isZero() const {
+    for (std::uint32_t i = 0; i < def_->width; ++i) {
+      if (bytes()[i] != 0) return false;
+    }
+    return true;
+  }
+  const std::uint8_t* pointer() const {
+    const std::uint8_t* value = nullptr;
+    std::memcpy(&value, bytes(), sizeof value);
+    return value;
+  }
+  // Elements of an array, texts of a list; 1 for a single record; what the count says, also where
+  // the pointer is null.
+  std::uint32_t count() const {
+    switch (def_->kind) {
+      case FieldKind::kArray:
+      case FieldKind::kTextList:
+        return record_->numberAt(def_->countOffset, 4);
+      case FieldKind::kRecord:
+        return 1;
+      default:
+        return 0;
+    }
+  }
+  // The record at `bytes`, as one that this field points to or embeds.
+  RecordView elementAt(const std::uint8_t* bytes) const {
+    RecordView element;
+    element.def = target();
+    element.bytes = bytes;
+    element.layout = record_->layout;
+    if (def_->nodes != NodeArray::kNone) {
+      element.role = nodeRole(record_->numberAt(4, 2), def_->nodes);
+    }
+    return element;
+  }
+
+  const Word* words() const {
+    if (def_->words == nodeTypes() && record_->role.media == Media::kTapes) {
+      return tapeNodeTypes();
+    }
+    return def_->words;
+  }
+  // What a number is called; null without a name, and for flags, whose bits have the names.
+  const char* word() const {
+    if (words() == nullptr || def_->kind == FieldKind::kFlags) return nullptr;
+    for (const Word* word = words(); word->name != nullptr; ++word) {
+      if (word->value == number()) return word->name;
+    }
+    return nullptr;
+  }
+
+ private:
+  std::uint32_t numberOf(std::uint32_t width) const {
+    return record_->numberAt(def_->offset, width);
+  }
+
+  const RecordView* record_;
+  const FieldDef* def_;
+};
+
+// Calls `use(FieldView)` for each field in the order of the offsets until one call gives false;
+// false then.
+template <class Use>
+bool forEachField(const RecordView& record, const Use& use) {
+  const unsigned int variant = record.variant();
+  for (const FieldDef& def : *record.def) {
+    if ((def.variants & variant) != 0 && !use(FieldView(record, def))) return false;
+  }
+  return true;
+}
+
+// A block: the records or texts behind one pointer.
+struct Block {
+  std::uint32_t label = 0;  // from 1 on, in the order of the walk
+  const std::uint8_t* bytes = nullptr;
+  std::uint32_t size = 0;  // as far as records and texts take it
+  std::uint32_t count = 0;
+};
+
+// Bytes of `count` texts back to back, their NULs included.
+inline std::uint32_t sizeOfTexts(const std::uint8_t* texts, std::uint32_t count) {
+  std::uint32_t size = 0;
+  for (; count > 0; --count) {
+    size +=
+        static_cast<std::uint32_t>(std::strlen(reinterpret_cast<const char*>(texts) + size)) + 1;
+  }
+  return size;
+}
+
+inline Block blockOf(const FieldView& field) {
+  Block block;
+  if (!field.pointsSomewhere()) return block;
+  block.bytes = field.pointer();
+  if (block.bytes == nullptr) return block;
+  switch (field.kind()) {
+    case FieldKind::kText:
+      block.count = 1;
+      break;
+    case FieldKind::kTwoTexts:
+      block.count = 2;
+      break;
+    default:
+      block.count = field.count();
+  }
+  const RecordDef* target = field.target();
+  block.size =
+      target != nullptr ? block.count * target->size : sizeOfTexts(block.bytes, block.count);
+  return block;
+}
+
+// Where a walk is. The same for a record and for its fields, except for the path.
+struct Position {
+  Path path;
+  std::uint32_t block = 0;
+  std::uint32_t blockOffset = 0;  // of the record
+  unsigned int depth = 0;
+};
+
+// What a handler of a walk may leave out. The calls, in this order:
+//   beginRecord(record, at); for each field: field(field, block, at), then what the field embeds or
+//   points to, then, if there is a block, endBlock(field, block, at); endRecord(record, at).
+// `at.path` names the record, or the field; `block` is what the field points to, its label 0 when
+// it points nowhere. beginRecord() and field() return whether to go on. After endBlock() the walk
+// never looks at the block again.
+struct WalkHandler {
+  bool beginRecord(const RecordView&, const Position&) { return true; }
+  bool field(const FieldView&, const Block&, const Position&) { return true; }
+  void endBlock(const FieldView&, const Block&, const Position&) {}
+  bool endRecord(const RecordView&, const Position&) { return true; }
+};
+
+// The walk on which everything else is built. Needs no memory of its own: records nest to a depth
+// that the record table fixes, whatever the tree holds.
+template <class Handler>
+class Walker {
+ public:
+  explicit Walker(Handler& handler) : handler_(&handler) {}
+
+  // False when the handler asked to stop.
+  bool walk(const RecordView& root) {
+    Position at;
+    at.block = ++labels_;
+    return record(root, at);
+  }
+
+ private:
+  bool record(const RecordView& record, Position& at) {
+    if (!handler_->beginRecord(record, at)) return false;
+    const bool goesOn =
+        forEachField(record, [&](const FieldView& field) { return this->field(field, at); });
+    return goesOn && handler_->endRecord(record, at);
+  }
+
+  bool field(const FieldView& field, Position& at) {
+    const Path::Mark mark = at.path.append(field.def().name);
+    Block block = blockOf(field);
+    if (block.bytes != nullptr) block.label = ++labels_;
+    bool goesOn = handler_->field(field, block, at);
+    if (goesOn && field.def().kind == FieldKind::kEmbedded) goesOn = embedded(field, at);
+    if (goesOn && block.bytes != nullptr) {
+      if (field.target() != nullptr) goesOn = elements(field, block, at);
+      if (goesOn) handler_->endBlock(field, block, at);
+    }
+    at.path.cut(mark);
+    return goesOn;
+  }
+
+  bool embedded(const FieldView& field, Position& at) {
+    const std::uint32_t offset = at.blockOffset;
+    at.blockOffset += field.def().offset;
+    ++at.depth;
+    const bool goesOn = record(field.elementAt(field.bytes()), at);
+    --at.depth;
+    at.blockOffset = offset;
+    return goesOn;
+  }
+
+  bool elements(const FieldView& field, const Block& block, Position& at) {
+    const std::uint32_t outerBlock = at.block;
+    const std::uint32_t outerOffset = at.blockOffset;
+    const std::uint32_t size = field.target()->size;
+    at.block = block.label;
+    ++at.depth;
+    bool goesOn = true;
+    for (std::uint32_t i = 0; goesOn && i < block.count; ++i) {
+      at.blockOffset = i * size;
+      Path::Mark mark = at.path.mark();
+      if (field.def().kind == FieldKind::kArray) mark = at.path.appendIndex(i);
+      goesOn = record(field.elementAt(block.bytes + at.blockOffset), at);
+      at.path.cut(mark);
+    }
+    --at.depth;
+    at.block = outerBlock;
+    at.blockOffset = outerOffset;
+    return goesOn;
+  }
+
+  Handler* handler_;
+  std::uint32_t labels_ = 0;
+};
+
+}  // namespace bkoq
+
+#endif  // BKOQ_KIT_TREE_H_

@@ -1,0 +1,123 @@
+#include "bkoq/kit.h"
+#include "kit/guard.h"
+#include "kit/tree.h"
+
+namespace bkoq {
+namespace {
+
+BkoqFieldKind toKind(FieldKind kind) {
+  switch (kind) {
+    case FieldKind::kNumber:
+      return BKOQ_FIELD_NUMBER;
+    case FieldKind::kCount:
+      return BKOQ_FIELD_COUNT;
+    case FieldKind::kFlags:
+      return BKOQ_FIELD_FLAGS;
+    case FieldKind::kTime:
+      return BKOQ_FIELD_TIME;
+    case FieldKind::kClientTime:
+      return BKOQ_FIELD_CLIENT_TIME;
+    case FieldKind::kByteList:
+      return BKOQ_FIELD_BYTE_LIST;
+    case FieldKind::kText:
+      return BKOQ_FIELD_TEXT;
+    case FieldKind::kTwoTexts:
+    case FieldKind::kNodeText:
+      return BKOQ_FIELD_TWO_TEXTS;
+    case FieldKind::kTextList:
+      return BKOQ_FIELD_TEXT_LIST;
+    case FieldKind::kArray:
+      return BKOQ_FIELD_ARRAY;
+    case FieldKind::kRecord:
+      return BKOQ_FIELD_RECORD;
+    case FieldKind::kEmbedded:
+      return BKOQ_FIELD_EMBEDDED;
+    case FieldKind::kReserved:
+      return BKOQ_FIELD_RESERVED;
+    case FieldKind::kOpaque:
+      break;
+  }
+  return BKOQ_FIELD_OPAQUE;
+}
+
+class Visitor : public WalkHandler {
+ public:
+  Visitor(BkoqVisitor visitor, void* user) : visitor_(visitor), user_(user) {}
+
+  bool beginRecord(const RecordView& record, const Position& at) {
+    return visit(recordVisit(BKOQ_RECORD_BEGIN, record, at));
+  }
+  bool field(const FieldView& field, const Block& block, const Position& at) {
+    BkoqVisit visit = recordVisit(BKOQ_FIELD, field.record(), at);
+    visit.offset += field.def().offset;
+    visit.width = field.def().width;
+    visit.bytes = field.bytes();
+    visit.field = field.def().name;
+    visit.kind = toKind(field.kind());
+    visit.fieldOffset = field.def().offset;
+    visit.meaning = field.def().meaning;
+    visit.filledBy = field.def().filledBy;
+    visit.isSecret = field.def().secret != Secret::kNone ? 1 : 0;
+    if (visit.kind <= BKOQ_FIELD_CLIENT_TIME) visit.number = field.number();
+    if (visit.kind == BKOQ_FIELD_NUMBER) visit.word = field.word();
+    visit.target = block.label;
+    visit.targetBytes = block.bytes;
+    visit.targetSize = block.size;
+    visit.count = block.count;
+    return this->visit(visit);
+  }
+  bool endRecord(const RecordView& record, const Position& at) {
+    return visit(recordVisit(BKOQ_RECORD_END, record, at));
+  }
+
+ private:
+  static BkoqVisit recordVisit(BkoqEvent event, const RecordView& record, const Position& at) {
+    BkoqVisit visit{};
+    visit.event = event;
+    visit.path = at.path.text();
+    visit.record = record.def->name;
+    visit.block = at.block;
+    visit.offset = at.blockOffset;
+    visit.width = record.def->size;
+    visit.bytes = record.bytes;
+    visit.depth = at.depth;
+    return visit;
+  }
+  bool visit(const BkoqVisit& visit) const { return visitor_(&visit, user_) == 0; }
+
+  BkoqVisitor visitor_;
+  void* user_;
+};
+
+}  // namespace
+}  // namespace bkoq
+
+BkoqStatus bkoqWalk(const void* root, BkoqLayout layout, BkoqVisitor visitor, void* user) {
+  using namespace bkoq;
+  if (root == nullptr || visitor == nullptr || !isLayout(layout)) return BKOQ_BAD_ARGUMENT;
+  Visitor handler(visitor, user);
+  const RecordView job = RecordView::job(root, toLayout(layout));
+  return Walker<Visitor>(handler).walk(job) ? BKOQ_OK : BKOQ_STOPPED;
+}
+
+const char* bkoqStatusText(BkoqStatus status) {
+  switch (status) {
+    case BKOQ_OK:
+      return "done";
+    case BKOQ_STOPPED:
+      return "stopped by the visitor";
+    case BKOQ_SINK_FAILED:
+      return "the output could not be written";
+    case BKOQ_NO_MEMORY:
+      return "memory ran out";
+    case BKOQ_BAD_ARGUMENT:
+      return "a bad argument";
+    case BKOQ_NOT_FOUND:
+      return "not found";
+    case BKOQ_BAD_IMAGE:
+      return "the image is damaged";
+    case BKOQ_BAD_TREE:
+      return "the tree holds what cannot be told";
+  }
+  return "an unknown status";
+}
