@@ -1,0 +1,158 @@
+#include <bkoq/bkoq.h>
+#include <gtest/gtest.h>
+
+#include <memory>
+
+#include "testing/attributes.h"
+#include "testing/counted.h"
+
+namespace {
+
+TEST(DiskItem, Attributes) {
+  BKQDiskItem object;
+  expectText(object, &BKQDiskItem::getPath, &BKQDiskItem::setPath);
+  expectNumber(object, &BKQDiskItem::getOptions, &BKQDiskItem::setOptions, 1);
+  expectNumber(object, &BKQDiskItem::getObjectProperty, &BKQDiskItem::setObjectProperty, 0);
+}
+
+TEST(Disk, Attributes) {
+  BKQDisk object;
+  expectText(object, &BKQDisk::getDiskName, &BKQDisk::setDiskName);
+  expectNumber(object, &BKQDisk::getDiskType, &BKQDisk::setDiskType, 0);
+  expectNumber(object, &BKQDisk::getOptions, &BKQDisk::setOptions, 0);
+  expectText(object, &BKQDisk::getPassword, &BKQDisk::setPassword);
+  expectText(object, &BKQDisk::getUser, &BKQDisk::setUser);
+  expectText(object, &BKQDisk::getDiskPW2, &BKQDisk::setDiskPW2);
+  expectText(object, &BKQDisk::getEncryptionKey, &BKQDisk::setEncryptionKey);
+  expectNumber(object, &BKQDisk::getPriority, &BKQDisk::setPriority, 255);
+  expectNumber(object, &BKQDisk::getCompareFirstMB, &BKQDisk::setCompareFirstMB, 0);
+  expectText(object, &BKQDisk::getAfterDisk, &BKQDisk::setAfterDisk);
+  expectText(object, &BKQDisk::getBeforeDisk, &BKQDisk::setBeforeDisk);
+  expectNumber(object, &BKQDisk::getBeforeDiskWait, &BKQDisk::setBeforeDiskWait, 0);
+  expectNumber(object, &BKQDisk::getDBProperty, &BKQDisk::setDBProperty, 0);
+}
+
+TEST(DiskItem, AddFileClearsTheOptions) {
+  BKQDiskItem item("/etc");
+  EXPECT_STREQ(item.getPath(), "/etc");
+  EXPECT_EQ(item.getOptions(), 1u);
+  ASSERT_NE(item.addFile("passwd"), nullptr);
+  EXPECT_EQ(item.getOptions(), 0u);
+  item.setOptions(5);
+  EXPECT_EQ(item.getOptions(), 5u);
+  EXPECT_EQ(item.fileEntries(), 1u);
+}
+
+TEST(DiskItem, EnumeratesCopiesOfItsNames) {
+  BKQDiskItem item;
+  for (const char* name : {"a", "b", "c"}) item.addFile(name);
+  BKQStringCol* first = nullptr;
+  EXPECT_EQ(item.enumFiles(first, 2), 2u);
+  BKQStringCol* rest = nullptr;
+  EXPECT_EQ(item.enumFiles(rest, 0), 1u);
+  EXPECT_STREQ(*static_cast<RWCollectableString*>(rest->at(0)), "c");
+  item.resetFiles();
+  BKQStringCol* again = nullptr;
+  EXPECT_EQ(item.enumFiles(again, 1), 1u);
+  EXPECT_NE(first->at(0), again->at(0));
+  for (BKQStringCol* names : {first, rest, again}) {
+    names->clearAndDestroy();
+    delete names;
+  }
+}
+
+TEST(DiskItem, CopyHoldsEachNameTwice) {
+  BKQDiskItem item("/etc");
+  item.addFile("a");
+  item.addFile("b");
+  item.setOptions(3);
+  item.setObjectProperty(4);
+  std::unique_ptr<BKQDiskItem> clone(item.clone());
+  EXPECT_STREQ(clone->getPath(), "/etc");
+  EXPECT_EQ(clone->getOptions(), 3u);
+  EXPECT_EQ(clone->getObjectProperty(), 4u);
+  ASSERT_EQ(clone->fileEntries(), 4u);
+  clone->mycopy(&item);
+  clone->mycopy(clone.get());
+  ASSERT_EQ(clone->fileEntries(), 4u);
+  EXPECT_EQ(item.fileEntries(), 2u);
+  BKQStringCol* names = nullptr;
+  clone->enumFiles(names, 0);
+  const char* expected[] = {"a", "b", "a", "b"};
+  for (unsigned int i = 0; i < 4; ++i) {
+    EXPECT_STREQ(*static_cast<RWCollectableString*>(names->at(i)), expected[i]);
+  }
+  names->clearAndDestroy();
+  delete names;
+}
+
+TEST(Disk, TypeByConstructor) {
+  EXPECT_EQ(BKQDisk().getDiskType(), 0u);
+  EXPECT_EQ(BKQDisk(static_cast<BKQDisk::BKQDiskType>(23)).getDiskType(), 23u);
+}
+
+TEST(Disk, EnumeratesByCursor) {
+  BKQDisk disk;
+  BKQDiskItem items[3];
+  for (BKQDiskItem& item : items) EXPECT_EQ(disk.addDiskItem(item), &item);
+  BKQDiskItemCol* out = nullptr;
+  EXPECT_EQ(disk.enumDiskItems(out, 0), 3u);
+  delete out;
+  EXPECT_EQ(disk.enumDiskItems(out, 0), 0u);
+  ASSERT_NE(out, nullptr);
+  EXPECT_TRUE(out->isEmpty());
+  delete out;
+  disk.resetDiskItems();
+  EXPECT_EQ(disk.enumDiskItems(out, 2), 2u);
+  EXPECT_EQ(out->at(1), &items[1]);
+  delete out;
+
+  BKQDirFilter filters[3];
+  for (BKQDirFilter& filter : filters) disk.addFilter(filter);
+  BKQFilterCol* some = nullptr;
+  EXPECT_EQ(disk.enumFilters(some, 2), 2u);
+  delete some;
+  EXPECT_EQ(disk.enumFilters(some, 0), 1u);
+  EXPECT_EQ(some->at(0), &filters[2]);
+  delete some;
+}
+
+TEST(Disk, CopyHoldsItemsAndFiltersTwice) {
+  int destroyed = 0;
+  Counted<BKQDiskItem> item(destroyed, "/etc");
+  Counted<BKQDirFilter> filter(destroyed);
+  BKQDisk disk;
+  disk.setDiskName("/");
+  disk.addDiskItem(item);
+  disk.addFilter(filter);
+  BKQDiskItemCol* out = nullptr;
+  disk.enumDiskItems(out, 1);
+  delete out;
+
+  BKQDisk target;
+  target.addDiskItem(*new Counted<BKQDiskItem>(destroyed));
+  target.addFilter(*new Counted<BKQDirFilter>(destroyed));
+  target.mycopy(&disk);
+  EXPECT_EQ(destroyed, 2);
+  target.mycopy(&disk);
+  target.mycopy(&target);
+  target.mycopy(nullptr);
+  EXPECT_EQ(destroyed, 2);
+  EXPECT_STREQ(target.getDiskName(), "/");
+  EXPECT_EQ(target.diskItemEntries(), 2u);
+  EXPECT_EQ(target.filterEntries(), 2u);
+  // The cursor is copied: it stands behind the first item.
+  EXPECT_EQ(target.enumDiskItems(out, 0), 1u);
+  auto* clonedItem = static_cast<BKQDiskItem*>(out->at(0));
+  EXPECT_NE(clonedItem, &item);
+  EXPECT_STREQ(clonedItem->getPath(), "/etc");
+  delete clonedItem;
+  delete out;
+  BKQFilterCol* filters = nullptr;
+  target.enumFilters(filters, 0);
+  EXPECT_EQ(filters->at(0), &filter);
+  delete filters->at(1);
+  delete filters;
+}
+
+}  // namespace

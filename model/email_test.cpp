@@ -1,0 +1,50 @@
+#include <bkoq/bkoq.h>
+#include <gtest/gtest.h>
+
+#include <memory>
+
+#include "testing/attributes.h"
+#include "testing/counted.h"
+
+namespace {
+
+TEST(EMail, Attributes) {
+  BKQInternetEMail object;
+  expectText(object, &BKQEMail::getHostName, &BKQEMail::setHostName);
+  expectText(object, &BKQEMail::getUserName, &BKQEMail::setUserName);
+  expectText(object, &BKQEMail::getUserPW, &BKQEMail::setUserPW);
+  BKQMHSEMail mhs;
+  expectText(mhs, &BKQMHSEMail::getMHSDir, &BKQMHSEMail::setMHSDir);
+  expectText(mhs, &BKQMHSEMail::getMHSId, &BKQMHSEMail::setMHSId);
+  expectText(mhs, &BKQMHSEMail::getMHSUserName, &BKQMHSEMail::setMHSUserName);
+}
+
+TEST(EMail, Kinds) {
+  EXPECT_EQ(BKQInternetEMail().emailType(), 0u);
+  EXPECT_EQ(BKQMHSEMail().emailType(), 1u);
+}
+
+TEST(EMail, ClonesKeepTheirClassAndTexts) {
+  BKQMHSEMail mhs;
+  mhs.setHostName("host");
+  mhs.setMHSId("id");
+  std::unique_ptr<BKQEMail> clone(static_cast<BKQEMail&>(mhs).clone());
+  EXPECT_EQ(clone->emailType(), 1u);
+  EXPECT_STREQ(clone->getHostName(), "host");
+  EXPECT_STREQ(dynamic_cast<BKQMHSEMail&>(*clone).getMHSId(), "id");
+
+  BKQInternetEMail internet;
+  internet.setUserPW("pw");
+  std::unique_ptr<BKQInternetEMail> other(internet.clone());
+  EXPECT_STREQ(other->getUserPW(), "pw");
+  EXPECT_EQ(internet.BKQEMail::clone(), nullptr);
+}
+
+TEST(EMail, IsDestroyedWholeThroughItsRoot) {
+  int destroyed = 0;
+  BKQEMail* email = new Counted<BKQMHSEMail>(destroyed);
+  delete email;
+  EXPECT_EQ(destroyed, 1);
+}
+
+}  // namespace

@@ -1,0 +1,34 @@
+#include <bkoq/bkoq.h>
+#include <gtest/gtest.h>
+
+#include <memory>
+
+#include "testing/attributes.h"
+#include "testing/counted.h"
+
+namespace {
+
+TEST(Fax, Attributes) {
+  BKQFax object;
+  expectText(object, &BKQFax::getHostName, &BKQFax::setHostName);
+  expectText(object, &BKQFax::getUserName, &BKQFax::setUserName);
+  expectText(object, &BKQFax::getUserPW, &BKQFax::setUserPW);
+  expectText(object, &BKQFax::getFaxNumber, &BKQFax::setFaxNumber);
+  expectText(object, &BKQFax::getCoverPageFile, &BKQFax::setCoverPageFile);
+  expectText(object, &BKQFax::getReceiverName, &BKQFax::setReceiverName);
+}
+
+TEST(Fax, CloneIsIndependent) {
+  BKQFax fax;
+  fax.setFaxNumber("555-0100");
+  fax.setReceiverName("Night shift");
+  std::unique_ptr<BKQFax> clone(fax.clone());
+  fax.setFaxNumber("555-0199");
+  EXPECT_STREQ(clone->getFaxNumber(), "555-0100");
+  EXPECT_STREQ(clone->getReceiverName(), "Night shift");
+  clone->mycopy(clone.get());
+  clone->mycopy(nullptr);
+  EXPECT_STREQ(clone->getFaxNumber(), "555-0100");
+}
+
+}  // namespace

@@ -1,0 +1,129 @@
+#include <bkoq/bkoq.h>
+#include <gtest/gtest.h>
+
+#include <memory>
+
+#include "testing/attributes.h"
+#include "testing/counted.h"
+
+namespace {
+
+constexpr BKQFilter::BKQInclExclType kExclude = BKQFilter::Exclude;
+constexpr BKQTimeFilter::BKQTimeAttrType kAttribute =
+    static_cast<BKQTimeFilter::BKQTimeAttrType>(9);
+
+const RWCollectableTime kEarly(3000000000UL);
+const RWCollectableTime kLate(3255627600UL);
+
+TEST(Filter, TypesAndRanges) {
+  EXPECT_EQ(BKQVolumeFilter().filterType(), 1u);
+  EXPECT_EQ(BKQFileFilter().filterType(), 2u);
+  EXPECT_EQ(BKQDirFilter().filterType(), 3u);
+  EXPECT_EQ(BKQAttributeFilter().filterType(), 5u);
+  EXPECT_EQ(BKQBeforeTimeFilter().filterType(), 4u);
+  EXPECT_EQ(BKQAfterTimeFilter().filterType(), 4u);
+  EXPECT_EQ(BKQBetweenTimeFilter().filterType(), 4u);
+  EXPECT_EQ(BKQWithinTimeFilter().filterType(), 4u);
+  EXPECT_EQ(BKQBeforeTimeFilter().getTRtype(), 0u);
+  EXPECT_EQ(BKQAfterTimeFilter().getTRtype(), 1u);
+  EXPECT_EQ(BKQBetweenTimeFilter().getTRtype(), 2u);
+  EXPECT_EQ(BKQWithinTimeFilter().getTRtype(), 3u);
+}
+
+TEST(Filter, IncludeAndExcludeAreNoComplements) {
+  BKQDirFilter filter;
+  EXPECT_EQ(filter.getInclExcl(), BKQFilter::Include);
+  EXPECT_EQ(filter.isInclude(), 1);
+  EXPECT_EQ(filter.isExclude(), 0);
+  filter.setInclExcl(kExclude);
+  EXPECT_EQ(filter.isInclude(), 0);
+  EXPECT_EQ(filter.isExclude(), 1);
+  filter.setInclExcl(static_cast<BKQFilter::BKQInclExclType>(2));
+  EXPECT_EQ(filter.isInclude(), 0);
+  EXPECT_EQ(filter.isExclude(), 0);
+}
+
+template <class PatternFilter>
+void expectPatternFilter() {
+  PatternFilter object;
+  expectText(object, &PatternFilter::getFilterString, &PatternFilter::setFilterString);
+  PatternFilter filter(kExclude, "*.o");
+  EXPECT_EQ(filter.isExclude(), 1);
+  EXPECT_STREQ(filter.getFilterString(), "*.o");
+  std::unique_ptr<PatternFilter> clone(filter.clone());
+  filter.setFilterString("*.c");
+  EXPECT_STREQ(clone->getFilterString(), "*.o");
+  EXPECT_EQ(clone->isExclude(), 1);
+  EXPECT_STREQ(PatternFilter(kExclude, nullptr).getFilterString(), "");
+}
+
+TEST(Filter, PatternFilters) {
+  expectPatternFilter<BKQDirFilter>();
+  expectPatternFilter<BKQFileFilter>();
+  expectPatternFilter<BKQVolumeFilter>();
+}
+
+TEST(Filter, AttributeFilter) {
+  BKQAttributeFilter object;
+  expectNumber(object, &BKQAttributeFilter::getAttributes, &BKQAttributeFilter::setAttributes, 0);
+  BKQAttributeFilter filter(kExclude, 0x80000001);
+  std::unique_ptr<BKQAttributeFilter> clone(filter.clone());
+  EXPECT_EQ(clone->getAttributes(), 0x80000001u);
+  EXPECT_EQ(clone->isExclude(), 1);
+}
+
+TEST(Filter, WithinTimeFilter) {
+  BKQWithinTimeFilter object;
+  expectNumber(object, &BKQWithinTimeFilter::getTimeUnits, &BKQWithinTimeFilter::setTimeUnits, 0);
+  expectNumber(object, &BKQWithinTimeFilter::getTimeUnitType, &BKQWithinTimeFilter::setTimeUnitType,
+               0);
+  expectNumber(object, &BKQTimeFilter::getTRattribute, &BKQTimeFilter::setTRattribute, 0);
+  const BKQWithinTimeFilter half(kAttribute);
+  EXPECT_EQ(half.getTRattribute(), kAttribute);
+  EXPECT_EQ(half.getTimeUnits(), 0);
+  EXPECT_EQ(half.getTimeUnitType(), 0u);
+  EXPECT_EQ(half.isInclude(), 1);
+  BKQWithinTimeFilter filter(kAttribute, 7, static_cast<BKQTimeFilter::BKQTimeUnitType>(3));
+  filter.setInclExcl(kExclude);
+  std::unique_ptr<BKQWithinTimeFilter> clone(filter.clone());
+  EXPECT_EQ(clone->getTRattribute(), kAttribute);
+  EXPECT_EQ(clone->getTimeUnits(), 7);
+  EXPECT_EQ(clone->getTimeUnitType(), 3u);
+  EXPECT_EQ(clone->isExclude(), 1);
+}
+
+template <class BoundFilter>
+void expectBoundFilter() {
+  BoundFilter object(kAttribute);
+  expectTime(object, &BoundFilter::getTime, &BoundFilter::setTime);
+  BoundFilter filter(kAttribute, kLate);
+  std::unique_ptr<BoundFilter> clone(filter.clone());
+  filter.setTime(kEarly);
+  EXPECT_EQ(clone->getTime().seconds(), kLate.seconds());
+  EXPECT_EQ(clone->getTRattribute(), kAttribute);
+}
+
+TEST(Filter, BeforeAndAfterTimeFilters) {
+  expectBoundFilter<BKQBeforeTimeFilter>();
+  expectBoundFilter<BKQAfterTimeFilter>();
+}
+
+TEST(Filter, BetweenTimeFilterClonesIndependently) {
+  BKQBetweenTimeFilter filter(kAttribute, kEarly, kLate);
+  filter.setInclExcl(kExclude);
+  std::unique_ptr<BKQBetweenTimeFilter> clone(filter.clone());
+  filter.setStartTime(kLate);
+  filter.setEndTime(kEarly);
+  EXPECT_EQ(clone->getStartTime().seconds(), kEarly.seconds());
+  EXPECT_EQ(clone->getEndTime().seconds(), kLate.seconds());
+  EXPECT_EQ(clone->getTRattribute(), kAttribute);
+  EXPECT_EQ(clone->isExclude(), 1);
+}
+
+TEST(Filter, AbstractRootsCloneToNull) {
+  BKQBetweenTimeFilter filter;
+  EXPECT_EQ(filter.BKQTimeFilter::clone(), nullptr);
+  EXPECT_EQ(filter.BKQFilter::clone(), nullptr);
+}
+
+}  // namespace

@@ -1,0 +1,31 @@
+#include <bkoq/bkoq.h>
+#include <gtest/gtest.h>
+
+#include <memory>
+
+#include "testing/attributes.h"
+#include "testing/counted.h"
+
+namespace {
+
+TEST(OpenFileInfo, Attributes) {
+  BKQOpenFileInfo object;
+  expectNumber(object, &BKQOpenFileInfo::getFActions, &BKQOpenFileInfo::setFActions, 1);
+  expectNumber(object, &BKQOpenFileInfo::getFMethods, &BKQOpenFileInfo::setFMethods, 0);
+  expectNumber(object, &BKQOpenFileInfo::getRetryCount, &BKQOpenFileInfo::setRetryCount, 5);
+  expectNumber(object, &BKQOpenFileInfo::getRetryInterval, &BKQOpenFileInfo::setRetryInterval, 5);
+}
+
+TEST(OpenFileInfo, CloneIsIndependent) {
+  BKQOpenFileInfo info;
+  info.setFActions(7);
+  info.setRetryCount(0);
+  std::unique_ptr<BKQOpenFileInfo> clone(info.clone());
+  info.setFActions(9);
+  EXPECT_EQ(clone->getFActions(), 7u);
+  EXPECT_EQ(clone->getFMethods(), 0u);
+  EXPECT_EQ(clone->getRetryCount(), 0);
+  EXPECT_EQ(clone->getRetryInterval(), 5);
+}
+
+}  // namespace

@@ -1,0 +1,154 @@
+#include <bkoq/bkoq.h>
+#include <gtest/gtest.h>
+
+#include <memory>
+
+#include "testing/attributes.h"
+#include "testing/counted.h"
+
+namespace {
+
+TEST(TapeXtension, Attributes) {
+  BKQTapeXtension object;
+  expectText(object, &BKQTapeXtension::getDBuser, &BKQTapeXtension::setDBuser);
+  expectText(object, &BKQTapeXtension::getDBpw, &BKQTapeXtension::setDBpw);
+  expectNumber(object, &BKQTapeXtension::getSessionEndTime, &BKQTapeXtension::setSessionEndTime, 0);
+  expectNumber(object, &BKQTapeXtension::getOptions, &BKQTapeXtension::setOptions, 0);
+}
+
+TEST(TapeItem, Attributes) {
+  BKQTapeItem object;
+  expectNumber(object, &BKQTapeItem::getChunkNum, &BKQTapeItem::setChunkNum, 0);
+  expectNumber(object, &BKQTapeItem::getPhysicalChunkNum, &BKQTapeItem::setPhysicalChunkNum, 0);
+  expectNumber(object, &BKQTapeItem::getOptions, &BKQTapeItem::setOptions, 0);
+  EXPECT_EQ(object.getChunkOffset(), 0);
+  object.setChunkOffset(0x12345);
+  EXPECT_EQ(object.getChunkOffset(), 0x2345);
+  object.setFileOrDir("etc/passwd");
+  EXPECT_STREQ(object.getFileOrDir(), "etc/passwd");
+}
+
+TEST(TapeItem, CloneCopiesAll) {
+  BKQTapeItem item(7, 512);
+  item.setOptions(1);
+  item.setPhysicalChunkNum(9);
+  item.setFileOrDir("x");
+  std::unique_ptr<BKQTapeItem> clone(item.clone());
+  EXPECT_EQ(clone->getChunkNum(), 7u);
+  EXPECT_EQ(clone->getChunkOffset(), 512);
+  EXPECT_EQ(clone->getOptions(), 1u);
+  EXPECT_EQ(clone->getPhysicalChunkNum(), 9u);
+  EXPECT_STREQ(clone->getFileOrDir(), "x");
+}
+
+TEST(Tape, Attributes) {
+  BKQTape object;
+  expectText(object, &BKQTape::getTapeName, &BKQTape::setTapeName);
+  expectText(object, &BKQTape::getDeviceGroup, &BKQTape::setDeviceGroup);
+  expectText(object, &BKQTape::getSessionPW, &BKQTape::setSessionPW);
+  expectNumber(object, &BKQTape::getStreamNum, &BKQTape::setStreamNum, 0);
+  expectNumber(object, &BKQTape::getSessionNumber, &BKQTape::setSessionNumber, 0);
+  expectNumber(object, &BKQTape::getQFABlockNumber, &BKQTape::setQFABlockNumber, 0);
+  expectNumber(object, &BKQTape::getTapeLevel, &BKQTape::setTapeLevel, 0);
+  expectText(object, &BKQTape::getPath, &BKQTape::setPath);
+  expectText(object, &BKQTape::getLocation, &BKQTape::setLocation);
+  expectNumber(object, &BKQTape::getTapeID, &BKQTape::setTapeID, 0);
+  expectNumber(object, &BKQTape::getTapeSeq, &BKQTape::setTapeSeq, 0);
+  expectText(object, &BKQTape::getMediaName, &BKQTape::setMediaName);
+  expectNumber(object, &BKQTape::getSerialNumber, &BKQTape::setSerialNumber, 0);
+  expectText(object, &BKQTape::getTapeSerialNumber, &BKQTape::setTapeSerialNumber);
+  expectNumber(object, &BKQTape::getFileSystem, &BKQTape::setFileSystem, 0);
+  expectNumber(object, &BKQTape::getSessionEndTime, &BKQTape::setSessionEndTime, 0);
+}
+
+TEST(Tape, ConstructorTakesGroupThenName) {
+  BKQTape tape("GROUP", "TAPE");
+  EXPECT_STREQ(tape.getDeviceGroup(), "GROUP");
+  EXPECT_STREQ(tape.getTapeName(), "TAPE");
+  EXPECT_EQ(tape.getOptions(), 0u);
+}
+
+TEST(Tape, ExactlyTheExtensionMarkCreatesOne) {
+  BKQTape tape;
+  tape.setOptions(0x8000001);
+  EXPECT_EQ(tape.tapeXtensionExists(), 0);
+  tape.setOptions(0x8000000);
+  EXPECT_EQ(tape.tapeXtensionExists(), 1);
+  std::unique_ptr<BKQTapeXtension> created(tape.getTapeXtension());
+  tape.setOptions(0x8000000);
+  EXPECT_EQ(tape.getTapeXtension(), created.get());
+  tape.setOptions(0);
+  EXPECT_EQ(tape.tapeXtensionExists(), 1);
+}
+
+TEST(Tape, AttachingAnExtensionMarksTheOptions) {
+  const BKQTapeXtension extension(1000);
+  EXPECT_EQ(extension.getSessionEndTime(), 1000);
+  BKQTape tape;
+  tape.setOptions(1);
+  tape.setTapeXtension(extension);
+  EXPECT_EQ(tape.getOptions(), 0x8000001u);
+  EXPECT_EQ(tape.getTapeXtension(), &extension);
+}
+
+TEST(Tape, GetCreatesAnExtensionOnce) {
+  BKQTape tape;
+  std::unique_ptr<BKQTapeXtension> extension(tape.getTapeXtension());
+  ASSERT_NE(extension, nullptr);
+  EXPECT_EQ(tape.getTapeXtension(), extension.get());
+  EXPECT_EQ(tape.getOptions(), 0u);
+}
+
+TEST(Tape, AllFiltersMeansAsManyAsItems) {
+  BKQTape tape;
+  BKQTapeItem item;
+  BKQDirFilter filters[3];
+  tape.addTapeItem(item);
+  for (BKQDirFilter& filter : filters) tape.addFilter(filter);
+  BKQFilterCol* out = nullptr;
+  EXPECT_EQ(tape.enumFilters(out, 0), 1u);
+  delete out;
+  EXPECT_EQ(tape.enumFilters(out, 3), 2u);
+  EXPECT_EQ(out->at(1), &filters[2]);
+  delete out;
+  tape.resetFilters();
+  EXPECT_EQ(tape.enumFilters(out, 2), 2u);
+  delete out;
+}
+
+TEST(Tape, CopyHoldsPartsTwiceAndSharesTheExtension) {
+  int destroyed = 0;
+  Counted<BKQTapeItem> item(destroyed);
+  Counted<BKQDirFilter> filter(destroyed);
+  BKQTapeXtension extension;
+  BKQTape tape("G", "T");
+  tape.addTapeItem(item);
+  tape.addFilter(filter);
+  tape.setTapeXtension(extension);
+  tape.setTapeLevel(3);
+  tape.setTapeSeq(4);
+  std::unique_ptr<BKQTape> clone(tape.clone());
+  clone->mycopy(&tape);
+  clone->mycopy(clone.get());
+  EXPECT_EQ(destroyed, 0);
+  EXPECT_STREQ(clone->getDeviceGroup(), "G");
+  EXPECT_STREQ(clone->getTapeName(), "T");
+  EXPECT_EQ(clone->getTapeLevel(), 3);
+  EXPECT_EQ(clone->getTapeSeq(), 4);
+  EXPECT_EQ(clone->getOptions(), 0x8000000u);
+  EXPECT_EQ(clone->getTapeXtension(), &extension);
+  EXPECT_EQ(clone->tapeItemEntries(), 2u);
+  EXPECT_EQ(clone->filterEntries(), 2u);
+  BKQTapeItemCol* items = nullptr;
+  clone->enumTapeItems(items, 0);
+  EXPECT_EQ(items->at(0), &item);
+  delete items->at(1);
+  delete items;
+  BKQFilterCol* filters = nullptr;
+  clone->enumFilters(filters, 2);
+  EXPECT_EQ(filters->at(0), &filter);
+  delete filters->at(1);
+  delete filters;
+}
+
+}  // namespace
