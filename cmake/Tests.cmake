@@ -62,9 +62,9 @@ function(bkoq_add_tests)
     bkoq_test_program(kit_test SOURCES ${sources} LIBRARIES bkoqkit)
   endif()
 
-  # The sanitizers add symbols of their own, and a client without their run-time library cannot load
-  # what was built with them.
-  if(BKOQ_SANITIZE)
+  # Instruments add symbols of their own, and a client without the sanitizers' run-time library cannot
+  # load what was built with them.
+  if(BKOQ_SANITIZE OR BKOQ_COVERAGE)
     return()
   endif()
   add_test(NAME bkrw.exports COMMAND ${PROJECT_SOURCE_DIR}/cmake/exports_test.sh

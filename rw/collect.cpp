@@ -15,7 +15,7 @@ unsigned int RWCollectable::binaryStoreSize() const { return 0; }
 int RWCollectable::compareTo(const RWCollectable* other) const {
   const auto mine = reinterpret_cast<uintptr_t>(this);
   const auto its = reinterpret_cast<uintptr_t>(other);
-  return mine < its ? -1 : static_cast<int>(mine > its);
+  return mine < its ? -1 : (mine > its ? 1 : 0);
 }
 
 unsigned int RWCollectable::hash() const {
@@ -23,9 +23,7 @@ unsigned int RWCollectable::hash() const {
   return static_cast<unsigned int>(reinterpret_cast<uintptr_t>(this) / sizeof(void*));
 }
 
-RWBoolean RWCollectable::isEqual(const RWCollectable* other) const {
-  return static_cast<RWBoolean>(this == other);
-}
+RWBoolean RWCollectable::isEqual(const RWCollectable* other) const { return this == other; }
 
 void RWCollectable::restoreGuts(RWFile& /*file*/) {}
 

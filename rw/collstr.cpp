@@ -44,5 +44,5 @@ unsigned int RWCollectableString::hash() const {
 
 RWBoolean RWCollectableString::isEqual(const RWCollectable* other) const {
   const auto* text = dynamic_cast<const RWCollectableString*>(other);
-  return static_cast<RWBoolean>(text != nullptr && RWCString::compareTo(*text) == 0);
+  return text != nullptr && RWCString::compareTo(*text) == 0;
 }

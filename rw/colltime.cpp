@@ -25,12 +25,12 @@ RWCollectableTime::~RWCollectableTime() = default;
 
 int RWCollectableTime::compareTo(const RWCollectable* other) const {
   const RWTime& its = *static_cast<const RWCollectableTime*>(other);
-  return seconds() < its.seconds() ? -1 : static_cast<int>(seconds() > its.seconds());
+  return seconds() < its.seconds() ? -1 : (seconds() > its.seconds() ? 1 : 0);
 }
 
 unsigned int RWCollectableTime::hash() const { return static_cast<unsigned int>(seconds()); }
 
 RWBoolean RWCollectableTime::isEqual(const RWCollectable* other) const {
   const auto* time = dynamic_cast<const RWCollectableTime*>(other);
-  return static_cast<RWBoolean>(time != nullptr && time->seconds() == seconds());
+  return time != nullptr && time->seconds() == seconds();
 }

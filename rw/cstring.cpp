@@ -51,7 +51,7 @@ RWCString::RWCString(const RWCString& other) noexcept : block_(other.block_) { h
 RWCString::~RWCString() { release(block_); }
 
 RWCString& RWCString::operator=(const RWCString& other) noexcept {
-  // Holding first keeps a block that this string alone holds through its own assignment.
+  if (this == &other) return *this;
   hold(other.block_);
   release(block_);
   block_ = other.block_;
@@ -90,7 +90,7 @@ int RWCString::compareTo(const RWCString& other) const noexcept {
 
 int RWCString::compareTo(const char* text) const noexcept {
   const int order = strcmp(data(), orEmpty(text));
-  return order < 0 ? -1 : static_cast<int>(order > 0);
+  return order < 0 ? -1 : (order > 0 ? 1 : 0);
 }
 
 unsigned int RWCString::index(const char* pattern, unsigned int start) const noexcept {

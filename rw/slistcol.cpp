@@ -6,6 +6,8 @@
 
 namespace {
 
+constexpr size_t kSlot = sizeof(void*);
+
 int compareAddresses(const void* left, const void* right) {
   const RWCollectable* first = *static_cast<RWCollectable* const*>(left);
   return first->RWCollectable::compareTo(*static_cast<RWCollectable* const*>(right));
@@ -20,13 +22,13 @@ RWSlist::~RWSlist() { free(elements_); }
 RWSlist& RWSlist::operator=(const RWSlist& other) noexcept {
   if (this == &other) return *this;
   if (other.entries_ > capacity_) {
-    auto* elements = static_cast<RWCollectable**>(malloc(other.entries_ * sizeof *elements_));
+    auto* elements = static_cast<RWCollectable**>(malloc(other.entries_ * kSlot));
     if (elements == nullptr) return *this;
     free(elements_);
     elements_ = elements;
     capacity_ = other.entries_;
   }
-  if (other.entries_ > 0) memcpy(elements_, other.elements_, other.entries_ * sizeof *elements_);
+  if (other.entries_ > 0) memcpy(elements_, other.elements_, other.entries_ * kSlot);
   entries_ = other.entries_;
   return *this;
 }
@@ -50,15 +52,15 @@ RWCollectable* RWSlistCollectables::insertAt(unsigned int position,
   if (element == nullptr || position > entries_) return nullptr;
   if (entries_ == capacity_) {
     // Doubling keeps the average cost of an insertion constant.
-    if (capacity_ > UINT_MAX / 2 / sizeof *elements_) return nullptr;
+    if (capacity_ > UINT_MAX / 2 / kSlot) return nullptr;
     const unsigned int capacity = capacity_ == 0 ? 4 : capacity_ * 2;
-    auto* elements = static_cast<RWCollectable**>(realloc(elements_, capacity * sizeof *elements_));
+    auto* elements = static_cast<RWCollectable**>(realloc(elements_, capacity * kSlot));
     if (elements == nullptr) return nullptr;
     elements_ = elements;
     capacity_ = capacity;
   }
   RWCollectable** place = elements_ + position;
-  memmove(place + 1, place, (entries_ - position) * sizeof *elements_);
+  memmove(place + 1, place, (entries_ - position) * kSlot);
   *place = element;
   ++entries_;
   return element;
@@ -83,7 +85,7 @@ void RWSlistCollectables::clearAndDestroy() {
   entries_ = 0;
   capacity_ = 0;
   // Sorted, an element that is listed more than once stands beside itself.
-  if (entries > 1) qsort(elements, entries, sizeof *elements, compareAddresses);
+  if (entries > 1) qsort(elements, entries, kSlot, compareAddresses);
   for (unsigned int i = 0; i < entries; ++i) {
     if (i + 1 == entries || elements[i] != elements[i + 1]) delete elements[i];
   }
@@ -96,14 +98,14 @@ RWCollectable* RWSlistCollectables::remove(const RWCollectable* target) {
   RWCollectable** place = elements_ + position;
   RWCollectable* element = *place;
   --entries_;
-  memmove(place, place + 1, (entries_ - position) * sizeof *elements_);
+  memmove(place, place + 1, (entries_ - position) * kSlot);
   return element;
 }
 
 void RWSlistCollectables::removeAndDestroy(const RWCollectable* target) { delete remove(target); }
 
 RWBoolean RWSlistCollectables::contains(const RWCollectable* target) const {
-  return static_cast<RWBoolean>(index(target) != RW_NPOS);
+  return index(target) != RW_NPOS;
 }
 
 RWCollectable* RWSlistCollectables::find(const RWCollectable* target) const {
@@ -133,8 +135,6 @@ void RWSlistCollectables::apply(void (*function)(RWCollectable*, void*), void* d
 
 RWSlistCollectablesIterator::RWSlistCollectablesIterator(RWSlistCollectables& list) noexcept
     : list_(&list), next_(0) {}
-
-RWSlistCollectablesIterator::~RWSlistCollectablesIterator() = default;
 
 RWCollectable* RWSlistCollectablesIterator::operator()() noexcept {
   RWCollectable* element = list_->at(next_);

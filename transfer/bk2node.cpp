@@ -14,13 +14,13 @@ namespace bkoq {
 void CurrentLayout::storeDomainAndAddress(Node& record, unsigned int nodeType, const Text& domain,
                                           const Text& address) {
   if (nodeType != BKQNode::NDSNode) {
-    record.pszNodeDomain = copyText(domain);
-    record.pszNodeAddress = copyText(address);
+    storeText(record.pszNodeDomain, domain);
+    storeText(record.pszNodeAddress, address);
   } else if (address.isEmpty()) {
-    record.pszNodeAddress = copyText(domain);
+    storeText(record.pszNodeAddress, domain);
   } else {
-    record.pszNodeDomain = copyText(address);
-    record.pszNodeAddress = copyText(address);
+    storeText(record.pszNodeDomain, address);
+    storeText(record.pszNodeAddress, address);
   }
 }
 

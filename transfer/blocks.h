@@ -48,6 +48,11 @@ inline char* duplicate(const Text& text) {
 // A copy of a non-empty text, null for an empty one.
 inline char* copyText(const Text& text) { return text.isEmpty() ? nullptr : duplicate(text); }
 
+// A field takes a copy of a non-empty text; an empty one leaves it as it is.
+inline void storeText(char*& field, const Text& text) {
+  if (!text.isEmpty()) field = duplicate(text);
+}
+
 // Like copyText(), for fields that may hold two texts: the block ends with one NUL more, so that a
 // reader that goes on behind the text finds an empty second one and never leaves the block.
 inline char* copyFirstText(const Text& text) {

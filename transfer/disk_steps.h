@@ -23,8 +23,8 @@ int Flatten<Layout>::disk(BKQDisk& disk, void*& rec, const char* overridePath) {
 
   record.usDiskType = static_cast<uint16_t>(disk.type_);
   record.ulOptions = disk.options_;
-  record.pszDiskName = copyText(disk.name_);
-  record.pszEncryptionKey = copyText(disk.encryptionKey_);
+  storeText(record.pszDiskName, disk.name_);
+  storeText(record.pszEncryptionKey, disk.encryptionKey_);
   if (disk.type_ == kDiskTypeNone) {
     record.usDiskType = 0;
   } else if (Layout::currentNodeType() == BKQNode::WinNTNode &&
@@ -116,7 +116,7 @@ template <class Layout>
 int Flatten<Layout>::diskItem(BKQDiskItem& item, void*& rec, const char* overridePath) {
   auto& record = *static_cast<typename Layout::DiskItem*>(rec);
   const Text path(overridePath);
-  record.pszPath = copyText(path.isEmpty() ? Text(item.path_) : path);
+  storeText(record.pszPath, path.isEmpty() ? Text(item.path_) : path);
   record.ulOptions = item.options_;
   return 1;
 }

@@ -17,12 +17,12 @@ int Flatten<Layout>::job(BKQJob& job, void*& out) {
   record->usScriptType = job.scriptType_;
   record->usBeforeJobWait = job.beforeJobWait_;
   record->ulOptions = job.options_;
-  record->pszOwner = copyText(job.owner_);
-  record->pszReportFile = copyText(job.reportFile_);
-  record->pszComments = copyText(job.comments_);
-  record->pszBeforeJob = copyText(job.beforeJob_);
-  record->pszAfterJob = copyText(job.afterJob_);
-  record->pszHost = copyText(job.host_);
+  storeText(record->pszOwner, job.owner_);
+  storeText(record->pszReportFile, job.reportFile_);
+  storeText(record->pszComments, job.comments_);
+  storeText(record->pszBeforeJob, job.beforeJob_);
+  storeText(record->pszAfterJob, job.afterJob_);
+  storeText(record->pszHost, job.host_);
 
   // Nothing may survive from the last flattening. Whoever reads the passwords owns the copies, so
   // the last ones are not freed here.

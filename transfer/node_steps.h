@@ -25,14 +25,14 @@ int Flatten<Layout>::node(BKQNode& node, void*& rec) {
     record.pszNodeOSVer = copyFirstText(node.nodeOSver_);
     record.pszNodeName = copyFirstText(node.nodeName_);
   } else {
-    record.pszNodeOSVer = copyText(node.nodeOSver_);
-    record.pszNodeName = copyText(node.nodeName_);
+    storeText(record.pszNodeOSVer, node.nodeOSver_);
+    storeText(record.pszNodeName, node.nodeName_);
   }
   Layout::storeDomainAndAddress(record, type, node.nodeDomain_, node.nodeAddress_);
-  record.pszUserName = copyText(node.userName_);
-  record.pszPassword = copyText(node.password_);
-  record.pszBeforeNode = copyText(node.beforeNode_);
-  record.pszAfterNode = copyText(node.afterNode_);
+  storeText(record.pszUserName, node.userName_);
+  storeText(record.pszPassword, node.password_);
+  storeText(record.pszBeforeNode, node.beforeNode_);
+  storeText(record.pszAfterNode, node.afterNode_);
   if (Layout::nodeNoEstimate() == 1) record.ulNodeOptions |= kNodeOptionNoEstimate;
 
   if (node.filters_.isEmpty()) return 1;
@@ -147,7 +147,7 @@ int Flatten<Layout>::restoreNode(BKQRestoreNode& node, void*& rec) {
   auto* disk = allocateRecord<typename Layout::Disk>(Layout::kDisk);
   record.pMedia = disk;
   if (disk == nullptr) return 0;
-  disk->pszDiskName = copyText(node.diskName_);
+  storeText(disk->pszDiskName, node.diskName_);
   ++disk->ulDiskItemCount;
   disk->pDiskItems = allocateRecord<typename Layout::DiskItem>(Layout::kDiskItem);
   if (disk->pDiskItems == nullptr) return 0;

@@ -8,11 +8,11 @@ namespace bkoq {
 template <class Layout>
 int Flatten<Layout>::fax(BKQFax& fax, void*& block) {
   auto& record = *static_cast<typename Layout::Fax*>(block);
-  record.pszHostName = copyText(fax.hostName_);
-  record.pszUserName = copyText(fax.userName_);
-  record.pszUserPW = copyText(fax.userPW_);
-  record.pszFaxNumber = copyText(fax.faxNumber_);
-  record.pszCoverPageFile = copyText(fax.coverPageFile_);
+  storeText(record.pszHostName, fax.hostName_);
+  storeText(record.pszUserName, fax.userName_);
+  storeText(record.pszUserPW, fax.userPW_);
+  storeText(record.pszFaxNumber, fax.faxNumber_);
+  storeText(record.pszCoverPageFile, fax.coverPageFile_);
   Layout::storeReceiverName(record, fax.receiverName_);
   return 1;
 }
@@ -20,19 +20,19 @@ int Flatten<Layout>::fax(BKQFax& fax, void*& block) {
 template <class Layout>
 int Flatten<Layout>::printQueue(BKQPrintQueue& queue, void*& block) {
   auto& record = *static_cast<typename Layout::PrintQueue*>(block);
-  record.pszHostName = copyText(queue.hostName_);
-  record.pszUserName = copyText(queue.userName_);
-  record.pszUserPW = copyText(queue.userPW_);
-  record.pszQueueName = copyText(queue.queueName_);
+  storeText(record.pszHostName, queue.hostName_);
+  storeText(record.pszUserName, queue.userName_);
+  storeText(record.pszUserPW, queue.userPW_);
+  storeText(record.pszQueueName, queue.queueName_);
   return 1;
 }
 
 template <class Layout>
 int Flatten<Layout>::email(BKQEMail& email, void*& block) {
   auto& record = *static_cast<typename Layout::EMail*>(block);
-  record.pszHostName = copyText(email.hostName_);
-  record.pszUserName = copyText(email.userName_);
-  record.pszUserPW = copyText(email.userPW_);
+  storeText(record.pszHostName, email.hostName_);
+  storeText(record.pszUserName, email.userName_);
+  storeText(record.pszUserPW, email.userPW_);
   return 1;
 }
 
@@ -40,9 +40,9 @@ template <class Layout>
 int Flatten<Layout>::mhsEMail(BKQMHSEMail& email, void*& block) {
   if (!Flatten::email(email, block)) return failedToConvert("Email");
   auto& record = *static_cast<typename Layout::EMail*>(block);
-  record.pszMHSDir = copyText(email.mhsDir_);
-  record.pszMHSId = copyText(email.mhsId_);
-  record.pszMHSUserName = copyText(email.mhsUserName_);
+  storeText(record.pszMHSDir, email.mhsDir_);
+  storeText(record.pszMHSId, email.mhsId_);
+  storeText(record.pszMHSUserName, email.mhsUserName_);
   return 1;
 }
 

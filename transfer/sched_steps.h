@@ -31,7 +31,7 @@ int Flatten<Layout>::rotationSchedule(BKQRotationSchedule& schedule, void*& sche
                                       void*& rotationBlock) {
   if (!Flatten::schedule(schedule, schedBlock)) return failedToConvert("Rotation Schedule");
   auto& block = *static_cast<typename Layout::Rotation*>(rotationBlock);
-  block.pszSetName = copyText(schedule.setName_);
+  storeText(block.pszSetName, schedule.setName_);
   // No mask counts as a mask without units.
   BKQJobMask* mask = schedule.mask_;
   if (mask != nullptr && Layout::storeJobTypes(block, mask->units_)) {

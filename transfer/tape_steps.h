@@ -10,8 +10,8 @@ constexpr uint32_t kTapeOptionExtension = 0x8000000;
 template <class Layout>
 int Flatten<Layout>::tape(BKQTape& tape, void*& rec) {
   auto& record = *static_cast<typename Layout::Tape*>(rec);
-  record.pszDeviceGroup = copyText(tape.deviceGroup_);
-  record.pszTapeName = copyText(tape.tapeName_);
+  storeText(record.pszDeviceGroup, tape.deviceGroup_);
+  storeText(record.pszTapeName, tape.tapeName_);
   Layout::storeTapeId(record, tape.tapeId_);
   record.usTapeSeq = tape.tapeSeq_;
   record.usSessionNumber = tape.sessionNumber_;
@@ -27,8 +27,8 @@ int Flatten<Layout>::tape(BKQTape& tape, void*& rec) {
   }
   record.usFileSystem = tape.fileSystem_;
   record.ulOptions = tape.options_;
-  record.pszPath = copyText(tape.path_);
-  record.pszLocation = copyText(tape.location_);
+  storeText(record.pszPath, tape.path_);
+  storeText(record.pszLocation, tape.location_);
   if (!Layout::storeExtension(record, tape.extension_, tape.sessionEndTime_)) return 0;
 
   if (!tape.items_.isEmpty()) passAll(tape.items_, tape.itemCursor_);
@@ -65,8 +65,8 @@ int Flatten<Layout>::tapeItem(BKQTapeItem& item, void*& rec) {
 template <class Layout>
 int Flatten<Layout>::tapeExtension(BKQTapeXtension& extension, void*& rec) {
   auto& record = *static_cast<BKDTAPEX*>(rec);
-  record.pszDBUser = copyText(extension.dbUser_);
-  record.pszDBPW = copyText(extension.dbPassword_);
+  storeText(record.pszDBUser, extension.dbUser_);
+  storeText(record.pszDBPW, extension.dbPassword_);
   record.lSessionEndTime = extension.sessionEndTime_;
   record.ulOptions = extension.options_;
   return 1;

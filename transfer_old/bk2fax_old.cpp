@@ -10,7 +10,7 @@ using Steps = bkoq::Flatten<bkoq::PreviousLayout>;
 namespace bkoq {
 
 void PreviousLayout::storeReceiverName(Fax& record, const Text& name) {
-  record.pszReceiverName = copyText(name);
+  storeText(record.pszReceiverName, name);
 }
 
 }  // namespace bkoq

@@ -12,7 +12,7 @@ namespace bkoq {
 // This layout has no place for a domain: an NDS tree carries it instead of its address.
 void PreviousLayout::storeDomainAndAddress(Node& record, unsigned int nodeType, const Text& domain,
                                            const Text& address) {
-  record.pszNodeAddress = copyText(nodeType == BKQNode::NDSNode ? domain : address);
+  storeText(record.pszNodeAddress, nodeType == BKQNode::NDSNode ? domain : address);
 }
 
 }  // namespace bkoq

@@ -1,0 +1,540 @@
+#include <bkoq/bkoq.h>
+#include <gtest/gtest.h>
+
+#include <memory>
+#include <type_traits>
+
+#include "examples/nightly_job.h"
+#include "testing/attributes.h"
+#include "testing/counted.h"
+#include "testing/parts.h"
+
+namespace {
+
+TEST(Job, Attributes) {
+  BKQJob object("n");
+  expectNumber(object, &BKQJob::getJobID, &BKQJob::setJobID, 0);
+  expectNumber(object, &BKQJob::getJobNumber, &BKQJob::setJobNumber, 0);
+  expectNumber(object, &BKQJob::getScriptType, &BKQJob::setScriptType, 0);
+  expectNumber(object, &BKQJob::getJobStatus, &BKQJob::setJobStatus, 0);
+  expectNumber(object, &BKQJob::getOptions, &BKQJob::setOptions, 0);
+  expectNumber(object, &BKQJob::getBeforeJobWait, &BKQJob::setBeforeJobWait, 0);
+  expectNumber(object, &BKQJob::getNewTapeTimeout, &BKQJob::setNewTapeTimeout, 5);
+  expectNumber(object, &BKQJob::getSpanTapeTimeout, &BKQJob::setSpanTapeTimeout, 9999);
+  expectText(object, &BKQJob::getHost, &BKQJob::setHost);
+  expectText(object, &BKQJob::getOwner, &BKQJob::setOwner);
+  expectText(object, &BKQJob::getPassword, &BKQJob::setPassword);
+  expectText(object, &BKQJob::getMachineName, &BKQJob::setMachineName);
+  expectText(object, &BKQJob::getMachineUser, &BKQJob::setMachineUser);
+  expectText(object, &BKQJob::getMachinePassword, &BKQJob::setMachinePassword);
+  expectText(object, &BKQJob::getMachineAddress, &BKQJob::setMachineAddress);
+  expectText(object, &BKQJob::getReportFile, &BKQJob::setReportFile);
+  expectText(object, &BKQJob::getComments, &BKQJob::setComments);
+  expectText(object, &BKQJob::getBeforeJob, &BKQJob::setBeforeJob);
+  expectText(object, &BKQJob::getAfterJob, &BKQJob::setAfterJob);
+  expectText(object, &BKQJob::getFileName, &BKQJob::setFileName);
+  expectText(object, &BKQJob::getPoolName, &BKQJob::setPoolName);
+}
+
+TEST(Job, Defaults) {
+  BKQJob job;
+  EXPECT_STREQ(job.getJobName(), "testjob");
+  EXPECT_STREQ(BKQJob("name").getJobName(), "name");
+  EXPECT_STREQ(BKQJob(nullptr).getJobName(), "");
+  EXPECT_EQ(job.getNewTapeTimeout(), 5);
+  EXPECT_EQ(job.getSpanTapeTimeout(), 9999);
+  EXPECT_EQ(job.getOptions(), 0u);
+  EXPECT_EQ(job.getJobStatus(), 0u);
+  EXPECT_EQ(job.SNMPOn(), 0);
+  EXPECT_EQ(job.OvixOn(), 0);
+  EXPECT_EQ(job.getOnExitCode(), 0);
+  EXPECT_EQ(job.scheduleExists(), 0);
+  EXPECT_EQ(job.faxInfoExists(), 0);
+  EXPECT_EQ(job.emailInfoExists(), 0);
+  EXPECT_EQ(job.printQueueExists(), 0);
+  EXPECT_EQ(job.clone(), nullptr);
+}
+
+TEST(Job, NumberAndInstanceAreOne) {
+  BKQJob job;
+  job.setJobNumber(7);
+  EXPECT_EQ(job.getInstanceID(), 7u);
+  job.setInstanceID(9);
+  EXPECT_EQ(job.getJobNumber(), 9u);
+}
+
+TEST(Job, FlagsCodesAndScriptUser) {
+  BKQJob job;
+  job.setSNMPOn();
+  job.setOvixOn();
+  EXPECT_EQ(job.SNMPOn(), 1);
+  EXPECT_EQ(job.OvixOn(), 1);
+  job.setSNMPOff();
+  job.setOvixOff();
+  EXPECT_EQ(job.SNMPOn(), 0);
+  EXPECT_EQ(job.OvixOn(), 0);
+  job.setOnExitCode(-3);
+  EXPECT_EQ(job.getOnExitCode(), -3);
+  job.setJobVersion("1.2");
+  EXPECT_STREQ(job.getJobVersion(), "1.2");
+  job.setScriptUserID("user", "pw");
+  RWCollectableString user;
+  RWCollectableString password;
+  job.getScriptUserID(user, password);
+  EXPECT_STREQ(user, "user");
+  EXPECT_STREQ(password, "pw");
+}
+
+TEST(Job, EqualByID) {
+  BKQJob job("a");
+  BKQMergeJob other;
+  job.setJobID(5);
+  other.setJobID(5);
+  EXPECT_EQ(job.isEqual(&other), 1);
+  EXPECT_EQ(other.isEqual(&job), 1);
+  other.setJobID(6);
+  EXPECT_EQ(job.isEqual(&other), 0);
+}
+
+TEST(Job, OnlyTheFaxIsMadeOnDemand) {
+  BKQJob job;
+  EXPECT_EQ(job.getEMailInfo(), nullptr);
+  EXPECT_EQ(job.getPrintQueue(), nullptr);
+  EXPECT_EQ(job.getSchedule(), nullptr);
+  EXPECT_EQ(job.emailInfoExists(), 0);
+  BKQFax* fax = job.getFaxInfo();
+  ASSERT_NE(fax, nullptr);
+  EXPECT_EQ(job.getFaxInfo(), fax);
+  EXPECT_EQ(job.faxInfoExists(), 1);
+}
+
+TEST(Job, DestructorDeletesWhatItAdoptedButThePrintQueue) {
+  int destroyed = 0;
+  BKQPrintQueue queue;  // outlives the job
+  {
+    BKQJob job;
+    job.setPrintQueue(queue);
+    job.setFaxInfo(*new BKQFax);
+    job.setEMailInfo(*new Counted<BKQInternetEMail>(destroyed));
+    job.setSchedule(*new Counted<BKQRegularSchedule>(destroyed));
+    EXPECT_EQ(job.getPrintQueue(), &queue);
+    EXPECT_EQ(job.scheduleExists(), 1);
+    EXPECT_EQ(job.emailInfoExists(), 1);
+    EXPECT_EQ(job.printQueueExists(), 1);
+  }
+  EXPECT_EQ(destroyed, 2);
+}
+
+TEST(Job, SettersAbandonWhatTheyReplace) {
+  int destroyed = 0;
+  Counted<BKQRegularSchedule> first(destroyed);
+  BKQJob job;
+  job.setSchedule(first);
+  job.setSchedule(*new BKQRegularSchedule);
+  EXPECT_EQ(destroyed, 0);
+}
+
+template <class Job>
+void expectKind(Job& job, unsigned int type) {
+  EXPECT_EQ(job.jobType(), type);
+  job.setJobID(77);
+  std::unique_ptr<BKQJob> clone(static_cast<BKQJob&>(job).clone());
+  EXPECT_NE(dynamic_cast<Job*>(clone.get()), nullptr);
+  EXPECT_EQ(clone->jobType(), type);
+  EXPECT_EQ(clone->getJobID(), 77u);
+  EXPECT_EQ(clone->getJobName(), job.getJobName());
+}
+
+TEST(Job, KindsAndTheirClones) {
+  EXPECT_EQ(BKQJob().jobType(), 1u);
+  BKQBackupJob backup("n");
+  expectKind(backup, 1);
+  BKQCustomBackupJob custom("n");
+  expectKind(custom, 1);
+  BKQCruiseBackupJob cruise("n");
+  expectKind(cruise, 3);
+  BKQCruiseMakeupJob cruiseMakeup("n");
+  expectKind(cruiseMakeup, 5);
+  BKQRestoreJob restore("n");
+  expectKind(restore, 7);
+  BKQMergeJob merge;
+  expectKind(merge, 8);
+  BKQDatabaseBackupJob database("n");
+  expectKind(database, 9);
+  BKQDatabaseRestoreJob databaseRestore("n");
+  expectKind(databaseRestore, 10);
+  BKQCompareJob compare("n");
+  expectKind(compare, 11);
+  BKQScanJob scan;
+  expectKind(scan, 14);
+  BKQRotationBackupJob rotation("n");
+  expectKind(rotation, 20);
+  BKQRotationMakeupJob rotationMakeup("n");
+  expectKind(rotationMakeup, 21);
+  BKQVerifyJob verify("n");
+  expectKind(verify, 29);
+  EXPECT_STREQ(BKQCruiseBackupJob().getJobName(), "testjob");
+  EXPECT_FALSE(std::is_default_constructible<BKQDatabaseBackupJob>::value);
+  EXPECT_FALSE(std::is_copy_constructible<BKQJob>::value);
+  EXPECT_FALSE(std::is_copy_assignable<BKQBackupJob>::value);
+}
+
+template <class Job, class Own, class Other>
+void expectTypedSchedule(Job& job) {
+  EXPECT_EQ(job.getSchedule(), nullptr);
+  auto* own = new Own;
+  job.setSchedule(*own);
+  EXPECT_EQ(job.getSchedule(), own);
+  auto* other = new Other;
+  job.BKQJob::setSchedule(*other);
+  EXPECT_EQ(job.getSchedule(), nullptr);
+  EXPECT_EQ(job.BKQJob::getSchedule(), other);
+  delete own;
+}
+
+class ForeignSchedule : public BKQSchedule {
+ public:
+  unsigned int getType() const override { return 3; }
+};
+
+TEST(Job, SchedulesByClass) {
+  BKQCruiseBackupJob cruise;
+  expectTypedSchedule<BKQCruiseBackupJob, BKQCruiseSchedule, BKQRotationSchedule>(cruise);
+  BKQCruiseMakeupJob cruiseMakeup;
+  expectTypedSchedule<BKQCruiseMakeupJob, BKQCruiseSchedule, BKQRotationSchedule>(cruiseMakeup);
+  BKQRotationBackupJob rotation;
+  expectTypedSchedule<BKQRotationBackupJob, BKQRotationSchedule, BKQRegularSchedule>(rotation);
+  BKQRotationMakeupJob makeup;
+  expectTypedSchedule<BKQRotationMakeupJob, BKQRotationSchedule, BKQCustomSchedule>(makeup);
+  BKQCustomBackupJob custom;
+  expectTypedSchedule<BKQCustomBackupJob, BKQCustomSchedule, BKQRegularSchedule>(custom);
+  BKQDatabaseBackupJob database("n");
+  expectTypedSchedule<BKQDatabaseBackupJob, BKQRegularSchedule, ForeignSchedule>(database);
+  BKQRestoreJob restore("n");
+  expectTypedSchedule<BKQRestoreJob, BKQRegularSchedule, ForeignSchedule>(restore);
+  BKQVerifyJob verify("n");
+  expectTypedSchedule<BKQVerifyJob, BKQRegularSchedule, ForeignSchedule>(verify);
+  BKQMergeJob merge;
+  expectTypedSchedule<BKQMergeJob, BKQRegularSchedule, ForeignSchedule>(merge);
+  BKQScanJob scan;
+  expectTypedSchedule<BKQScanJob, BKQRegularSchedule, ForeignSchedule>(scan);
+}
+
+TEST(BackupJob, Attributes) {
+  BKQBackupJob object;
+  expectNumber(object, &BKQBackupJob::getMaxThreads, &BKQBackupJob::setMaxThreads, 0);
+  expectNumber(object, &BKQBackupJob::getTapeMethod, &BKQBackupJob::setTapeMethod, 0);
+  expectNumber(object, &BKQBackupJob::getSpanMethod, &BKQBackupJob::setSpanMethod, 0);
+  EXPECT_STREQ(object.getSessionPassword(), "");
+  object.setSessionPassword("pw");
+  EXPECT_STREQ(object.getSessionPassword(), "pw");
+  object.setSessionPassword(nullptr);
+  EXPECT_STREQ(object.getSessionPassword(), "");
+  EXPECT_EQ(object.encryptionOn(), 0);
+  EXPECT_EQ(object.compressionOn(), 0);
+  object.setEncryptionOn();
+  object.setCompressionOn();
+  EXPECT_EQ(object.encryptionOn(), 1);
+  EXPECT_EQ(object.compressionOn(), 1);
+  object.setEncryptionOff();
+  object.setCompressionOff();
+  EXPECT_EQ(object.encryptionOn(), 0);
+  EXPECT_EQ(object.compressionOn(), 0);
+  EXPECT_EQ(object.sourceNodeEntries(), 0u);
+  EXPECT_EQ(object.filterEntries(), 0u);
+  EXPECT_EQ(object.destinationExists(), 0);
+  EXPECT_EQ(object.getDestination(), nullptr);
+}
+
+TEST(BackupJob, OpenFileInfoIsMadeOnDemand) {
+  BKQBackupJob job;
+  EXPECT_EQ(job.openFileInfoExists(), 0);
+  std::unique_ptr<BKQOpenFileInfo> info(job.getOpenFileInfo());
+  ASSERT_NE(info, nullptr);
+  EXPECT_EQ(job.openFileInfoExists(), 1);
+  EXPECT_EQ(job.getOpenFileInfo(), info.get());
+}
+
+TEST(BackupJob, RemovesAndDeletesTheFirstNodeOfTheName) {
+  int destroyed = 0;
+  auto* first = new Counted<BKQMacNode>(destroyed, "A");
+  auto* b = new Counted<BKQMacNode>(destroyed, "B");
+  auto* second = new Counted<BKQMacNode>(destroyed, "A");
+  BKQBackupJob job;
+  for (BKQNode* node : {first, b, second}) EXPECT_EQ(job.addSourceNode(*node), node);
+  BKQMacNode wanted("C");
+  EXPECT_EQ(job.removeSourceNode(wanted), -1);
+  EXPECT_EQ(job.sourceNodeEntries(), 3u);
+  wanted.setNodeName("A");
+  EXPECT_EQ(job.removeSourceNode(wanted), 0);
+  EXPECT_EQ(destroyed, 1);
+  EXPECT_EQ(job.sourceNodeEntries(), 2u);
+  EXPECT_EQ(job.removeSourceNode(*b), 0);  // the argument is the node that goes
+  EXPECT_EQ(destroyed, 2);
+  job.clearSourceNodes();
+  EXPECT_EQ(destroyed, 3);
+  EXPECT_EQ(job.sourceNodeEntries(), 0u);
+}
+
+TEST(BackupJob, DestructorDeletesTheDestinationOnly) {
+  int destroyed = 0;
+  int kept = 0;
+  Counted<BKQMacNode> node(kept, "A");
+  Counted<BKQDirFilter> filter(kept);
+  BKQOpenFileInfo info;
+  {
+    BKQBackupJob job;
+    job.addSourceNode(node);
+    EXPECT_EQ(job.addFilter(filter), &filter);
+    job.setOpenFileInfo(info);
+    job.setDestination(*new Counted<BKQTapeNode>(destroyed, "T"));
+    EXPECT_EQ(job.destinationExists(), 1);
+  }
+  EXPECT_EQ(destroyed, 1);
+  EXPECT_EQ(kept, 0);
+}
+
+TEST(BackupJob, CloneOfTwoNodesAndOneFilter) {
+  BKQMacNode a("a");
+  BKQUnixNode b("b");
+  BKQDirFilter filter;
+  BKQBackupJob job("n");
+  job.addSourceNode(a);
+  job.addSourceNode(b);
+  job.addFilter(filter);
+  BKQBackupJob* clone = job.clone();
+  EXPECT_EQ(clone->sourceNodeEntries(), 4u);
+  EXPECT_EQ(clone->filterEntries(), 2u);
+  BKQNodeCol* nodes = nullptr;
+  clone->enumSourceNodes(nodes, 0);
+  EXPECT_EQ(nodes->at(0), &a);
+  EXPECT_EQ(nodes->at(1), &b);
+  EXPECT_STREQ(static_cast<BKQNode*>(nodes->at(2))->getNodeName(), "a");
+  EXPECT_EQ(static_cast<BKQNode*>(nodes->at(3))->nodeType(), 3u);
+  delete nodes;
+  deleteClone(clone, job);
+}
+
+TEST(BackupJob, CopyingTwiceKeepsTheSourceUsable) {
+  NightlyBackup nightly;
+  BKQRotationBackupJob& source = nightly.job();
+  BKQFax* fax = source.getFaxInfo();
+  BKQTapeNode* destination = source.getDestination();
+  BKQBackupJob* clone = source.clone();
+  EXPECT_NE(clone->getFaxInfo(), fax);
+  EXPECT_NE(clone->getDestination(), destination);
+  EXPECT_STREQ(clone->getFaxInfo()->getFaxNumber(), "555-0100");
+  EXPECT_EQ(clone->sourceNodeEntries(), 8u);
+  EXPECT_EQ(source.sourceNodeEntries(), 4u);
+  EXPECT_EQ(source.getFaxInfo(), fax);
+  EXPECT_EQ(source.getDestination(), destination);
+  EXPECT_STREQ(source.getPrintQueue()->getQueueName(), "Q_NIGHT");
+  clone->mycopy(clone);
+  clone->mycopy(nullptr);
+  EXPECT_EQ(clone->sourceNodeEntries(), 8u);
+  deleteClone(clone, source);
+
+  // Twice from one source: what the source still holds stays, the first clones go.
+  int destroyed = 0;
+  Counted<BKQMacNode> node(destroyed, "n");
+  BKQBackupJob simple("s");
+  simple.addSourceNode(node);
+  BKQBackupJob target("t");
+  target.addSourceNode(*new Counted<BKQMacNode>(destroyed, "former"));
+  target.setDestination(*new Counted<BKQTapeNode>(destroyed, "former"));
+  target.mycopy(&simple);
+  EXPECT_EQ(destroyed, 2);
+  EXPECT_EQ(target.destinationExists(), 0);
+  target.mycopy(&simple);
+  EXPECT_EQ(destroyed, 2);
+  EXPECT_EQ(target.sourceNodeEntries(), 2u);
+  BKQNodeCol* nodes = nullptr;
+  target.enumSourceNodes(nodes, 0);
+  EXPECT_EQ(nodes->at(0), &node);
+  delete nodes->at(1);
+  delete nodes;
+}
+
+TEST(RestoreJob, Attributes) {
+  BKQRestoreJob object("n");
+  expectNumber(object, &BKQRestoreJob::getOnConflict, &BKQRestoreJob::setOnConflict, 3);
+  expectNumber(object, &BKQRestoreJob::getRestoreView, &BKQRestoreJob::setRestoreView, 1);
+  expectText(object, &BKQRestoreJob::getSessionPassword, &BKQRestoreJob::setSessionPassword);
+  EXPECT_EQ(object.getOptions(), 0x6200000u);
+  EXPECT_EQ(BKQDatabaseRestoreJob("n").getOptions(), 0x6200000u);
+}
+
+TEST(RestoreJob, CopyHoldsClonesOnly) {
+  BKQTapeNode source("source");
+  BKQRestoreNode dest("dest");
+  BKQDBRestoreNode database("database");
+  BKQDirFilter filter;
+  BKQRestoreJob job("n");
+  EXPECT_EQ(job.addSourceNode(source), &source);
+  EXPECT_EQ(job.addDestNode(dest), &dest);
+  job.addDestNode(database);
+  EXPECT_EQ(job.addFilter(filter), &filter);
+  job.setSessionPassword("pw");
+  job.setOnConflict(static_cast<BKQRestoreJob::BKQConflictType>(9));
+  BKQRestoreJob* clone = job.clone();
+  clone->mycopy(clone);
+  EXPECT_EQ(clone->sourceNodeEntries(), 1u);
+  EXPECT_EQ(clone->destNodeEntries(), 2u);
+  EXPECT_EQ(clone->filterEntries(), 1u);
+  EXPECT_STREQ(clone->getSessionPassword(), "pw");
+  EXPECT_EQ(clone->getOnConflict(), 9u);
+  BKQRestoreNodeCol* nodes = nullptr;
+  EXPECT_EQ(clone->enumDestNodes(nodes, 0), 2u);
+  EXPECT_NE(nodes->at(0), &dest);
+  EXPECT_EQ(static_cast<BKQNode*>(nodes->at(1))->nodeType(), 27u);
+  delete nodes;
+  EXPECT_EQ(clone->enumDestNodes(nodes, 0), 0u);
+  delete nodes;
+  deleteClone(clone, job);
+  EXPECT_EQ(job.sourceNodeEntries(), 1u);
+}
+
+TEST(VerifyJob, CopyHoldsClonesOnly) {
+  BKQTapeNode source("source");
+  BKQVerifyJob job("n");
+  job.addSourceNode(source);
+  BKQVerifyJob* clone = job.clone();
+  BKQTapeNodeCol* nodes = nullptr;
+  EXPECT_EQ(clone->enumSourceNodes(nodes, 0), 1u);
+  EXPECT_NE(nodes->at(0), &source);
+  delete nodes;
+  EXPECT_EQ(clone->enumSourceNodes(nodes, 0), 0u);
+  delete nodes;
+  deleteClone(clone, job);
+}
+
+TEST(CompareJob, DeletesItsDestination) {
+  int destroyed = 0;
+  {
+    BKQCompareJob job("n");
+    EXPECT_EQ(job.getDestination(), nullptr);
+    job.setDestination(*new Counted<BKQMacNode>(destroyed, "d"));
+    std::unique_ptr<BKQCompareJob> clone(job.clone());
+    EXPECT_STREQ(clone->getDestination()->getNodeName(), "d");
+    EXPECT_NE(clone->getDestination(), job.getDestination());
+    BKQCompareJob other("o");
+    job.mycopy(&other);
+    EXPECT_EQ(destroyed, 1);
+    EXPECT_EQ(job.getDestination(), nullptr);
+    job.setDestination(*new Counted<BKQMacNode>(destroyed, "d"));
+  }
+  EXPECT_EQ(destroyed, 2);
+}
+
+// Merge and scan have one shape.
+struct Merge {
+  using Job = BKQMergeJob;
+  static int setFilter(Job& job, const char* text) { return job.setMergeFilter(text); }
+  static const char* filter(Job& job) { return job.getMergeFilter(); }
+  static void setRange(Job& job, int start, int end) { job.setMergeRange(start, end); }
+  static void getRange(Job& job, unsigned short& start, unsigned short& end) {
+    job.getMergeRange(start, end);
+  }
+  static int all(Job& job) { return job.mergeAll(); }
+  static void expectNumbers(Job& job) {
+    expectNumber(job, &Job::getMergeType, &Job::setMergeType, 0);
+    expectNumber(job, &Job::getDetailedMerge, &Job::setDetailedMerge, 0);
+  }
+};
+struct Scan {
+  using Job = BKQScanJob;
+  static int setFilter(Job& job, const char* text) { return job.setScanFilter(text); }
+  static const char* filter(Job& job) { return job.getScanFilter(); }
+  static void setRange(Job& job, int start, int end) { job.setScanRange(start, end); }
+  static void getRange(Job& job, unsigned short& start, unsigned short& end) {
+    job.getScanRange(start, end);
+  }
+  static int all(Job& job) { return job.scanAll(); }
+  static void expectNumbers(Job& job) {
+    expectNumber(job, &Job::getScanType, &Job::setScanType, 0);
+    expectNumber(job, &Job::getDetailedScan, &Job::setDetailedScan, 0);
+  }
+};
+
+template <class Kind>
+class MergeAndScanTest : public testing::Test {};
+using MergeAndScan = testing::Types<Merge, Scan>;
+TYPED_TEST_SUITE(MergeAndScanTest, MergeAndScan);
+
+TYPED_TEST(MergeAndScanTest, RangeAndNumbers) {
+  typename TypeParam::Job job;
+  EXPECT_STREQ(job.getJobName(), "testjob");
+  EXPECT_EQ(job.sourceExists(), 0);
+  EXPECT_EQ(job.getSource(), nullptr);
+  EXPECT_EQ(TypeParam::all(job), 1);
+  TypeParam::setRange(job, 0, 5);
+  EXPECT_EQ(TypeParam::all(job), 0);
+  TypeParam::setRange(job, 5, 0);
+  EXPECT_EQ(TypeParam::all(job), 0);
+  unsigned short start = 0;
+  unsigned short end = 1;
+  TypeParam::getRange(job, start, end);
+  EXPECT_EQ(start, 5);
+  EXPECT_EQ(end, 0);
+  TypeParam::expectNumbers(job);
+}
+
+TYPED_TEST(MergeAndScanTest, FilterIsASessionOrARange) {
+  const struct {
+    const char* text;
+    int accepted;
+  } rows[] = {
+      {"12", 1},  {"1", 1},      {"5000", 1},   {"0", 0},     {"5001", 0},
+      {"-1", 1},  {"", 0},       {"abc", 0},    {"12abc", 1}, {"99999999999999999999", 0},
+      {"3-7", 1}, {"7-7", 1},    {"7-3", 0},    {"9-4", 0},   {"1-2-3", 0},
+      {"0-5", 0}, {"1-5001", 0}, {"5-", 1},     {"-5", 1},    {"3--7", 1},
+      {"-", 1},   {"--", 1},     {"1-5000", 1}, {"4-5-", 1},  {"1-99999999999999999999", 0},
+      {"x-5", 0}, {" 7", 1},
+  };
+  for (const auto& row : rows) {
+    typename TypeParam::Job job;
+    EXPECT_EQ(TypeParam::setFilter(job, "42"), 1);
+    EXPECT_EQ(TypeParam::setFilter(job, row.text), row.accepted) << row.text;
+    EXPECT_STREQ(TypeParam::filter(job), row.accepted ? row.text : "42");
+    EXPECT_EQ(TypeParam::all(job), 1);
+  }
+}
+
+TYPED_TEST(MergeAndScanTest, OwnsItsSource) {
+  int destroyed = 0;
+  {
+    typename TypeParam::Job job;
+    job.setSource(*new Counted<BKQTapeNode>(destroyed, "s"));
+    EXPECT_EQ(job.sourceExists(), 1);
+    TypeParam::setFilter(job, "3-7");
+    TypeParam::setRange(job, 1, 2);
+    std::unique_ptr<typename TypeParam::Job> clone(job.clone());
+    clone->mycopy(clone.get());
+    EXPECT_NE(clone->getSource(), job.getSource());
+    EXPECT_STREQ(clone->getSource()->getNodeName(), "s");
+    EXPECT_STREQ(TypeParam::filter(*clone), "3-7");
+    EXPECT_EQ(TypeParam::all(*clone), 0);
+    const typename TypeParam::Job empty;
+    job.mycopy(const_cast<typename TypeParam::Job*>(&empty));
+    EXPECT_EQ(destroyed, 1);
+    EXPECT_EQ(job.sourceExists(), 0);
+    job.setSource(*new Counted<BKQTapeNode>(destroyed, "s"));
+  }
+  EXPECT_EQ(destroyed, 2);
+}
+
+TEST(MergeJob, OwnsItsDestination) {
+  int destroyed = 0;
+  {
+    BKQMergeJob job;
+    EXPECT_EQ(job.destinationExists(), 0);
+    EXPECT_EQ(job.getDestination(), nullptr);
+    job.setDestination(*new Counted<BKQMacNode>(destroyed, "d"));
+    EXPECT_EQ(job.destinationExists(), 1);
+    std::unique_ptr<BKQMergeJob> clone(job.clone());
+    EXPECT_STREQ(clone->getDestination()->getNodeName(), "d");
+  }
+  EXPECT_EQ(destroyed, 1);
+}
+
+}  // namespace

@@ -1,0 +1,329 @@
+#include <bkoq/bkoq.h>
+#include <gtest/gtest.h>
+
+#include <memory>
+#include <type_traits>
+
+#include "testing/attributes.h"
+#include "testing/counted.h"
+
+namespace {
+
+class PlainNode : public BKQNode {
+ public:
+  PlainNode() {}
+  explicit PlainNode(const char* name) : BKQNode(name) {}
+  unsigned int nodeType() const override { return 99; }
+};
+
+TEST(Node, Attributes) {
+  BKQMacNode object("n");
+  expectText(object, &BKQNode::getBeforeNode, &BKQNode::setBeforeNode);
+  expectText(object, &BKQNode::getAfterNode, &BKQNode::setAfterNode);
+  expectNumber(object, &BKQNode::getNodeOS, &BKQNode::setNodeOS, 7);
+  expectText(object, &BKQNode::getNodeOSver, &BKQNode::setNodeOSver);
+  expectText(object, &BKQNode::getNodeName, &BKQNode::setNodeName, "n");
+  expectText(object, &BKQNode::getNodeAddress, &BKQNode::setNodeAddress);
+  expectText(object, &BKQNode::getNodeDomain, &BKQNode::setNodeDomain);
+  expectText(object, &BKQNode::getUserName, &BKQNode::setUserName);
+  expectText(object, &BKQNode::getPassword, &BKQNode::setPassword);
+  expectNumber(object, &BKQNode::getPriority, &BKQNode::setPriority, 255);
+  expectNumber(object, &BKQNode::getNodeType, &BKQNode::setNodeType, 0);
+  expectNumber(object, &BKQNode::getOptions, &BKQNode::setOptions, 0x120);
+  expectNumber(object, &BKQNode::getDeviceType, &BKQNode::setDeviceType, 0);
+  expectNumber(object, &BKQNode::getBeforeNodeWait, &BKQNode::setBeforeNodeWait, 0);
+}
+
+TEST(Node, DefaultNameIsLocalhost) {
+  PlainNode node;
+  EXPECT_STREQ(node.getNodeName(), "localhost");
+  EXPECT_EQ(node.getPriority(), 255);
+  EXPECT_EQ(node.getNodeOS(), 0u);
+  EXPECT_EQ(node.getOptions(), 0u);
+  EXPECT_STREQ(PlainNode(nullptr).getNodeName(), "");
+  EXPECT_EQ(node.clone(), nullptr);
+  EXPECT_STREQ(BKQTapeNode().getNodeName(), "localhost");
+  EXPECT_STREQ(BKQRestoreNode().getNodeName(), "localhost");
+  EXPECT_STREQ(BKQDBRestoreNode().getNodeName(), "localhost");
+}
+
+TEST(Node, CopyOfTheRootClonesTheFilters) {
+  int destroyed = 0;
+  Counted<BKQDirFilter> filter(destroyed);
+  BKQWinNTNode source("source");
+  source.addFilter(filter);
+  source.setPriority(7);
+  BKQWinNTNode target("target");
+  Counted<BKQDirFilter> former(destroyed);
+  target.addFilter(former);
+  target.BKQNode::mycopy(&source);
+  EXPECT_EQ(destroyed, 0);
+  EXPECT_STREQ(target.getNodeName(), "source");
+  EXPECT_EQ(target.getPriority(), 7);
+  ASSERT_EQ(target.filterEntries(), 1u);
+  BKQFilterCol* filters = nullptr;
+  target.enumFilters(filters, 0);
+  EXPECT_NE(filters->at(0), &filter);
+  delete filters->at(0);
+  delete filters;
+}
+
+template <class Machine>
+void expectMachine(unsigned int type, unsigned int os) {
+  Machine node("name");
+  EXPECT_EQ(node.nodeType(), type);
+  EXPECT_EQ(node.getNodeOS(), os);
+  EXPECT_EQ(node.getOptions(), 0x120u);
+  EXPECT_STREQ(node.getNodeName(), "name");
+  EXPECT_FALSE(std::is_default_constructible<Machine>::value);
+
+  int destroyed = 0;
+  Counted<BKQDisk> disk(destroyed);
+  disk.setDiskName("/");
+  BKQDirFilter filter;
+  BKQGroom groom;
+  node.addDisk(disk);
+  node.addFilter(filter);
+  node.setGroomInfo(groom);
+  node.setNodeAddress("address");
+  std::unique_ptr<BKQNode> clone(static_cast<BKQNode&>(node).clone());
+  auto* copy = dynamic_cast<Machine*>(clone.get());
+  ASSERT_NE(copy, nullptr);
+  EXPECT_EQ(copy->nodeType(), type);
+  EXPECT_STREQ(copy->getNodeName(), "name");
+  EXPECT_STREQ(copy->getNodeAddress(), "address");
+  EXPECT_EQ(copy->getGroomInfo(), &groom);
+  ASSERT_EQ(copy->diskEntries(), 2u);
+  ASSERT_EQ(copy->filterEntries(), 1u);
+  BKQDiskCol* disks = nullptr;
+  copy->enumDisks(disks, 0);
+  EXPECT_EQ(disks->at(0), &disk);
+  std::unique_ptr<BKQDisk> clonedDisk(static_cast<BKQDisk*>(disks->at(1)));
+  EXPECT_STREQ(clonedDisk->getDiskName(), "/");
+  delete disks;
+  BKQFilterCol* filters = nullptr;
+  copy->enumFilters(filters, 0);
+  EXPECT_EQ(filters->at(0), &filter);
+  delete filters;
+  copy->mycopy(copy);
+  copy->mycopy(static_cast<Machine*>(nullptr));
+  EXPECT_EQ(copy->diskEntries(), 2u);
+  EXPECT_EQ(node.BKQDiskNode::clone(), nullptr);
+  EXPECT_EQ(node.BKQNode::clone(), nullptr);
+  EXPECT_EQ(destroyed, 0);
+}
+
+TEST(DiskNode, MachinesOfEveryKind) {
+  expectMachine<BKQMacNode>(2, 7);
+  expectMachine<BKQUnixNode>(3, 6);
+  expectMachine<BKQNetwareNode>(8, 4);
+  expectMachine<BKQWinNTNode>(9, 8);
+  expectMachine<BKQOS2Node>(10, 2);
+  expectMachine<BKQWin95Node>(11, 5);
+  expectMachine<BKQWindowsNode>(12, 5);
+  expectMachine<BKQNDSNode>(13, 4);
+  expectMachine<BKQFTPNode>(20, 6);
+  expectMachine<BKQSybaseNode>(21, 6);
+  expectMachine<BKQOracleNode>(22, 6);
+  expectMachine<BKQInformixNode>(23, 6);
+  expectMachine<BKQSnapShotNode>(26, 6);
+}
+
+TEST(DiskNode, OptionsOfItsOwn) {
+  BKQUnixNode unixNode("n");
+  expectNumber(unixNode, &BKQUnixNode::getUnixOptions, &BKQUnixNode::setUnixOptions, 0);
+  BKQSybaseNode sybase("n");
+  expectNumber(sybase, &BKQSybaseNode::getSybaseOptions, &BKQSybaseNode::setSybaseOptions, 0);
+  expectText(sybase, &BKQSybaseNode::getEncryptKey, &BKQSybaseNode::setEncryptKey);
+  expectText(sybase, &BKQSybaseNode::getDumpFile, &BKQSybaseNode::setDumpFile);
+  BKQOracleNode oracle("n");
+  expectNumber(oracle, &BKQOracleNode::getOracleOptions, &BKQOracleNode::setOracleOptions, 0);
+  BKQInformixNode informix("n");
+  expectNumber(informix, &BKQInformixNode::getInformixOptions, &BKQInformixNode::setInformixOptions,
+               0);
+  BKQSnapShotNode snapShot("n");
+  expectNumber(snapShot, &BKQSnapShotNode::getSnapShotOptions, &BKQSnapShotNode::setSnapShotOptions,
+               0);
+  EXPECT_EQ(std::unique_ptr<BKQUnixNode>(unixNode.clone())->getUnixOptions(), 0x5au);
+  EXPECT_EQ(std::unique_ptr<BKQSybaseNode>(sybase.clone())->getSybaseOptions(), 0x5au);
+  sybase.setEncryptKey("key");
+  sybase.setDumpFile("dump");
+  EXPECT_STREQ(std::unique_ptr<BKQSybaseNode>(sybase.clone())->getEncryptKey(), "key");
+  EXPECT_STREQ(std::unique_ptr<BKQSybaseNode>(sybase.clone())->getDumpFile(), "dump");
+  EXPECT_EQ(std::unique_ptr<BKQOracleNode>(oracle.clone())->getOracleOptions(), 0x5au);
+  EXPECT_EQ(std::unique_ptr<BKQInformixNode>(informix.clone())->getInformixOptions(), 0x5au);
+  EXPECT_EQ(std::unique_ptr<BKQSnapShotNode>(snapShot.clone())->getSnapShotOptions(), 0x5au);
+}
+
+TEST(DiskNode, OrderByPriority) {
+  const struct {
+    unsigned short own, other;
+    int result;
+  } rows[] = {
+      {255, 255, -1},  // whenever the other has none
+      {3, 255, -1},    //
+      {255, 3, 1},     // a higher number
+      {5, 5, 0},       //
+      {6, 5, 1},       //
+      {5, 6, -1},      //
+      {65535, 0, -1},  // signed: 65535 is -1
+      {0, 65535, 1},   //
+      {32768, 32767, -1},
+  };
+  for (const auto& row : rows) {
+    BKQMacNode own("a");
+    BKQUnixNode other("b");
+    own.setPriority(row.own);
+    other.setPriority(row.other);
+    EXPECT_EQ(own.compareTo(&other), row.result) << row.own << " and " << row.other;
+  }
+}
+
+TEST(DiskNode, RemovesTheFirstDiskOfTheName) {
+  int destroyed = 0;
+  Counted<BKQDisk> a(destroyed), b(destroyed), again(destroyed);
+  a.setDiskName("a");
+  b.setDiskName("b");
+  again.setDiskName("a");
+  BKQMacNode node("n");
+  for (BKQDisk* disk : {&a, &b, &again}) EXPECT_EQ(node.addDisk(*disk), disk);
+  BKQDisk wanted;
+  wanted.setDiskName("c");
+  EXPECT_EQ(node.removeDisk(wanted), -1);
+  EXPECT_EQ(node.diskEntries(), 3u);
+  wanted.setDiskName("a");
+  EXPECT_EQ(node.removeDisk(wanted), 0);
+  EXPECT_EQ(node.diskEntries(), 2u);
+  BKQDiskCol* disks = nullptr;
+  node.enumDisks(disks, 0);
+  EXPECT_EQ(disks->at(0), &b);
+  EXPECT_EQ(disks->at(1), &again);
+  delete disks;
+  EXPECT_EQ(node.removeDisk(again), 0);
+  node.clearDisks();
+  EXPECT_EQ(node.diskEntries(), 0u);
+  EXPECT_EQ(destroyed, 0);
+}
+
+TEST(DiskNode, GroomInfo) {
+  BKQMacNode node("n");
+  EXPECT_EQ(node.groomInfoExists(), 0);
+  EXPECT_EQ(node.getGroomInfo(), nullptr);
+  BKQGroom groom;
+  node.setGroomInfo(groom);
+  EXPECT_EQ(node.groomInfoExists(), 1);
+  EXPECT_EQ(node.getGroomInfo(), &groom);
+}
+
+TEST(Node, EnumeratesFiltersByCursor) {
+  BKQMacNode node("n");
+  BKQDirFilter filters[3];
+  for (BKQDirFilter& filter : filters) EXPECT_EQ(node.addFilter(filter), &filter);
+  BKQFilterCol* out = nullptr;
+  EXPECT_EQ(node.enumFilters(out, 0), 3u);
+  delete out;
+  EXPECT_EQ(node.enumFilters(out, 0), 0u);
+  ASSERT_NE(out, nullptr);
+  delete out;
+  node.resetFilters();
+  EXPECT_EQ(node.enumFilters(out, 1), 1u);
+  delete out;
+}
+
+TEST(TapeNode, CopyHoldsTheTapesTwice) {
+  BKQTapeNode node("library");
+  EXPECT_EQ(node.nodeType(), 24u);
+  EXPECT_EQ(node.getDeviceType(), 1);
+  EXPECT_EQ(node.getNodeOS(), 6u);
+  EXPECT_EQ(node.getOptions(), 0u);
+  BKQTape tape("G", "T");
+  BKQDirFilter filter;
+  EXPECT_EQ(node.addTape(tape), &tape);
+  node.addFilter(filter);
+  std::unique_ptr<BKQTapeNode> clone(node.clone());
+  clone->mycopy(clone.get());
+  EXPECT_STREQ(clone->getNodeName(), "library");
+  ASSERT_EQ(clone->tapeEntries(), 2u);
+  EXPECT_EQ(clone->filterEntries(), 1u);
+  BKQTapeCol* tapes = nullptr;
+  EXPECT_EQ(clone->enumTapes(tapes, 0), 2u);
+  EXPECT_EQ(tapes->at(0), &tape);
+  EXPECT_STREQ(static_cast<BKQTape*>(tapes->at(1))->getTapeName(), "T");
+  delete tapes->at(1);
+  delete tapes;
+  clone->resetTapes();
+  EXPECT_EQ(clone->enumTapes(tapes, 1), 1u);
+  delete tapes;
+}
+
+TEST(RestoreNode, ActualNodeTypeSetsTheOS) {
+  const struct {
+    unsigned int type, os;
+  } rows[] = {{2, 7},  {8, 4}, {13, 4}, {9, 8},  {10, 2}, {11, 5},
+              {12, 5}, {3, 6}, {20, 6}, {21, 6}, {0, 6},  {4711, 6}};
+  for (const auto& row : rows) {
+    BKQRestoreNode node;
+    node.setNodeOS(99);
+    node.setActualNodeType(static_cast<BKQNode::BKQNodeType>(row.type));
+    EXPECT_EQ(node.getActualNodeType(), row.type);
+    EXPECT_EQ(node.getNodeOS(), row.os) << row.type;
+  }
+}
+
+TEST(RestoreNode, Attributes) {
+  BKQRestoreNode node("name", "disk");
+  EXPECT_EQ(node.nodeType(), 25u);
+  EXPECT_EQ(node.getNodeOS(), 6u);
+  EXPECT_EQ(node.getActualNodeType(), 0u);
+  EXPECT_STREQ(node.getDestinationDir(), "");
+  expectText(node, &BKQRestoreNode::getDiskName, &BKQRestoreNode::setDiskName, "disk");
+  expectText(node, &BKQRestoreNode::getDestinationDir, &BKQRestoreNode::setDestinationDir);
+  EXPECT_STREQ(BKQRestoreNode("name").getDiskName(), "");
+  node.setDestinationDir("/tmp");
+  node.setDiskName("d");
+  node.setActualNodeType(BKQNode::WinNTNode);
+  BKQDirFilter filter;
+  node.addFilter(filter);
+  std::unique_ptr<BKQRestoreNode> clone(node.clone());
+  clone->mycopy(clone.get());
+  EXPECT_STREQ(clone->getNodeName(), "name");
+  EXPECT_STREQ(clone->getDestinationDir(), "/tmp");
+  EXPECT_STREQ(clone->getDiskName(), "d");
+  EXPECT_EQ(clone->getActualNodeType(), 9u);
+  EXPECT_EQ(clone->getNodeOS(), 8u);
+  BKQFilterCol* filters = nullptr;
+  clone->enumFilters(filters, 0);
+  EXPECT_EQ(filters->at(0), &filter);
+  delete filters;
+}
+
+TEST(DBRestoreNode, CredentialsAndHiddenOptions) {
+  BKQDBRestoreNode node("name", "disk");
+  EXPECT_EQ(node.nodeType(), 27u);
+  EXPECT_EQ(node.getFStype(), 0u);
+  EXPECT_EQ(node.getOptions(), 0u);
+  EXPECT_STREQ(node.getDiskName(), "disk");
+  EXPECT_STREQ(BKQDBRestoreNode("name").getNodeName(), "name");
+  node.setDBuser("", "secret");
+  RWCollectableString user("old");
+  RWCollectableString password("old");
+  node.getDBuser(user, password);
+  EXPECT_STREQ(user, "");
+  EXPECT_STREQ(password, "secret");
+  node.setOptions(5);
+  static_cast<BKQNode&>(node).setOptions(6);
+  EXPECT_EQ(node.getOptions(), 5u);
+  EXPECT_EQ(node.BKQNode::getOptions(), 6u);
+  node.setFStype(static_cast<BKQDisk::BKQDiskType>(31));
+  node.setDBuser("sa", "pw");
+  std::unique_ptr<BKQDBRestoreNode> clone(node.clone());
+  clone->mycopy(clone.get());
+  clone->getDBuser(user, password);
+  EXPECT_STREQ(user, "sa");
+  EXPECT_STREQ(password, "pw");
+  EXPECT_EQ(clone->getOptions(), 5u);
+  EXPECT_EQ(clone->BKQNode::getOptions(), 6u);
+  EXPECT_EQ(clone->getFStype(), 31u);
+}
+
+}  // namespace
