@@ -53,10 +53,12 @@ inline void storeText(char*& field, const Text& text) {
   if (!text.isEmpty()) field = duplicate(text);
 }
 
-// Like copyText(), for fields that may hold two texts: the block ends with one NUL more, so that a
-// reader that goes on behind the text finds an empty second one and never leaves the block.
-inline char* copyFirstText(const Text& text) {
-  return text.isEmpty() ? nullptr : joinTexts(text, "", 2);
+// For fields that may hold two texts: the block ends with one NUL more, so that a reader that goes
+// on behind the text finds an empty second one and never leaves the block.
+inline char* duplicateFirst(const Text& text) { return joinTexts(text, "", 2); }
+
+inline void storeFirstText(char*& field, const Text& text) {
+  if (!text.isEmpty()) field = duplicateFirst(text);
 }
 
 // Two texts in a row, each with its NUL; either may be empty.
@@ -78,7 +80,7 @@ inline bool hasCredentials(bool joined, const Text& user, const Text& password) 
 }
 
 inline char* copyCredentials(bool joined, const Text& user, const Text& password) {
-  if (password.isEmpty()) return copyFirstText(user);
+  if (password.isEmpty()) return duplicateFirst(user);
   if (!joined) return packTexts(user, password);
   const size_t length = user.length + 1 + password.length;
   char* block = static_cast<char*>(malloc(length + 2));

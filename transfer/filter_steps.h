@@ -6,6 +6,9 @@
 
 namespace bkoq {
 
+constexpr uint16_t kFilterTypeTime = 4;
+constexpr uint16_t kFilterTypeAttribute = 5;
+
 template <class Layout>
 int Flatten<Layout>::filter(BKQFilter& filter, void*& entry) {
   auto& record = *static_cast<typename Layout::Filter*>(entry);
@@ -31,7 +34,7 @@ template <class Layout>
 int Flatten<Layout>::attributeFilter(BKQAttributeFilter& filter, void*& entry) {
   if (!Flatten::filter(filter, entry)) return failedToConvert("Attribute Filter");
   auto& record = *static_cast<typename Layout::Filter*>(entry);
-  record.usFilterType = static_cast<uint16_t>(filter.filterType());
+  record.usFilterType = kFilterTypeAttribute;
   record.ulAttributes = filter.attributes_;
   return 1;
 }
@@ -40,7 +43,7 @@ template <class Layout>
 int Flatten<Layout>::timeFilter(BKQTimeFilter& filter, void*& entry) {
   if (!Flatten::filter(filter, entry)) return failedToConvert("Time Filter");
   auto& record = *static_cast<typename Layout::Filter*>(entry);
-  record.usFilterType = static_cast<uint16_t>(filter.filterType());
+  record.usFilterType = kFilterTypeTime;
   record.usTimeRange = static_cast<uint16_t>(filter.range_);
   record.usTimeAttr = static_cast<uint16_t>(filter.attribute_);
   return 1;

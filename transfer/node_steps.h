@@ -22,8 +22,8 @@ int Flatten<Layout>::node(BKQNode& node, void*& rec) {
 
   // A UNIX machine may get a second text behind either of these.
   if (type == BKQNode::UnixNode) {
-    record.pszNodeOSVer = copyFirstText(node.nodeOSver_);
-    record.pszNodeName = copyFirstText(node.nodeName_);
+    storeFirstText(record.pszNodeOSVer, node.nodeOSver_);
+    storeFirstText(record.pszNodeName, node.nodeName_);
   } else {
     storeText(record.pszNodeOSVer, node.nodeOSver_);
     storeText(record.pszNodeName, node.nodeName_);
