@@ -49,11 +49,11 @@ function(bkoq_add_tests)
       bkoq_test_program(bkoq_test SOURCES ${sources} ${shared} LIBRARIES bkoq)
     endif()
 
-    bkoq_collect_tests(sources transfer/internal/*_test.cpp)
+    bkoq_collect_tests(sources transfer/internal/*.cpp)
     if(sources)
       bkoq_internal_test_program(bkoq_internal_test SOURCES ${sources} ${shared}
                                  LIBRARIES bkoq_objects bkrw
-                                 WRAP malloc realloc strdup)
+                                 WRAP malloc realloc)
     endif()
   endif()
 
@@ -61,6 +61,8 @@ function(bkoq_add_tests)
     bkoq_collect_tests(sources kit/*_test.cpp)
     bkoq_test_program(kit_test SOURCES ${sources} LIBRARIES bkoqkit)
   endif()
+
+  add_test(NAME headers COMMAND ${PROJECT_SOURCE_DIR}/testing/headers_test.sh ${PROJECT_SOURCE_DIR})
 
   # Instruments add symbols of their own, and a client without the sanitizers' run-time library cannot
   # load what was built with them.

@@ -1,3 +1,5 @@
+#include <cstdarg>
+#include <cstdio>
 #include <cstdlib>
 
 #include "bkoq/kit.h"
@@ -13,10 +15,12 @@ struct Words {
   char text[80];
 };
 
-template <class... Argument>
-Words words(const char* format, Argument... arguments) {
+__attribute__((format(printf, 1, 2))) Words words(const char* format, ...) {
   Words result;
-  std::snprintf(result.text, sizeof result.text, format, arguments...);
+  va_list arguments;
+  va_start(arguments, format);
+  std::vsnprintf(result.text, sizeof result.text, format, arguments);
+  va_end(arguments);
   return result;
 }
 

@@ -19,10 +19,11 @@ std::string byteArray(const FieldView& field) {
 }
 
 // A comparison looks at blocks outside a walk, where they have no number.
-std::string blockMembers(const Block& block) {
-  if (block.label == 0) return member("size", std::to_string(block.size));
-  return member("block", std::to_string(block.label)) + member("size", std::to_string(block.size));
+std::string labelMember(const Block& block) {
+  return block.label != 0 ? member("block", std::to_string(block.label)) : "";
 }
+
+std::string sizeMember(const Block& block) { return member("size", std::to_string(block.size)); }
 
 std::string textMembers(const FieldView& field, const Block& block, bool showSecrets) {
   bool isMasked = false;
@@ -32,9 +33,11 @@ std::string textMembers(const FieldView& field, const Block& block, bool showSec
     isMasked |= shown.isMasked;
   }
   if (field.kind() != FieldKind::kText) value = "[" + value + "]";
-  std::string members = blockMembers(block) + member("value", value);
-  if (isMasked) members += member("masked", "true");
-  return members;
+  std::string members = labelMember(block);
+  // The size would tell the length of what is masked.
+  if (!isMasked) members += sizeMember(block);
+  members += member("value", value);
+  return isMasked ? members + member("masked", "true") : members;
 }
 
 }  // namespace
@@ -97,7 +100,8 @@ std::string jsonValue(const FieldView& field, const Block& block, bool showSecre
       return members + member("value", "null");
     }
     if (field.target() != nullptr) {
-      return members + blockMembers(block) + member("count", std::to_string(block.count));
+      return members + labelMember(block) + sizeMember(block) +
+             member("count", std::to_string(block.count));
     }
     return members + textMembers(field, block, showSecrets);
   }

@@ -18,18 +18,25 @@ constexpr std::size_t kValueColumns = 24;
 // block's text is put together piece by piece, and blocks are written once all are known.
 class Annotator : public WalkHandler {
  public:
-  Annotator(const BkoqPrintOptions& options, const RecordDef* only)
-      : options_(options), only_(only), style_(options.colour != 0) {}
+  Annotator(const BkoqPrintOptions& options, const Scope& scope)
+      : options_(options), scope_(scope), style_(options.colour != 0) {}
 
   bool beginRecord(const RecordView& record, const Position& at) {
-    const bool isEmbedded = isEmbedded_;
-    isEmbedded_ = false;
     if (at.depth == 0) {
       begin(at.block,
             std::string(record.def->name) + ", " + counted(record.def->size, "byte", "bytes"));
-    } else if (isShown(record) && (!isEmbedded || only_ != nullptr)) {
-      if (!isEmbedded) blocks_[at.block - 1].lines += std::string(at.path.text()) + "\n";
+    } else if (isEmbedded_) {
+      // An embedded record is read on as part of the job.
+      prefix_ = std::string(at.path.text()) + ".";
+    } else if (isShown(record)) {
+      blocks_[at.block - 1].lines += std::string(at.path.text()) + "\n";
     }
+    isEmbedded_ = false;
+    return true;
+  }
+
+  bool endRecord(const RecordView&, const Position&) {
+    prefix_.clear();
     return true;
   }
 
@@ -42,14 +49,15 @@ class Annotator : public WalkHandler {
     const Value value = describe(field, block, options_.showSecrets != 0);
     const std::string shown = value.texts.empty() ? value.lead : "#" + std::to_string(block.label);
     std::string meaning = field.def().meaning;
-    if (field.kind() == FieldKind::kReserved) {
-      meaning = value.isAlarming ? "reserved, but NOT ZERO" : field.def().meaning;
-    } else if (!value.comment.empty() && !field.pointsSomewhere()) {
-      meaning += " (" + value.comment + ")";
-    } else if (value.isAlarming) {
+    if (field.kind() == FieldKind::kReserved && value.isAlarming) {
+      meaning = "reserved, but NOT ZERO";
+    } else if (field.kind() == FieldKind::kFlags) {
+      if (!bitNames(field).empty()) meaning += " (" + bitNames(field) + ")";
+    } else if (!value.comment.empty() && (value.isAlarming || !field.pointsSomewhere()) &&
+               field.kind() != FieldKind::kReserved) {
       meaning += " (" + value.comment + ")";
     }
-    const std::string name = std::string(prefix(field, at)) + field.def().name;
+    const std::string name = prefix_ + field.def().name;
     addBytes(lines, at.blockOffset + field.def().offset, hexOf(field), name,
              decimalAndHex(field, shown), meaning, value.isAlarming);
     return true;
@@ -73,7 +81,9 @@ class Annotator : public WalkHandler {
     bool isShown = false;
   };
 
-  bool isShown(const RecordView& record) const { return only_ == nullptr || record.def == only_; }
+  bool isShown(const RecordView& record) const {
+    return scope_.only == nullptr || record.def == scope_.only;
+  }
 
   void begin(std::uint32_t label, const std::string& what) {
     blocks_.resize(label);
@@ -83,7 +93,7 @@ class Annotator : public WalkHandler {
   void beginBlock(const FieldView& field, const Block& block, const Position& at) {
     begin(block.label, std::string(at.path.text()) + ": " + contentName(field, block) + ", " +
                            counted(block.size, "byte", "bytes"));
-    if (field.target() != nullptr || only_ != nullptr) return;
+    if (field.target() != nullptr || scope_.only != nullptr) return;
     BlockText& text = blocks_.back();
     text.isShown = true;
     const std::vector<ShownText> shown = shownTexts(field, block, options_.showSecrets != 0);
@@ -117,17 +127,6 @@ class Annotator : public WalkHandler {
     const char* meaning = length == 0 ? "end of an empty text" : "end of the text";
     addLine(lines, offset + length, "00", "NUL", "", meaning);
     offset += length + 1;
-  }
-
-  // The records embedded in the job are read on as part of it.
-  static std::string prefix(const FieldView& field, const Position& at) {
-    const std::string path = at.path.text();
-    const std::size_t name = path.rfind(field.def().name);
-    if (name == 0) return "";
-    const std::size_t outer = path.rfind('.', name - 2);
-    const std::size_t begin = outer == std::string::npos ? 0 : outer + 1;
-    const std::string owner = path.substr(begin, name - begin);
-    return owner.compare(0, 2, "st") == 0 ? owner : "";
   }
 
   // Addresses differ from run to run, so the bytes of a pointer are not shown.
@@ -184,17 +183,18 @@ class Annotator : public WalkHandler {
   }
 
   const BkoqPrintOptions& options_;
-  const RecordDef* only_;
+  const Scope& scope_;
   Style style_;
   std::vector<BlockText> blocks_;  // by label
   bool isEmbedded_ = false;
+  std::string prefix_;  // of the fields of an embedded record
 };
 
 }  // namespace
 
-bool printAnnotated(const RecordView& job, const BkoqPrintOptions& options, const RecordDef* only,
+bool printAnnotated(const RecordView& job, const BkoqPrintOptions& options, const Scope& scope,
                     Output& out) {
-  Annotator annotator(options, only);
+  Annotator annotator(options, scope);
   Walker<Annotator>(annotator).walk(job);
   return annotator.print(out);
 }

@@ -11,16 +11,18 @@ constexpr std::size_t kIndent = 4;
 
 class JsonPrinter : public WalkHandler {
  public:
-  JsonPrinter(const BkoqPrintOptions& options, const RecordDef* only, Output& out)
-      : options_(options), only_(only), out_(out) {}
+  JsonPrinter(const BkoqPrintOptions& options, const Scope& scope, Output& out)
+      : options_(options), scope_(scope), out_(out) {}
 
   bool beginRecord(const RecordView& record, const Position& at) {
     levels_.resize(at.depth + 1);
     Level& level = levels_[at.depth];
     level = Level{};
-    level.isShown = isRecordShown(record, at);
+    const bool isStart = !isAnythingShown_ && scope_.isExactly(at.path.text());
+    if (isStart) firstDepth_ = at.depth;
+    level.isShown = isStart || isRecordShown(record, at);
     if (!level.isShown) return true;
-    if (only_ != nullptr) {
+    if (scope_.only != nullptr) {
       out_.put(isAnythingShown_ ? ",\n" : "\n");
       out_.put(indentOf(at));
     } else if (at.depth > 0 && levels_[at.depth - 1].open == Open::kArray) {
@@ -28,9 +30,10 @@ class JsonPrinter : public WalkHandler {
       out_.put(indentOf(at));
       levels_[at.depth - 1].hasElements = true;
     }
+    if (isStart) out_.put("\"record\": ");
     isAnythingShown_ = true;
     out_.put("{\"record\": \"" + std::string(record.def->name) + "\"");
-    if (only_ != nullptr) out_.put(", \"path\": \"" + std::string(at.path.text()) + "\"");
+    if (scope_.only != nullptr) out_.put(", \"path\": \"" + std::string(at.path.text()) + "\"");
     out_.put(", \"block\": " + std::to_string(at.block) +
              ", \"offset\": " + std::to_string(at.blockOffset) +
              ", \"size\": " + std::to_string(record.def->size) + ", \"fields\": {");
@@ -40,9 +43,17 @@ class JsonPrinter : public WalkHandler {
   bool field(const FieldView& field, const Block& block, const Position& at) {
     Level& level = levels_[at.depth];
     level.open = Open::kNothing;
-    if (!level.isShown || isHidden(field, options_)) return true;
-    out_.put(std::string(level.hasFields ? "," : "") + "\n" + indentOf(at) + "  \"" +
-             field.def().name + "\": {\"offset\": " + std::to_string(field.def().offset) +
+    const bool isStart = !isAnythingShown_ && scope_.isExactly(at.path.text());
+    if (!isStart && (!level.isShown || isHidden(field, options_))) return true;
+    if (isStart) {
+      firstDepth_ = at.depth;
+      isAnythingShown_ = true;
+      out_.put(std::string("\"field\": {\"name\": \"") + field.def().name + "\", ");
+    } else {
+      out_.put(std::string(level.hasFields ? "," : "") + "\n" + indentOf(at) + "  \"" +
+               field.def().name + "\": {");
+    }
+    out_.put("\"offset\": " + std::to_string(field.def().offset) +
              ", \"width\": " + std::to_string(field.def().width) + ", " +
              jsonValue(field, block, options_.showSecrets != 0));
     level.hasFields = true;
@@ -62,9 +73,10 @@ class JsonPrinter : public WalkHandler {
   }
 
   void endBlock(const FieldView&, const Block&, const Position& at) {
-    const Level& level = levels_[at.depth];
-    if (level.isShown && level.open == Open::kArray) out_.put("]}");
-    if (level.isShown && level.open == Open::kRecord) out_.put("}");
+    Level& level = levels_[at.depth];
+    if (level.open == Open::kArray) out_.put("]}");
+    if (level.open == Open::kRecord) out_.put("}");
+    level.open = Open::kNothing;
   }
 
   bool endRecord(const RecordView&, const Position& at) {
@@ -72,8 +84,10 @@ class JsonPrinter : public WalkHandler {
     if (!level.isShown) return true;
     out_.put(level.hasFields ? "\n" + indentOf(at) + "}}" : "}}");
     // An embedded record is no block, so nothing else ends its field.
-    const bool endsField = at.depth > 0 && levels_[at.depth - 1].open == Open::kEmbedded;
-    if (only_ == nullptr && endsField) out_.put("}");
+    if (at.depth > 0 && levels_[at.depth - 1].open == Open::kEmbedded) {
+      out_.put("}");
+      levels_[at.depth - 1].open = Open::kNothing;
+    }
     return !out_.failed();
   }
 
@@ -90,35 +104,42 @@ class JsonPrinter : public WalkHandler {
   };
 
   bool isRecordShown(const RecordView& record, const Position& at) const {
-    if (only_ != nullptr) return record.def == only_;
-    if (at.depth == 0) return true;
-    const Level& outer = levels_[at.depth - 1];
-    return outer.isShown && outer.open != Open::kNothing;
+    if (scope_.only != nullptr) return record.def == scope_.only;
+    if (at.depth == 0) return scope_.path == nullptr;
+    return levels_[at.depth - 1].open != Open::kNothing;
   }
   bool areElementsShown(const Position& at) const {
-    return only_ == nullptr && (options_.depth == 0 || at.depth + 1 < options_.depth);
+    return scope_.only == nullptr &&
+           (options_.depth == 0 || at.depth - firstDepth_ + 1 < options_.depth);
   }
   std::string indentOf(const Position& at) const {
-    return std::string(only_ != nullptr ? kIndent : 2 + at.depth * kIndent, ' ');
+    return std::string(scope_.only != nullptr ? kIndent : 2 + (at.depth - firstDepth_) * kIndent,
+                       ' ');
   }
 
   const BkoqPrintOptions& options_;
-  const RecordDef* only_;
+  const Scope& scope_;
   Output& out_;
   std::vector<Level> levels_;  // by depth
   bool isAnythingShown_ = false;
+  unsigned int firstDepth_ = 0;  // of what stands at the path
 };
 
 }  // namespace
 
-bool printJson(const RecordView& job, const BkoqPrintOptions& options, const RecordDef* only,
+bool printJson(const RecordView& job, const BkoqPrintOptions& options, const Scope& scope,
                Output& out) {
-  out.put(jsonStart(only != nullptr ? "bkoq-records" : "bkoq-tree"));
+  const bool isList = scope.only != nullptr;
+  out.put(jsonStart(isList ? "bkoq-records" : scope.path != nullptr ? "bkoq-field" : "bkoq-tree"));
   out.put(std::string(",\n  \"layout\": \"") + layoutName(job.layout) + "\",\n  ");
-  out.put(only != nullptr ? "\"records\": [" : "\"job\": ");
-  JsonPrinter printer(options, only, out);
+  if (scope.path != nullptr) {
+    out.put("\"path\": " + jsonText(scope.path) + ",\n  ");
+  } else {
+    out.put(isList ? "\"records\": [" : "\"job\": ");
+  }
+  JsonPrinter printer(options, scope, out);
   Walker<JsonPrinter>(printer).walk(job);
-  out.put(only != nullptr ? "\n  ]\n}\n" : "\n}\n");
+  out.put(isList ? "\n  ]\n}\n" : "\n}\n");
   return printer.isAnythingShown();
 }
 

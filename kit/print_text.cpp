@@ -15,16 +15,21 @@ constexpr std::size_t kLeastPiece = 16;  // of a text that is broken into lines
 
 class TextPrinter : public WalkHandler {
  public:
-  TextPrinter(const BkoqPrintOptions& options, const RecordDef* only, Output& out)
-      : options_(options), only_(only), out_(out), style_(options.colour != 0) {
+  TextPrinter(const BkoqPrintOptions& options, const Scope& scope, Output& out)
+      : options_(options), scope_(scope), out_(out), style_(options.colour != 0) {
     if (options.width > 0) width_ = std::max<std::size_t>(options.width, kLeastWidth);
   }
 
   bool beginRecord(const RecordView& record, const Position& at) {
-    // The rows of an embedded record follow the row that embeds it; every other one has a heading.
+    const bool isStart = scope_.path != nullptr && !isInScope_ && scope_.holds(at.path.text());
+    if (isStart) {
+      isInScope_ = true;
+      firstDepth_ = at.depth;
+    }
     const bool isShownHere = isShown(*record.def, at);
     isAnythingShown_ |= isShownHere;
-    if (isShownHere && (!isEmbedded_ || only_ != nullptr)) {
+    // The rows of an embedded record follow the row that embeds it; every other one has a heading.
+    if (isShownHere && (!isEmbedded_ || scope_.only != nullptr || isStart)) {
       std::string heading = record.def->name;
       if (at.path.length() > 0) heading += std::string(" ") + at.path.text();
       line(indentOf(at),
@@ -34,8 +39,14 @@ class TextPrinter : public WalkHandler {
     return !out_.failed();
   }
 
+  bool endRecord(const RecordView&, const Position& at) {
+    if (at.depth == firstDepth_) isInScope_ = false;
+    return true;
+  }
+
   bool field(const FieldView& field, const Block& block, const Position& at) {
     isEmbedded_ = field.def().kind == FieldKind::kEmbedded;
+    if (!isInScope_ && scope_.isExactly(at.path.text())) printAlone(field, block);
     if (!isShown(*field.record().def, at) || isHidden(field, options_)) return true;
     const Value value = describe(field, block, options_.showSecrets != 0);
     const std::size_t indent = indentOf(at) + kIndent / 2;
@@ -55,11 +66,25 @@ class TextPrinter : public WalkHandler {
 
  private:
   bool isShown(const RecordDef& def, const Position& at) const {
-    if (only_ != nullptr) return &def == only_;
-    return options_.depth == 0 || at.depth < options_.depth;
+    if (scope_.only != nullptr) return &def == scope_.only;
+    if (scope_.path != nullptr && !isInScope_) return false;
+    return options_.depth == 0 || at.depth - firstDepth_ < options_.depth;
   }
   std::size_t indentOf(const Position& at) const {
-    return only_ != nullptr ? 0 : at.depth * kIndent;
+    return scope_.only != nullptr ? 0 : (at.depth - firstDepth_) * kIndent;
+  }
+
+  // The field that was asked for: its value, without the number of its block. What holds records is
+  // printed as them.
+  void printAlone(const FieldView& field, const Block& block) {
+    if (field.target() != nullptr && (block.bytes != nullptr || isEmbedded_)) {
+      isAnythingShown_ = true;  // an array may be empty
+      return;
+    }
+    Value value = describe(field, block, options_.showSecrets != 0);
+    if (!value.texts.empty()) value.lead.clear();
+    line(0, oneLine(value));
+    isAnythingShown_ = true;
   }
 
   static std::size_t nameColumns(const RecordView& record) {
@@ -70,8 +95,8 @@ class TextPrinter : public WalkHandler {
 
   std::string commentOf(const FieldView& field, const Value& value, const Position& at) const {
     const bool holdsRecords = field.target() != nullptr && value.lead != "null";
-    const bool isCut = options_.depth > 0 && at.depth + 1 >= options_.depth;
-    if (holdsRecords && only_ == nullptr && isCut) return value.comment + ", not shown";
+    const bool isCut = options_.depth > 0 && at.depth - firstDepth_ + 1 >= options_.depth;
+    if (holdsRecords && scope_.only == nullptr && isCut) return value.comment + ", not shown";
     return value.comment;
   }
 
@@ -128,7 +153,9 @@ class TextPrinter : public WalkHandler {
                   std::string& row, std::size_t& used) const {
     if (comment.empty()) return;
     const std::size_t valueEnd = column + kValueColumns;
-    const std::size_t gap = used < valueEnd ? valueEnd - used + 2 : 2;
+    std::size_t gap = used < valueEnd ? valueEnd - used + 2 : 2;
+    // A narrow line gives up the alignment before it gives up being one line.
+    if (width_ > 0 && used + gap + columns(comment) > width_) gap = 2;
     const std::string shown = value.isAlarming ? style_.alarm(comment) : style_.faint(comment);
     if (width_ == 0 || used + gap + columns(comment) <= width_) {
       row += std::string(gap, ' ') + shown;
@@ -151,19 +178,21 @@ class TextPrinter : public WalkHandler {
   }
 
   const BkoqPrintOptions& options_;
-  const RecordDef* only_;
+  const Scope& scope_;
   Output& out_;
   Style style_;
   std::size_t width_ = 0;
   bool isEmbedded_ = false;
   bool isAnythingShown_ = false;
+  bool isInScope_ = false;
+  unsigned int firstDepth_ = 0;  // of what stands at the path
 };
 
 }  // namespace
 
-bool printText(const RecordView& job, const BkoqPrintOptions& options, const RecordDef* only,
+bool printText(const RecordView& job, const BkoqPrintOptions& options, const Scope& scope,
                Output& out) {
-  TextPrinter printer(options, only, out);
+  TextPrinter printer(options, scope, out);
   Walker<TextPrinter>(printer).walk(job);
   return printer.isAnythingShown();
 }

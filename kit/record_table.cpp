@@ -88,8 +88,7 @@ constexpr FieldDef unused(const char* name, std::uint16_t offset, std::uint16_t 
   return FieldDef{name, offset, width, FieldKind::kReserved, "not used by this filter: zero", ""};
 }
 constexpr FieldDef opaque(const char* name, std::uint16_t offset, std::uint16_t width) {
-  return FieldDef{name, offset, width, FieldKind::kOpaque, "unknown: the kind of the filter is",
-                  ""};
+  return FieldDef{name, offset, width, FieldKind::kOpaque, "nothing is known of it", ""};
 }
 
 template <class... Row>
@@ -253,22 +252,30 @@ constexpr auto rotationRowsOld() {
 
 template <class R>
 constexpr auto nodeStart(Layout layout) {
+  const FieldDef type =
+      BKOQ_ROW(usNodeType, kNumber, "node kind; 3 for a UNIX machine and for a tape node",
+               "BKQNode::nodeType, BKQRestoreNode::setActualNodeType")
+          .called(kNodeTypes);
+  const FieldDef typeOld =
+      BKOQ_ROW(usNodeType, kNumber,
+               "node kind; 3 for a UNIX machine and for a tape node, 6 for NDS",
+               "BKQNode::nodeType, BKQRestoreNode::setActualNodeType")
+          .called(kNodeTypes);
   const FieldDef address =
-      BKOQ_ROW(pszNodeAddress, kText, "node address", "BKQNode::setNodeAddress");
-  const FieldDef addressOrDomain =
+      BKOQ_ROW(pszNodeAddress, kText, "node address; for an NDS node without one its domain",
+               "BKQNode::setNodeAddress, for NDS setNodeDomain");
+  const FieldDef addressOld =
       BKOQ_ROW(pszNodeAddress, kText, "node address; for an NDS node its domain",
                "BKQNode::setNodeAddress, for NDS setNodeDomain");
   return rowsOf(
-      BKOQ_ROW(usNodeType, kNumber, "node kind; 3 for a UNIX machine and for a tape node",
-               "BKQNode::nodeType, BKQRestoreNode::setActualNodeType")
-          .called(kNodeTypes),
+      layout == Layout::kCurrent ? type : typeOld,
       BKOQ_ROW(usNodeOS, kNumber, "operating-system code", "BKQNode::setNodeOS")
           .called(kNodeSystems),
       BKOQ_ROW(pszNodeOSVer, kNodeText, "operating-system version; UNIX: a second text behind it",
                "BKQNode::setNodeOSver"),
       BKOQ_ROW(pszNodeName, kNodeText, "node name; UNIX: a second text behind it",
                "BKQNode::setNodeName"),
-      layout == Layout::kCurrent ? address : addressOrDomain,
+      layout == Layout::kCurrent ? address : addressOld,
       BKOQ_ROW(pszUserName, kText, "user name", "BKQNode::setUserName"),
       BKOQ_ROW(pszPassword, kText, "password", "BKQNode::setPassword").hidden(),
       BKOQ_ROW(ulFilterCount, kCount, "elements of pFilters", ""),
@@ -346,7 +353,18 @@ constexpr auto filterRows() {
 }
 
 template <class R>
-constexpr auto diskRows() {
+constexpr auto diskRows(Layout layout) {
+  const FieldDef credentials =
+      BKOQ_ROW(
+          pszDiskPW2, kTwoTexts,
+          "user and second password: two texts; types 11, 22, 31 (restore: 22, 31) joined by \":\"",
+          "BKQDisk::setUser, setDiskPW2, BKQDBRestoreNode::setDBuser")
+          .hidden(Secret::kCredentials);
+  const FieldDef credentialsOld =
+      BKOQ_ROW(pszDiskPW2, kTwoTexts,
+               "user and second password: two texts; types 11, 22, 31 joined by \":\"",
+               "BKQDisk::setUser, setDiskPW2, BKQDBRestoreNode::setDBuser")
+          .hidden(Secret::kCredentials);
   return rowsOf(
       BKOQ_ROW(pszDiskName, kText, "disk name",
                "BKQDisk::setDiskName, BKQRestoreNode::setDiskName"),
@@ -369,9 +387,7 @@ constexpr auto diskRows() {
                "BKQDisk::setOptions, BKQDBRestoreNode::setOptions")
           .called(kDiskOptions),
       BKOQ_ROW(ulReserved1, kReserved, "reserved: zero", ""),
-      BKOQ_ROW(pszDiskPW2, kTwoTexts, "user and second password: joined by \":\", or two texts",
-               "BKQDisk::setUser, setDiskPW2, BKQDBRestoreNode::setDBuser")
-          .hidden(Secret::kCredentials),
+      layout == Layout::kCurrent ? credentials : credentialsOld,
       BKOQ_ROW(ulReserved2, kReserved, "reserved: zero", ""),
       BKOQ_ROW(pszEncryptionKey, kText, "encryption key", "BKQDisk::setEncryptionKey").hidden(),
       BKOQ_ROW(ulReserved3, kReserved, "reserved: zero", ""));
@@ -492,7 +508,8 @@ constexpr auto kRotationOld = rotationRowsOld();
 constexpr auto kNode = nodeRows();
 constexpr auto kNodeOld = nodeRowsOld();
 constexpr auto kFilter = filterRows<BKFILTER_FILE>();
-constexpr auto kDisk = diskRows<BKDDISK>();
+constexpr auto kDisk = diskRows<BKDDISK>(Layout::kCurrent);
+constexpr auto kDiskOld = diskRows<BKDDISK_OLD>(Layout::kPrevious);
 constexpr auto kDiskItem = diskItemRows<BKDISKITEM>();
 constexpr auto kTape = tapeRows();
 constexpr auto kTapeOld = tapeRowsOld();
@@ -581,6 +598,7 @@ BKOQ_CHECK_RECORD(kNode, BKNODE);
 BKOQ_CHECK_RECORD(kNodeOld, BKNODE_OLD);
 BKOQ_CHECK_RECORD(kFilter, BKFILTER_FILE);
 BKOQ_CHECK_RECORD(kDisk, BKDDISK);
+BKOQ_CHECK_RECORD(kDiskOld, BKDDISK_OLD);
 BKOQ_CHECK_RECORD(kDiskItem, BKDISKITEM);
 BKOQ_CHECK_RECORD(kTape, BKDTAPE);
 BKOQ_CHECK_RECORD(kTapeOld, BKDTAPE_OLD);
@@ -642,7 +660,7 @@ constexpr RecordDef kRecords[kLayoutCount][kRecordTypeCount] = {
      record(RecordType::kNode, "BKNODE_OLD", kNodeMeaning, sizeof(BKNODE_OLD), kNodeOld),
      record(RecordType::kFilter, "BKFILTER_FILE_OLD", kFilterMeaning, sizeof(BKFILTER_FILE_OLD),
             kFilter),
-     record(RecordType::kDisk, "BKDDISK_OLD", kDiskMeaning, sizeof(BKDDISK_OLD), kDisk),
+     record(RecordType::kDisk, "BKDDISK_OLD", kDiskMeaning, sizeof(BKDDISK_OLD), kDiskOld),
      record(RecordType::kDiskItem, "BKDISKITEM_OLD", kDiskItemMeaning, sizeof(BKDISKITEM_OLD),
             kDiskItem),
      record(RecordType::kTape, "BKDTAPE_OLD", kTapeMeaning, sizeof(BKDTAPE_OLD), kTapeOld),

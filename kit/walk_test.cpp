@@ -257,7 +257,7 @@ TEST(Walk, RefusesBadArguments) {
   const BkoqVisitor visitor = [](const BkoqVisit*, void*) { return 0; };
   EXPECT_EQ(bkoqWalk(nullptr, BKOQ_LAYOUT_CURRENT, visitor, nullptr), BKOQ_BAD_ARGUMENT);
   EXPECT_EQ(bkoqWalk(job.get(), BKOQ_LAYOUT_CURRENT, nullptr, nullptr), BKOQ_BAD_ARGUMENT);
-  EXPECT_EQ(bkoqWalk(job.get(), static_cast<BkoqLayout>(-1), visitor, nullptr), BKOQ_BAD_ARGUMENT);
+  EXPECT_EQ(bkoqWalk(job.get(), static_cast<BkoqLayout>(2), visitor, nullptr), BKOQ_BAD_ARGUMENT);
 }
 
 TEST(Status, HasAText) {

@@ -41,16 +41,25 @@ class SortedAddresses {
   RWCollectable** addresses_;  // null when memory ran out
 };
 
-}  // namespace
-
-void destroyUnlessHeld(RWSlistCollectables& list, const RWSlistCollectables& kept) {
+void destroyUnlessHeld(const RWSlistCollectables& list, const RWSlistCollectables& kept) {
   if (list.isEmpty()) return;
   const SortedAddresses held(kept);
-  RWSlistCollectables former;
+  RWSlistCollectables doomed;
   for (unsigned int i = 0; i < list.entries(); ++i) {
-    if (!held.contains(list.at(i))) former.insert(list.at(i));
+    if (!held.contains(list.at(i))) doomed.insert(list.at(i));
   }
-  former.clearAndDestroy();
+  doomed.clearAndDestroy();
+}
+
+}  // namespace
+
+void replaceDoubled(RWSlistCollectables& list, const RWSlistCollectables& source,
+                    const RWSlistCollectables& clones) {
+  const RWSlistCollectables former(list);
+  list.clear();  // without memory for the new elements it must not hold the deleted ones
+  list = source;
+  for (unsigned int i = 0; i < clones.entries(); ++i) addClone(list, clones.at(i));
+  destroyUnlessHeld(former, source);
 }
 
 }  // namespace bkoq

@@ -12,33 +12,53 @@ RWCollectable* cloneOf(Element* element) {
   return element->clone();
 }
 
+// Without memory for its place in the list a clone is not kept.
+inline void addClone(RWSlistCollectables& list, RWCollectable* clone) {
+  if (list.insert(clone) == nullptr) delete clone;
+}
+
 // Appends a clone of every element of `source` that can be cloned.
 template <class Element>
 void appendClones(RWSlistCollectables& list, const RWSlistCollectables& source) {
   const unsigned int count = source.entries();  // the two may be one list
   for (unsigned int i = 0; i < count; ++i) {
-    list.insert(cloneOf(static_cast<Element*>(source.at(i))));
+    addClone(list, cloneOf(static_cast<Element*>(source.at(i))));
   }
 }
 
-// Deletes the elements of `list` that `kept` does not hold, each once; both lists stay as they are
-// otherwise, so the caller must replace `list`.
-void destroyUnlessHeld(RWSlistCollectables& list, const RWSlistCollectables& kept);
+// Makes `list` hold the elements of `source`, then `clones`. Of its former elements those that
+// `source` does not hold are deleted, each once.
+void replaceDoubled(RWSlistCollectables& list, const RWSlistCollectables& source,
+                    const RWSlistCollectables& clones);
 
-// Makes `list` hold the elements of `source`, then a clone of each. The clones are taken first, so
-// that what is deleted of the former elements cannot be part of what is copied.
+// The copy of a list that is to hold the elements of `source`, then a clone of each. It takes the
+// clones when it is made, so that an object with several lists can take all of its clones before
+// any replacement deletes something that may be part of what is copied.
+template <class Element>
+class DoubledCopy {
+ public:
+  explicit DoubledCopy(const RWSlistCollectables& source) : source_(source) {
+    appendClones<Element>(clones_, source);
+  }
+  DoubledCopy(const DoubledCopy&) = delete;
+  DoubledCopy& operator=(const DoubledCopy&) = delete;
+
+  void replace(RWSlistCollectables& list) const { replaceDoubled(list, source_, clones_); }
+
+ private:
+  const RWSlistCollectables& source_;
+  RWSlistCollectables clones_;
+};
+
 template <class Element>
 void copyDoubled(RWSlistCollectables& list, const RWSlistCollectables& source) {
-  RWSlistCollectables clones;
-  appendClones<Element>(clones, source);
-  destroyUnlessHeld(list, source);
-  list = source;
-  for (unsigned int i = 0; i < clones.entries(); ++i) list.insert(clones.at(i));
+  DoubledCopy<Element>(source).replace(list);
 }
 
 // Copies the list as a list of the same objects, then appends a clone of each; deletes nothing.
 template <class Element>
 void copySharedAndCloned(RWSlistCollectables& list, const RWSlistCollectables& source) {
+  list.clear();
   list = source;
   appendClones<Element>(list, source);
 }

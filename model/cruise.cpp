@@ -181,10 +181,11 @@ void BKQRotationSchedule::copyRotationValues(BKQRotationSchedule& source) {
 void BKQRotationSchedule::mycopy(BKQRotationSchedule* source) {
   if (source == nullptr || source == this) return;
   BKQJobMask* maskClone = source->mask_ != nullptr ? source->mask_->clone() : nullptr;
+  const bkoq::DoubledCopy<BKQExceptionDay> days(source->exceptionDays_);
   deleteUnlessHeld(releaseMask());
   holdMask(maskClone);
   copyRotationValues(*source);
-  bkoq::copyDoubled<BKQExceptionDay>(exceptionDays_, source->exceptionDays_);
+  days.replace(exceptionDays_);
 }
 
 BKQCruiseSchedule::BKQCruiseSchedule() : BKQCruiseSchedule("", "") {}

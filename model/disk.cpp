@@ -150,6 +150,8 @@ unsigned int BKQDisk::enumFilters(BKQFilterCol*& out, unsigned int n) {
 
 void BKQDisk::mycopy(BKQDisk* source) {
   if (source == nullptr || source == this) return;
+  const bkoq::DoubledCopy<BKQDiskItem> items(source->items_);
+  const bkoq::DoubledCopy<BKQFilter> filters(source->filters_);
   name_ = source->name_;
   type_ = source->type_;
   options_ = source->options_;
@@ -165,6 +167,6 @@ void BKQDisk::mycopy(BKQDisk* source) {
   dbProperty_ = source->dbProperty_;
   itemCursor_ = source->itemCursor_;
   filterCursor_ = source->filterCursor_;
-  bkoq::copyDoubled<BKQDiskItem>(items_, source->items_);
-  bkoq::copyDoubled<BKQFilter>(filters_, source->filters_);
+  items.replace(items_);
+  filters.replace(filters_);
 }

@@ -375,14 +375,16 @@ void BKQBackupJob::setSpanMethod(BKQSpanMethodType method) { spanMethod_ = metho
 
 void BKQBackupJob::mycopy(BKQBackupJob* source) {
   if (source == nullptr || source == this) return;
-  // Every clone is taken before anything is deleted.
+  // Every clone is taken before anything is deleted, those of the base job by its own copy.
   BKQTapeNode* destination = cloneOrNull(source->destination_);
   BKQOpenFileInfo* openFileInfo = cloneOrNull(source->openFileInfo_);
-  bkoq::copyDoubled<BKQNode>(sourceNodes_, source->sourceNodes_);
-  bkoq::copyDoubled<BKQFilter>(filters_, source->filters_);
+  const bkoq::DoubledCopy<BKQNode> nodes(source->sourceNodes_);
+  const bkoq::DoubledCopy<BKQFilter> filters(source->filters_);
+  BKQJob::mycopy(source);
   replaceAttached(destination_, source->destination_, destination);
   replaceAttached(openFileInfo_, source->openFileInfo_, openFileInfo);
-  BKQJob::mycopy(source);
+  nodes.replace(sourceNodes_);
+  filters.replace(filters_);
 
   sourceNodeCursor_ = source->sourceNodeCursor_;
   filterCursor_ = source->filterCursor_;

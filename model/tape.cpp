@@ -214,6 +214,8 @@ unsigned int BKQTape::enumFilters(BKQFilterCol*& out, unsigned int n) {
 
 void BKQTape::mycopy(BKQTape* source) {
   if (source == nullptr || source == this) return;
+  const bkoq::DoubledCopy<BKQTapeItem> items(source->items_);
+  const bkoq::DoubledCopy<BKQFilter> filters(source->filters_);
   tapeName_ = source->tapeName_;
   deviceGroup_ = source->deviceGroup_;
   sessionPassword_ = source->sessionPassword_;
@@ -234,6 +236,6 @@ void BKQTape::mycopy(BKQTape* source) {
   filterCursor_ = source->filterCursor_;
   itemCursor_ = source->itemCursor_;
   extension_ = source->extension_;
-  bkoq::copyDoubled<BKQTapeItem>(items_, source->items_);
-  bkoq::copyDoubled<BKQFilter>(filters_, source->filters_);
+  items.replace(items_);
+  filters.replace(filters_);
 }

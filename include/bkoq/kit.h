@@ -20,7 +20,11 @@ extern "C" {
 #endif
 
 /** The layout of a tree: BKQJDATATRANSFER or BKQJDATATRANSFER_OLD. */
-typedef enum BkoqLayout { BKOQ_LAYOUT_CURRENT = 0, BKOQ_LAYOUT_PREVIOUS = 1 } BkoqLayout;
+typedef enum BkoqLayout {
+  BKOQ_LAYOUT_CURRENT = 0,
+  BKOQ_LAYOUT_PREVIOUS = 1,
+  BKOQ_LAYOUT_WIDEST = 0x7FFFFFFF /**< no layout: lets a wrong value be passed and refused */
+} BkoqLayout;
 
 /** How an operation ended. */
 typedef enum BkoqStatus {
@@ -119,10 +123,11 @@ typedef int (*BkoqSink)(void* user, const char* text, size_t size);
 BKOQ_API int bkoqFileSink(void* file, const char* text, size_t size);
 
 typedef enum BkoqFormat {
-  BKOQ_FORMAT_TEXT = 0,  /**< for people */
-  BKOQ_FORMAT_JSON,      /**< for programs: strict JSON, with a format version */
-  BKOQ_FORMAT_ANNOTATED, /**< bkoqPrint(): every byte of every block, block by block */
-  BKOQ_FORMAT_MARKDOWN   /**< bkoqPrintRecords(): tables for a page */
+  BKOQ_FORMAT_TEXT = 0,           /**< for people */
+  BKOQ_FORMAT_JSON,               /**< for programs: strict JSON, with a format version */
+  BKOQ_FORMAT_ANNOTATED,          /**< bkoqPrint(): every byte of every block, block by block */
+  BKOQ_FORMAT_MARKDOWN,           /**< bkoqPrintRecords(): tables for a page */
+  BKOQ_FORMAT_WIDEST = 0x7FFFFFFF /**< no format */
 } BkoqFormat;
 
 /** How to print; all zero is the default. */

@@ -1,0 +1,118 @@
+#include <gtest/gtest.h>
+
+#include <cstdlib>
+#include <new>
+
+#include "kit/test_trees.h"
+
+// How many allocations of the kit succeed from here on; negative for all.
+static long allocationsLeft = -1;
+
+// Not inline, or the compiler sees malloc() and free() through them and warns about mixing.
+__attribute__((noinline)) void* operator new(std::size_t size) {
+  if (allocationsLeft == 0) throw std::bad_alloc();
+  if (allocationsLeft > 0) --allocationsLeft;
+  void* block = std::malloc(size > 0 ? size : 1);
+  if (block == nullptr) throw std::bad_alloc();
+  return block;
+}
+__attribute__((noinline)) void operator delete(void* block) noexcept { std::free(block); }
+__attribute__((noinline)) void operator delete(void* block, std::size_t) noexcept {
+  std::free(block);
+}
+
+namespace {
+
+int ignore(void*, const char*, std::size_t) { return 0; }
+
+// Runs the operation with room for no allocation, for one, for more ... until it needs no more;
+// each time before, it must say that memory ran out. Returns the room that was enough.
+template <class Operation>
+long failures(const Operation& operation) {
+  // In growing steps: the far end of a long operation is like its middle.
+  for (long room = 0;; room += 1 + room / 30) {
+    allocationsLeft = room;
+    const BkoqStatus status = operation();
+    allocationsLeft = -1;
+    if (status == BKOQ_OK) return room;
+    EXPECT_EQ(status, BKOQ_NO_MEMORY);
+    if (status != BKOQ_NO_MEMORY) return -1;
+  }
+}
+
+TEST(Memory, RunsOutWithAStatusAndWithoutALeak) {
+  const CurrentTree job = currentBackup();
+  const PreviousTree previous = previousBackup();
+  for (const BkoqFormat format : {BKOQ_FORMAT_TEXT, BKOQ_FORMAT_JSON, BKOQ_FORMAT_ANNOTATED}) {
+    BkoqPrintOptions options{};
+    options.format = format;
+    EXPECT_GT(failures([&] {
+                return bkoqPrint(job.get(), BKOQ_LAYOUT_CURRENT, &options, ignore, nullptr);
+              }),
+              100);
+  }
+  EXPECT_GT(failures([&] {
+              return bkoqPrintField(job.get(), BKOQ_LAYOUT_CURRENT, "pszOwner", nullptr, ignore,
+                                    nullptr);
+            }),
+            0);
+  EXPECT_GT(failures([&] {
+              return bkoqPrintAt(job.get(), BKOQ_LAYOUT_CURRENT, 12, 9, nullptr, ignore, nullptr);
+            }),
+            0);
+  EXPECT_GT(failures([&] {
+              return bkoqPrintDifferences(job.get(), BKOQ_LAYOUT_CURRENT, previous.get(),
+                                          BKOQ_LAYOUT_PREVIOUS, nullptr, ignore, nullptr, nullptr);
+            }),
+            20);
+  EXPECT_GT(failures([&] {
+              return bkoqCompare(job.get(), BKOQ_LAYOUT_CURRENT, previous.get(),
+                                 BKOQ_LAYOUT_PREVIOUS, 0, nullptr, nullptr, nullptr);
+            }),
+            20);
+  EXPECT_GT(failures([&] {
+              return bkoqWriteImage(job.get(), BKOQ_LAYOUT_CURRENT, ignore, nullptr, nullptr);
+            }),
+            5);
+  EXPECT_GT(failures([&] {
+              return bkoqPrintRecords(nullptr, BKOQ_LAYOUT_CURRENT, BKOQ_FORMAT_TEXT, ignore,
+                                      nullptr);
+            }),
+            100);
+  EXPECT_GT(failures([&] {
+              return bkoqPrintLayoutDifferences(nullptr, BKOQ_FORMAT_JSON, ignore, nullptr);
+            }),
+            20);
+}
+
+TEST(Memory, IsNotNeededToWalkFreeOrRead) {
+  std::string image;
+  {
+    const CurrentTree job = currentBackup();
+    ASSERT_EQ(bkoqWriteImage(job.get(), BKOQ_LAYOUT_CURRENT, appendToString, &image, nullptr),
+              BKOQ_OK);
+  }
+  // The blocks of a tree come from malloc().
+  allocationsLeft = 0;
+  BkoqLayout layout;
+  void* root = nullptr;
+  const BkoqStatus read = bkoqReadImage(image.data(), image.size(), &layout, &root, nullptr);
+  unsigned int fields = 0;
+  const BkoqStatus walked = bkoqWalk(
+      root, layout,
+      [](const BkoqVisit*, void* user) {
+        ++*static_cast<unsigned int*>(user);
+        return 0;
+      },
+      &fields);
+  BkoqFreed freed;
+  const BkoqStatus status = bkoqFree(root, layout, &freed);
+  allocationsLeft = -1;
+  EXPECT_EQ(read, BKOQ_OK);
+  EXPECT_EQ(walked, BKOQ_OK);
+  EXPECT_GT(fields, 100u);
+  EXPECT_EQ(status, BKOQ_OK);
+  EXPECT_EQ(freed.blocks, 29u);
+}
+
+}  // namespace
