@@ -1034,7 +1034,7 @@ BKFAXINFO stFax  #1+132
    12  pszFaxNumber      null
    16  pszCoverPageFile  null
    20  pszReceiverName   null
-)" + 1},
+)"},
       {"pDestNodes[0].pMedia[0].pTapeX", R"(
 BKDTAPEX pDestNodes[0].pMedia[0].pTapeX  #23+0
     0  pszDBUser        #24  "sa"
@@ -1043,7 +1043,7 @@ BKDTAPEX pDestNodes[0].pMedia[0].pTapeX  #23+0
    12  abReserved12     zero          44 bytes
    56  ulOptions        0
    60  abReserved60     zero          4 bytes
-)" + 1},
+)"},
       {"pSourceNodes[0].pMedia[0].pDiskItems", R"(
 BKDISKITEM pSourceNodes[0].pMedia[0].pDiskItems[0]  #10+0
     0  pszPath       #11  "/home/ledgers"
@@ -1051,7 +1051,7 @@ BKDISKITEM pSourceNodes[0].pMedia[0].pDiskItems[0]  #10+0
     8  pFileList     #12  2 texts: "2003.db", "2004.db"
    12  ulOptions     0
    16  abReserved16  zero          16 bytes
-)" + 1},
+)"},
       {"pSourceNodes[0].pMedia[0].pDiskItems[0]", R"(
 BKDISKITEM pSourceNodes[0].pMedia[0].pDiskItems[0]  #10+0
     0  pszPath       #11  "/home/ledgers"
@@ -1059,7 +1059,7 @@ BKDISKITEM pSourceNodes[0].pMedia[0].pDiskItems[0]  #10+0
     8  pFileList     #12  2 texts: "2003.db", "2004.db"
    12  ulOptions     0
    16  abReserved16  zero          16 bytes
-)" + 1},
+)"},
   };
   const CurrentTree job = currentBackup();
   for (const Row& row : rows) {
@@ -1068,7 +1068,7 @@ BKDISKITEM pSourceNodes[0].pMedia[0].pDiskItems[0]  #10+0
         bkoqPrintField(job.get(), BKOQ_LAYOUT_CURRENT, row.path, nullptr, appendToString, &text),
         BKOQ_OK)
         << row.path;
-    EXPECT_EQ(text, row.text) << row.path;
+    EXPECT_EQ(text, row.text[0] == '\n' ? expected(row.text) : row.text) << row.path;
   }
 }
 
