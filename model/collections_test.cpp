@@ -170,7 +170,7 @@ class ListTest : public testing::Test {
     EXPECT_EQ(L::enumerate(from, out, n), expected);
     std::unique_ptr<Collection> elements(out);
     EXPECT_NE(elements, nullptr);
-    if (elements != nullptr) EXPECT_EQ(elements->entries(), expected);
+    EXPECT_EQ(elements->entries(), expected);
     return elements;
   }
   static std::unique_ptr<Collection> all(Owner& from) {
@@ -351,7 +351,7 @@ TYPED_TEST(ListTest, CopyWithoutMemoryForClones) {
 // this test busy for a minute.
 TEST(ListCopy, TakesTimeInProportionToLongLists) {
   constexpr unsigned int kCount = 200000;
-  const std::unique_ptr<BKQDirFilter> filter(new BKQDirFilter);
+  auto* filter = new BKQDirFilter;
   BKQGroom source;
   BKQGroom target;
   for (unsigned int i = 0; i < kCount; ++i) {
@@ -361,7 +361,7 @@ TEST(ListCopy, TakesTimeInProportionToLongLists) {
   target.mycopy(&source);
   EXPECT_EQ(target.filterEntries(), 2 * kCount);
   BKQGroom none;
-  target.mycopy(&none);  // deletes the clones, and the filter that only the source holds now
+  target.mycopy(&none);  // deletes the clones and the filter, which no source holds any more
   EXPECT_EQ(target.filterEntries(), 0u);
 }
 
