@@ -2,9 +2,11 @@
 #include <gtest/gtest.h>
 
 #include <memory>
+#include <string>
 
 #include "testing/attributes.h"
 #include "testing/counted.h"
+#include "testing/failing_new.h"
 
 namespace {
 
@@ -41,6 +43,14 @@ TEST(DiskItem, AddFileClearsTheOptions) {
   item.setOptions(5);
   EXPECT_EQ(item.getOptions(), 5u);
   EXPECT_EQ(item.fileEntries(), 1u);
+  ASSERT_NE(item.addFile(nullptr), nullptr);  // an empty name
+  EXPECT_EQ(item.getOptions(), 0u);
+  BKQStringCol* names = nullptr;
+  EXPECT_EQ(item.enumFiles(names, 0), 2u);
+  EXPECT_STREQ(*static_cast<RWCollectableString*>(names->at(1)), "");
+  names->clearAndDestroy();
+  delete names;
+  EXPECT_STREQ(BKQDiskItem(nullptr).getPath(), "");
 }
 
 TEST(DiskItem, EnumeratesCopiesOfItsNames) {
@@ -67,6 +77,10 @@ TEST(DiskItem, CopyHoldsEachNameTwice) {
   item.addFile("b");
   item.setOptions(3);
   item.setObjectProperty(4);
+  BKQStringCol* some = nullptr;
+  item.enumFiles(some, 1);
+  some->clearAndDestroy();
+  delete some;
   std::unique_ptr<BKQDiskItem> clone(item.clone());
   EXPECT_STREQ(clone->getPath(), "/etc");
   EXPECT_EQ(clone->getOptions(), 3u);
@@ -76,7 +90,12 @@ TEST(DiskItem, CopyHoldsEachNameTwice) {
   clone->mycopy(clone.get());
   ASSERT_EQ(clone->fileEntries(), 4u);
   EXPECT_EQ(item.fileEntries(), 2u);
+  // The cursor is copied: it stands behind the first name.
   BKQStringCol* names = nullptr;
+  EXPECT_EQ(clone->enumFiles(names, 0), 3u);
+  names->clearAndDestroy();
+  delete names;
+  clone->resetFiles();
   clone->enumFiles(names, 0);
   const char* expected[] = {"a", "b", "a", "b"};
   for (unsigned int i = 0; i < 4; ++i) {
@@ -115,6 +134,42 @@ TEST(Disk, EnumeratesByCursor) {
   EXPECT_EQ(disk.enumFilters(some, 0), 1u);
   EXPECT_EQ(some->at(0), &filters[2]);
   delete some;
+}
+
+TEST(Disk, TakesEveryCloneBeforeItDeletesAnything) {
+  std::string log;
+  Logged<BKQDiskItem> item(log);
+  Logged<BKQDirFilter> filter(log);
+  BKQDisk disk;
+  disk.addDiskItem(item);
+  disk.addFilter(filter);
+  BKQDisk target;
+  target.addDiskItem(*new Logged<BKQDiskItem>(log));
+  target.addFilter(*new Logged<BKQDirFilter>(log));
+  target.mycopy(&disk);
+  EXPECT_EQ(log, "ccdd");
+  BKQDiskItemCol* items = nullptr;
+  target.enumDiskItems(items, 0);
+  delete items->at(1);
+  delete items;
+  BKQFilterCol* filters = nullptr;
+  target.enumFilters(filters, 0);
+  delete filters->at(1);
+  delete filters;
+}
+
+TEST(Disk, WithoutMemoryThereIsNothingNew) {
+  BKQDisk disk;
+  BKQDiskItem item;
+  const FailingNew noMemory(1);
+  EXPECT_EQ(disk.clone(), nullptr);
+  EXPECT_EQ(item.clone(), nullptr);
+  EXPECT_EQ(item.addFile("name"), nullptr);
+  EXPECT_EQ(item.fileEntries(), 0u);
+  BKQStringCol unchanged;
+  BKQStringCol* names = &unchanged;
+  EXPECT_EQ(item.enumFiles(names, 0), 0u);
+  EXPECT_EQ(names, nullptr);
 }
 
 TEST(Disk, CopyHoldsItemsAndFiltersTwice) {

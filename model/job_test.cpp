@@ -2,38 +2,206 @@
 #include <gtest/gtest.h>
 
 #include <memory>
+#include <string>
 #include <type_traits>
+#include <utility>
 
 #include "examples/nightly_job.h"
+#include "examples/other_jobs.h"
 #include "testing/attributes.h"
 #include "testing/counted.h"
+#include "testing/failing_new.h"
 #include "testing/parts.h"
+#include "testing/private_member.h"
+
+// Members that no accessor reads, but that every copy carries.
+struct Reserved3 {
+  using Type = unsigned short BKQJob::*;
+  friend constexpr Type privateMember(Reserved3);
+};
+struct Reserved26 {
+  using Type = unsigned int BKQJob::*;
+  friend constexpr Type privateMember(Reserved26);
+};
+struct Reserved35 {
+  using Type = unsigned short BKQJob::*;
+  friend constexpr Type privateMember(Reserved35);
+};
+struct BackupReserved8 {
+  using Type = unsigned int BKQBackupJob::*;
+  friend constexpr Type privateMember(BackupReserved8);
+};
+
+template struct PrivateMember<Reserved3, &BKQJob::reserved3_>;
+template struct PrivateMember<Reserved26, &BKQJob::reserved26_>;
+template struct PrivateMember<Reserved35, &BKQJob::reserved35_>;
+template struct PrivateMember<BackupReserved8, &BKQBackupJob::reserved8_>;
 
 namespace {
 
-TEST(Job, Attributes) {
-  BKQJob object("n");
-  expectNumber(object, &BKQJob::getJobID, &BKQJob::setJobID, 0);
-  expectNumber(object, &BKQJob::getJobNumber, &BKQJob::setJobNumber, 0);
-  expectNumber(object, &BKQJob::getScriptType, &BKQJob::setScriptType, 0);
-  expectNumber(object, &BKQJob::getJobStatus, &BKQJob::setJobStatus, 0);
-  expectNumber(object, &BKQJob::getOptions, &BKQJob::setOptions, 0);
-  expectNumber(object, &BKQJob::getBeforeJobWait, &BKQJob::setBeforeJobWait, 0);
-  expectNumber(object, &BKQJob::getNewTapeTimeout, &BKQJob::setNewTapeTimeout, 5);
-  expectNumber(object, &BKQJob::getSpanTapeTimeout, &BKQJob::setSpanTapeTimeout, 9999);
-  expectText(object, &BKQJob::getHost, &BKQJob::setHost);
-  expectText(object, &BKQJob::getOwner, &BKQJob::setOwner);
-  expectText(object, &BKQJob::getPassword, &BKQJob::setPassword);
-  expectText(object, &BKQJob::getMachineName, &BKQJob::setMachineName);
-  expectText(object, &BKQJob::getMachineUser, &BKQJob::setMachineUser);
-  expectText(object, &BKQJob::getMachinePassword, &BKQJob::setMachinePassword);
-  expectText(object, &BKQJob::getMachineAddress, &BKQJob::setMachineAddress);
-  expectText(object, &BKQJob::getReportFile, &BKQJob::setReportFile);
-  expectText(object, &BKQJob::getComments, &BKQJob::setComments);
-  expectText(object, &BKQJob::getBeforeJob, &BKQJob::setBeforeJob);
-  expectText(object, &BKQJob::getAfterJob, &BKQJob::setAfterJob);
-  expectText(object, &BKQJob::getFileName, &BKQJob::setFileName);
-  expectText(object, &BKQJob::getPoolName, &BKQJob::setPoolName);
+// What every job has. A plain job, and each class of its own copy rule.
+template <class Job>
+class AnyJobTest : public testing::Test {
+ protected:
+  // What the job holds at its end may note there.
+  std::string log;
+  int destroyed = 0;
+  std::unique_ptr<Job> job = newObject<Job>();
+
+  template <class Get, class Set>
+  void expectText(Get get, Set set) {
+    ::expectText(*job, get, set);
+  }
+  template <class Get, class Set>
+  void expectNumber(Get get, Set set, unsigned long first) {
+    ::expectNumber(*job, get, set, first);
+  }
+};
+using AnyJob = testing::Types<BKQJob, BKQBackupJob, BKQCruiseBackupJob, BKQRotationBackupJob,
+                              BKQCruiseMakeupJob, BKQRotationMakeupJob, BKQCustomBackupJob,
+                              BKQDatabaseBackupJob, BKQRestoreJob, BKQDatabaseRestoreJob,
+                              BKQVerifyJob, BKQCompareJob, BKQMergeJob, BKQScanJob>;
+TYPED_TEST_SUITE(AnyJobTest, AnyJob, );
+
+TYPED_TEST(AnyJobTest, Attributes) {
+  const bool isRestore = std::is_base_of<BKQRestoreJob, TypeParam>::value;
+  this->expectNumber(&BKQJob::getJobID, &BKQJob::setJobID, 0);
+  this->expectNumber(&BKQJob::getJobNumber, &BKQJob::setJobNumber, 0);
+  this->expectNumber(&BKQJob::getScriptType, &BKQJob::setScriptType, 0);
+  this->expectNumber(&BKQJob::getJobStatus, &BKQJob::setJobStatus, 0);
+  this->expectNumber(&BKQJob::getOptions, &BKQJob::setOptions, isRestore ? 0x6200000 : 0);
+  this->expectNumber(&BKQJob::getBeforeJobWait, &BKQJob::setBeforeJobWait, 0);
+  this->expectNumber(&BKQJob::getNewTapeTimeout, &BKQJob::setNewTapeTimeout, 5);
+  this->expectNumber(&BKQJob::getSpanTapeTimeout, &BKQJob::setSpanTapeTimeout, 9999);
+  this->expectText(&BKQJob::getHost, &BKQJob::setHost);
+  this->expectText(&BKQJob::getOwner, &BKQJob::setOwner);
+  this->expectText(&BKQJob::getPassword, &BKQJob::setPassword);
+  this->expectText(&BKQJob::getMachineName, &BKQJob::setMachineName);
+  this->expectText(&BKQJob::getMachineUser, &BKQJob::setMachineUser);
+  this->expectText(&BKQJob::getMachinePassword, &BKQJob::setMachinePassword);
+  this->expectText(&BKQJob::getMachineAddress, &BKQJob::setMachineAddress);
+  this->expectText(&BKQJob::getReportFile, &BKQJob::setReportFile);
+  this->expectText(&BKQJob::getComments, &BKQJob::setComments);
+  this->expectText(&BKQJob::getBeforeJob, &BKQJob::setBeforeJob);
+  this->expectText(&BKQJob::getAfterJob, &BKQJob::setAfterJob);
+  this->expectText(&BKQJob::getFileName, &BKQJob::setFileName);
+  this->expectText(&BKQJob::getPoolName, &BKQJob::setPoolName);
+}
+
+TYPED_TEST(AnyJobTest, CopyHasWhatIsNoPlainAttribute) {
+  TypeParam& job = *this->job;
+  EXPECT_STREQ(job.getJobVersion(), "");
+  job.setSNMPOn();
+  job.setOvixOn();
+  job.setOnExitCode(-3);
+  job.setJobVersion("1.2");
+  job.setScriptUserID("user", "pw");
+  EXPECT_EQ(job.*privateMember(Reserved3()), 1);
+  EXPECT_EQ(job.*privateMember(Reserved26()), 0u);
+  EXPECT_EQ(job.*privateMember(Reserved35()), 0);
+  job.*privateMember(Reserved3()) = 0x1234;
+  job.*privateMember(Reserved26()) = 0x12345678;
+  job.*privateMember(Reserved35()) = 0x4321;
+  inACopy(job, [](TypeParam& copy) {
+    EXPECT_EQ(copy.SNMPOn(), 1);
+    EXPECT_EQ(copy.OvixOn(), 1);
+    EXPECT_EQ(copy.getOnExitCode(), -3);
+    EXPECT_STREQ(copy.getJobVersion(), "1.2");
+    RWCollectableString user;
+    RWCollectableString password;
+    copy.getScriptUserID(user, password);
+    EXPECT_STREQ(user, "user");
+    EXPECT_STREQ(password, "pw");
+    EXPECT_EQ(copy.*privateMember(Reserved3()), 0x1234);
+    EXPECT_EQ(copy.*privateMember(Reserved26()), 0x12345678u);
+    EXPECT_EQ(copy.*privateMember(Reserved35()), 0x4321);
+  });
+}
+
+TYPED_TEST(AnyJobTest, CopyHasClonesOfTheAttachments) {
+  TypeParam& job = *this->job;
+  std::string& log = this->log;
+  BKQPrintQueue queue;
+  queue.setQueueName("Q");
+  job.setPrintQueue(queue);
+  job.getFaxInfo()->setFaxNumber("555-0100");
+  auto* email = new Logged<BKQMHSEMail>(log);
+  email->setMHSId("id");
+  job.setEMailInfo(*email);
+  auto* schedule = new Logged<BKQCustomSchedule>(log);
+  schedule->setPoolName("pool");
+  job.BKQJob::setSchedule(*schedule);
+
+  const std::unique_ptr<TypeParam> copy = newObject<TypeParam>();
+  copy->getFaxInfo();
+  copy->setEMailInfo(*new Logged<BKQInternetEMail>(log));
+  copy->setPrintQueue(*new BKQPrintQueue);
+  copy->BKQJob::setSchedule(*new Logged<BKQRegularSchedule>(log));
+  copy->mycopy(&job);
+  EXPECT_EQ(log, "ccdd");
+  // A second time, over the clones.
+  copy->mycopy(&job);
+  copy->mycopy(copy.get());
+  EXPECT_EQ(log, "ccddcc");
+
+  EXPECT_NE(copy->getFaxInfo(), job.getFaxInfo());
+  EXPECT_STREQ(copy->getFaxInfo()->getFaxNumber(), "555-0100");
+  EXPECT_NE(copy->getEMailInfo(), email);
+  EXPECT_STREQ(dynamic_cast<BKQMHSEMail&>(*copy->getEMailInfo()).getMHSId(), "id");
+  const std::unique_ptr<BKQPrintQueue> copiedQueue(copy->getPrintQueue());
+  EXPECT_NE(copiedQueue.get(), &queue);
+  EXPECT_STREQ(copiedQueue->getQueueName(), "Q");
+  EXPECT_NE(copy->BKQJob::getSchedule(), schedule);
+  EXPECT_EQ(copy->BKQJob::getSchedule()->getType(), 0u);
+  EXPECT_STREQ(copy->BKQJob::getSchedule()->getPoolName(), "pool");
+  EXPECT_EQ(job.getEMailInfo(), email);
+  EXPECT_EQ(job.getPrintQueue(), &queue);
+  EXPECT_EQ(job.BKQJob::getSchedule(), schedule);
+}
+
+TYPED_TEST(AnyJobTest, CopyLeavesAloneWhatTheSourceHoldsToo) {
+  TypeParam& job = *this->job;
+  int& destroyed = this->destroyed;
+  const std::unique_ptr<BKQPrintQueue> queue(new BKQPrintQueue);
+  BKQFax* fax = job.getFaxInfo();
+  auto* email = new Counted<BKQInternetEMail>(destroyed);
+  auto* schedule = new Counted<BKQRegularSchedule>(destroyed);
+  const std::unique_ptr<TypeParam> copy = newObject<TypeParam>();
+  for (TypeParam* holder : {&job, copy.get()}) {
+    holder->setPrintQueue(*queue);
+    holder->setFaxInfo(*fax);
+    holder->setEMailInfo(*email);
+    holder->BKQJob::setSchedule(*schedule);
+  }
+  copy->mycopy(&job);
+  EXPECT_EQ(destroyed, 0);
+  EXPECT_NE(copy->getFaxInfo(), fax);
+  EXPECT_NE(copy->getEMailInfo(), email);
+  EXPECT_NE(copy->BKQJob::getSchedule(), schedule);
+  EXPECT_NE(copy->getPrintQueue(), queue.get());
+  const std::unique_ptr<BKQPrintQueue> copiedQueue(copy->getPrintQueue());
+}
+
+TYPED_TEST(AnyJobTest, WhatIsMissingCopiesAsNone) {
+  int destroyed = 0;
+  const std::unique_ptr<TypeParam> copy = newObject<TypeParam>();
+  copy->getFaxInfo();
+  copy->setEMailInfo(*new Counted<BKQInternetEMail>(destroyed));
+  copy->setPrintQueue(*new BKQPrintQueue);
+  copy->BKQJob::setSchedule(*new Counted<BKQRegularSchedule>(destroyed));
+  copy->mycopy(this->job.get());
+  EXPECT_EQ(destroyed, 2);
+  EXPECT_EQ(copy->faxInfoExists(), 0);
+  EXPECT_EQ(copy->emailInfoExists(), 0);
+  EXPECT_EQ(copy->printQueueExists(), 0);
+  EXPECT_EQ(copy->scheduleExists(), 0);
+}
+
+TYPED_TEST(AnyJobTest, WithoutMemoryThereIsNoClone) {
+  const FailingNew noMemory(1);
+  EXPECT_EQ(this->job->clone(), nullptr);
+  EXPECT_EQ(this->job->getFaxInfo(), nullptr);
+  EXPECT_EQ(this->job->faxInfoExists(), 0);
 }
 
 TEST(Job, Defaults) {
@@ -94,6 +262,24 @@ TEST(Job, EqualByID) {
   EXPECT_EQ(other.isEqual(&job), 1);
   other.setJobID(6);
   EXPECT_EQ(job.isEqual(&other), 0);
+}
+
+TEST(Job, ListsFindJobsByIDAndNodesByAddress) {
+  BKQJob first;
+  BKQJob second;
+  second.setJobID(5);
+  BKQScanJob wanted;
+  wanted.setJobID(5);
+  RWSlistCollectables jobs;
+  jobs.insert(&first);
+  jobs.insert(&second);
+  EXPECT_EQ(jobs.find(&wanted), &second);
+  BKQMacNode node("n");
+  BKQMacNode sameName("n");
+  BKQNodeCol nodes;
+  nodes.insert(&node);
+  EXPECT_EQ(nodes.find(&sameName), nullptr);
+  EXPECT_EQ(nodes.find(&node), &node);
 }
 
 TEST(Job, OnlyTheFaxIsMadeOnDemand) {
@@ -355,13 +541,156 @@ TEST(BackupJob, CopyingTwiceKeepsTheSourceUsable) {
   delete nodes;
 }
 
+template <class Job>
+class BackupJobTest : public testing::Test {};
+using BackupJobs =
+    testing::Types<BKQBackupJob, BKQCruiseBackupJob, BKQRotationBackupJob, BKQCruiseMakeupJob,
+                   BKQRotationMakeupJob, BKQCustomBackupJob, BKQDatabaseBackupJob>;
+TYPED_TEST_SUITE(BackupJobTest, BackupJobs, );
+
+TYPED_TEST(BackupJobTest, CopyHasTheAttributes) {
+  const std::unique_ptr<TypeParam> owner = newObject<TypeParam>();
+  TypeParam& object = *owner;
+  expectNumber(object, &BKQBackupJob::getMaxThreads, &BKQBackupJob::setMaxThreads, 0);
+  expectNumber(object, &BKQBackupJob::getTapeMethod, &BKQBackupJob::setTapeMethod, 0);
+  expectNumber(object, &BKQBackupJob::getSpanMethod, &BKQBackupJob::setSpanMethod, 0);
+  EXPECT_EQ(object.*privateMember(BackupReserved8()), 0u);
+  object.*privateMember(BackupReserved8()) = 0x12345678;
+  object.setSessionPassword("pw");
+  object.setEncryptionOn();
+  inACopy(object, [](TypeParam& copy) {
+    EXPECT_EQ(copy.*privateMember(BackupReserved8()), 0x12345678u);
+    EXPECT_STREQ(copy.getSessionPassword(), "pw");
+    EXPECT_EQ(copy.encryptionOn(), 1);
+    EXPECT_EQ(copy.compressionOn(), 0);
+  });
+  object.setEncryptionOff();
+  object.setCompressionOn();
+  inACopy(object, [](TypeParam& copy) {
+    EXPECT_EQ(copy.encryptionOn(), 0);
+    EXPECT_EQ(copy.compressionOn(), 1);
+  });
+}
+
+// What the target's former objects refer to may be part of what is copied.
+TYPED_TEST(BackupJobTest, TakesEveryCloneBeforeItDeletesAnything) {
+  std::string log;
+  const std::unique_ptr<TypeParam> source = newObject<TypeParam>();
+  Logged<BKQMacNode> node(log, "node");
+  Logged<BKQDirFilter> filter(log);
+  source->addSourceNode(node);
+  source->addFilter(filter);
+  source->setDestination(*new Logged<BKQTapeNode>(log, "tapes"));
+  source->setEMailInfo(*new Logged<BKQInternetEMail>(log));
+  source->BKQJob::setSchedule(*new Logged<BKQRegularSchedule>(log));
+  BKQOpenFileInfo info;
+  info.setRetryCount(77);
+  source->setOpenFileInfo(info);
+
+  TypeParam* target = newObject<TypeParam>().release();
+  target->addSourceNode(*new Logged<BKQMacNode>(log, "former"));
+  target->addFilter(*new Logged<BKQDirFilter>(log));
+  target->setDestination(*new Logged<BKQTapeNode>(log, "former"));
+  target->setEMailInfo(*new Logged<BKQInternetEMail>(log));
+  target->BKQJob::setSchedule(*new Logged<BKQRegularSchedule>(log));
+  target->getOpenFileInfo();
+  target->mycopy(source.get());
+  EXPECT_EQ(log, "cccccddddd");
+  EXPECT_EQ(source->getOpenFileInfo(), &info);
+  EXPECT_NE(target->getOpenFileInfo(), &info);
+  EXPECT_EQ(target->getOpenFileInfo()->getRetryCount(), 77);
+  EXPECT_NE(target->getDestination(), source->getDestination());
+  EXPECT_STREQ(target->getDestination()->getNodeName(), "tapes");
+  deleteClone(target, *source);
+}
+
+TYPED_TEST(BackupJobTest, CopyLeavesAloneWhatTheSourceHoldsToo) {
+  int destroyed = 0;
+  BKQOpenFileInfo info;
+  auto* destination = new Counted<BKQTapeNode>(destroyed, "tapes");
+  const std::unique_ptr<TypeParam> source = newObject<TypeParam>();
+  TypeParam* target = newObject<TypeParam>().release();
+  for (TypeParam* job : {source.get(), target}) {
+    job->setDestination(*destination);
+    job->setOpenFileInfo(info);
+  }
+  target->mycopy(source.get());
+  EXPECT_EQ(destroyed, 0);
+  EXPECT_EQ(source->getDestination(), destination);
+  EXPECT_NE(target->getDestination(), destination);
+  EXPECT_NE(target->getOpenFileInfo(), &info);
+  deleteClone(target, *source);
+}
+
+TEST(BackupJob, CopyThroughTheRootCopiesItsPartOnly) {
+  BKQMacNode node("n");
+  BKQBackupJob source("source");
+  source.addSourceNode(node);
+  source.setMaxThreads(4);
+  BKQBackupJob target("target");
+  static_cast<BKQJob&>(target).mycopy(&source);
+  EXPECT_STREQ(target.getJobName(), "source");
+  EXPECT_EQ(target.sourceNodeEntries(), 0u);
+  EXPECT_EQ(target.getMaxThreads(), 0);
+}
+
+TEST(BackupJob, WithoutMemoryThereIsNoOpenFileInfo) {
+  BKQBackupJob job;
+  const FailingNew noMemory(1);
+  EXPECT_EQ(job.getOpenFileInfo(), nullptr);
+  EXPECT_EQ(job.openFileInfoExists(), 0);
+}
+
+// Whichever allocation fails, alone or with all behind it, a clone is null or can be used and
+// deleted, and its source stays as it was.
+void expectClonesInScarceMemory(BKQJob& job) {
+  const std::size_t parts = partsOf(job).size();
+  for (FailingNew::Mode mode : {FailingNew::kOnce, FailingNew::kFromThenOn}) {
+    bool hasFailed = true;
+    unsigned int nth = 0;
+    while (hasFailed) {
+      BKQJob* clone = nullptr;
+      {
+        const FailingNew scarceMemory(++nth, mode);
+        clone = job.clone();
+        hasFailed = scarceMemory.hasFailed();
+      }
+      EXPECT_EQ(clone == nullptr, nth == 1);
+      if (clone != nullptr) deleteClone(clone, job);
+      EXPECT_EQ(partsOf(job).size(), parts);
+    }
+    EXPECT_GT(nth, 5u);
+  }
+}
+
+TEST(BackupJob, ClonesInScarceMemory) {
+  NightlyBackup nightly;
+  expectClonesInScarceMemory(nightly.job());
+}
+
+TEST(RestoreJob, ClonesInScarceMemory) {
+  Keeper keeper;
+  BKQRestoreJob job("restore");
+  defineRestore(job, keeper);
+  expectClonesInScarceMemory(job);
+}
+
+TEST(MergeJob, ClonesInScarceMemory) {
+  Keeper keeper;
+  BKQMergeJob job;
+  defineMerge(job, keeper);
+  expectClonesInScarceMemory(job);
+}
+
 TEST(RestoreJob, Attributes) {
   BKQRestoreJob object("n");
   expectNumber(object, &BKQRestoreJob::getOnConflict, &BKQRestoreJob::setOnConflict, 3);
   expectNumber(object, &BKQRestoreJob::getRestoreView, &BKQRestoreJob::setRestoreView, 1);
   expectText(object, &BKQRestoreJob::getSessionPassword, &BKQRestoreJob::setSessionPassword);
-  EXPECT_EQ(object.getOptions(), 0x6200000u);
-  EXPECT_EQ(BKQDatabaseRestoreJob("n").getOptions(), 0x6200000u);
+  BKQDatabaseRestoreJob database("n");
+  expectNumber(database, &BKQRestoreJob::getOnConflict, &BKQRestoreJob::setOnConflict, 3);
+  expectNumber(database, &BKQRestoreJob::getRestoreView, &BKQRestoreJob::setRestoreView, 1);
+  expectText(database, &BKQRestoreJob::getSessionPassword, &BKQRestoreJob::setSessionPassword);
 }
 
 TEST(RestoreJob, CopyHoldsClonesOnly) {
@@ -426,6 +755,29 @@ TEST(CompareJob, DeletesItsDestination) {
   EXPECT_EQ(destroyed, 2);
 }
 
+TEST(CompareJob, CopyLeavesTheSourcesDestinationAlone) {
+  int destroyed = 0;
+  BKQCompareJob source("n");
+  BKQCompareJob target("n");
+  auto* destination = new Counted<BKQMacNode>(destroyed, "d");
+  source.setDestination(*destination);
+  target.setDestination(*destination);
+  target.mycopy(&source);
+  target.mycopy(&target);
+  EXPECT_EQ(destroyed, 0);
+  EXPECT_NE(target.getDestination(), destination);
+  EXPECT_STREQ(target.getDestination()->getNodeName(), "d");
+}
+
+TEST(CompareJob, SettingAbandonsTheFormerDestination) {
+  int destroyed = 0;
+  Counted<BKQMacNode> former(destroyed, "former");
+  BKQCompareJob job("n");
+  job.setDestination(former);
+  job.setDestination(*new BKQUnixNode("d"));
+  EXPECT_EQ(destroyed, 0);
+}
+
 // Merge and scan have one shape.
 struct Merge {
   using Job = BKQMergeJob;
@@ -459,7 +811,7 @@ struct Scan {
 template <class Kind>
 class MergeAndScanTest : public testing::Test {};
 using MergeAndScan = testing::Types<Merge, Scan>;
-TYPED_TEST_SUITE(MergeAndScanTest, MergeAndScan);
+TYPED_TEST_SUITE(MergeAndScanTest, MergeAndScan, );
 
 TYPED_TEST(MergeAndScanTest, RangeAndNumbers) {
   typename TypeParam::Job job;
@@ -521,6 +873,45 @@ TYPED_TEST(MergeAndScanTest, OwnsItsSource) {
     job.setSource(*new Counted<BKQTapeNode>(destroyed, "s"));
   }
   EXPECT_EQ(destroyed, 2);
+}
+
+TYPED_TEST(MergeAndScanTest, CopyHasTheRangeAndLeavesTheSourcesNodeAlone) {
+  int destroyed = 0;
+  typename TypeParam::Job source;
+  typename TypeParam::Job target;
+  auto* node = new Counted<BKQTapeNode>(destroyed, "s");
+  source.setSource(*node);
+  target.setSource(*node);
+  TypeParam::setRange(source, 3, 4);
+  target.mycopy(&source);
+  EXPECT_EQ(destroyed, 0);
+  EXPECT_NE(target.getSource(), node);
+  unsigned short start = 0;
+  unsigned short end = 0;
+  TypeParam::getRange(target, start, end);
+  EXPECT_EQ(start, 3);
+  EXPECT_EQ(end, 4);
+}
+
+TYPED_TEST(MergeAndScanTest, SettingAbandonsTheFormerSource) {
+  int destroyed = 0;
+  Counted<BKQTapeNode> former(destroyed, "former");
+  typename TypeParam::Job job;
+  job.setSource(former);
+  job.setSource(*new BKQTapeNode("s"));
+  EXPECT_EQ(destroyed, 0);
+}
+
+TEST(MergeJob, CopyLeavesTheSourcesDestinationAlone) {
+  int destroyed = 0;
+  BKQMergeJob source;
+  BKQMergeJob target;
+  auto* destination = new Counted<BKQMacNode>(destroyed, "d");
+  source.setDestination(*destination);
+  target.setDestination(*destination);
+  target.mycopy(&source);
+  EXPECT_EQ(destroyed, 0);
+  EXPECT_NE(target.getDestination(), destination);
 }
 
 TEST(MergeJob, OwnsItsDestination) {

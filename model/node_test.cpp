@@ -6,6 +6,26 @@
 
 #include "testing/attributes.h"
 #include "testing/counted.h"
+#include "testing/failing_new.h"
+#include "testing/private_member.h"
+
+// Members that no accessor reads, but that every copy carries.
+struct NetwareList {
+  using Type = RWSlistCollectables BKQNetwareNode::*;
+  friend constexpr Type privateMember(NetwareList);
+};
+struct NetwareValue {
+  using Type = unsigned int BKQNetwareNode::*;
+  friend constexpr Type privateMember(NetwareValue);
+};
+struct SybaseLists {
+  using Type = BKQStringCol (BKQSybaseNode::*)[3];
+  friend constexpr Type privateMember(SybaseLists);
+};
+
+template struct PrivateMember<NetwareList, &BKQNetwareNode::list_>;
+template struct PrivateMember<NetwareValue, &BKQNetwareNode::value_>;
+template struct PrivateMember<SybaseLists, &BKQSybaseNode::lists_>;
 
 namespace {
 
@@ -16,11 +36,21 @@ class PlainNode : public BKQNode {
   unsigned int nodeType() const override { return 99; }
 };
 
-TEST(Node, Attributes) {
-  BKQMacNode object("n");
+class PlainDiskNode : public BKQDiskNode {
+ public:
+  PlainDiskNode() {}
+  unsigned int nodeType() const override { return 99; }
+};
+
+// What every node has, in each class with a copy rule of its own.
+template <class Class>
+void expectNodeAttributes(unsigned int os, unsigned int options, unsigned int deviceType) {
+  const std::unique_ptr<Class> node = newObject<Class>();
+  Class& object = *node;
+  object.setNodeName("n");
   expectText(object, &BKQNode::getBeforeNode, &BKQNode::setBeforeNode);
   expectText(object, &BKQNode::getAfterNode, &BKQNode::setAfterNode);
-  expectNumber(object, &BKQNode::getNodeOS, &BKQNode::setNodeOS, 7);
+  expectNumber(object, &BKQNode::getNodeOS, &BKQNode::setNodeOS, os);
   expectText(object, &BKQNode::getNodeOSver, &BKQNode::setNodeOSver);
   expectText(object, &BKQNode::getNodeName, &BKQNode::setNodeName, "n");
   expectText(object, &BKQNode::getNodeAddress, &BKQNode::setNodeAddress);
@@ -29,9 +59,30 @@ TEST(Node, Attributes) {
   expectText(object, &BKQNode::getPassword, &BKQNode::setPassword);
   expectNumber(object, &BKQNode::getPriority, &BKQNode::setPriority, 255);
   expectNumber(object, &BKQNode::getNodeType, &BKQNode::setNodeType, 0);
-  expectNumber(object, &BKQNode::getOptions, &BKQNode::setOptions, 0x120);
-  expectNumber(object, &BKQNode::getDeviceType, &BKQNode::setDeviceType, 0);
+  expectNumber(object, &BKQNode::getOptions, &BKQNode::setOptions, options);
+  expectNumber(object, &BKQNode::getDeviceType, &BKQNode::setDeviceType, deviceType);
   expectNumber(object, &BKQNode::getBeforeNodeWait, &BKQNode::setBeforeNodeWait, 0);
+}
+
+TEST(Node, Attributes) {
+  expectNodeAttributes<PlainNode>(0, 0, 0);
+  expectNodeAttributes<PlainDiskNode>(0, 0x120, 0);
+  expectNodeAttributes<BKQMacNode>(7, 0x120, 0);
+  expectNodeAttributes<BKQUnixNode>(6, 0x120, 0);
+  expectNodeAttributes<BKQNetwareNode>(4, 0x120, 0);
+  expectNodeAttributes<BKQWinNTNode>(8, 0x120, 0);
+  expectNodeAttributes<BKQOS2Node>(2, 0x120, 0);
+  expectNodeAttributes<BKQWin95Node>(5, 0x120, 0);
+  expectNodeAttributes<BKQWindowsNode>(5, 0x120, 0);
+  expectNodeAttributes<BKQNDSNode>(4, 0x120, 0);
+  expectNodeAttributes<BKQFTPNode>(6, 0x120, 0);
+  expectNodeAttributes<BKQSybaseNode>(6, 0x120, 0);
+  expectNodeAttributes<BKQOracleNode>(6, 0x120, 0);
+  expectNodeAttributes<BKQInformixNode>(6, 0x120, 0);
+  expectNodeAttributes<BKQSnapShotNode>(6, 0x120, 0);
+  expectNodeAttributes<BKQTapeNode>(6, 0, 1);
+  expectNodeAttributes<BKQRestoreNode>(6, 0, 0);
+  expectNodeAttributes<BKQDBRestoreNode>(6, 0, 0);
 }
 
 TEST(Node, DefaultNameIsLocalhost) {
@@ -42,6 +93,7 @@ TEST(Node, DefaultNameIsLocalhost) {
   EXPECT_EQ(node.getOptions(), 0u);
   EXPECT_STREQ(PlainNode(nullptr).getNodeName(), "");
   EXPECT_EQ(node.clone(), nullptr);
+  EXPECT_STREQ(PlainDiskNode().getNodeName(), "localhost");
   EXPECT_STREQ(BKQTapeNode().getNodeName(), "localhost");
   EXPECT_STREQ(BKQRestoreNode().getNodeName(), "localhost");
   EXPECT_STREQ(BKQDBRestoreNode().getNodeName(), "localhost");
@@ -155,6 +207,54 @@ TEST(DiskNode, OptionsOfItsOwn) {
   EXPECT_EQ(std::unique_ptr<BKQSnapShotNode>(snapShot.clone())->getSnapShotOptions(), 0x5au);
 }
 
+// The lists that nothing reads are copied as lists of the same objects.
+TEST(DiskNode, CopyHasTheReservedMembers) {
+  int destroyed = 0;
+  Counted<RWCollectableString> first(destroyed, "a");
+  Counted<RWCollectableString> second(destroyed, "b");
+  {
+    BKQNetwareNode source("n");
+    BKQNetwareNode target("n");
+    EXPECT_EQ(source.*privateMember(NetwareValue()), 0u);
+    source.*privateMember(NetwareValue()) = 0x12345678;
+    (source.*privateMember(NetwareList())).insert(&first);
+    (target.*privateMember(NetwareList())).insert(&second);
+    target.mycopy(&source);
+    EXPECT_EQ(target.*privateMember(NetwareValue()), 0x12345678u);
+    const RWSlistCollectables& list = target.*privateMember(NetwareList());
+    ASSERT_EQ(list.entries(), 1u);
+    EXPECT_EQ(list.at(0), &first);
+  }
+  {
+    BKQSybaseNode source("n");
+    BKQSybaseNode target("n");
+    for (int i = 0; i < 3; ++i) {
+      BKQStringCol& list = (source.*privateMember(SybaseLists()))[i];
+      for (int entries = 0; entries <= i; ++entries) list.insert(&first);
+      (target.*privateMember(SybaseLists()))[i].insert(&second);
+    }
+    target.mycopy(&source);
+    for (unsigned int i = 0; i < 3; ++i) {
+      const BKQStringCol& list = (target.*privateMember(SybaseLists()))[i];
+      ASSERT_EQ(list.entries(), i + 1);
+      EXPECT_EQ(list.at(i), &first);
+    }
+  }
+  EXPECT_EQ(destroyed, 0);
+}
+
+TEST(DiskNode, CopyHasTheGroomInfoItself) {
+  BKQGroom groom;
+  BKQMacNode source("n");
+  BKQMacNode target("n");
+  target.setGroomInfo(groom);
+  target.mycopy(&source);
+  EXPECT_EQ(target.groomInfoExists(), 0);
+  source.setGroomInfo(groom);
+  target.mycopy(&source);
+  EXPECT_EQ(target.getGroomInfo(), &groom);
+}
+
 TEST(DiskNode, OrderByPriority) {
   const struct {
     unsigned short own, other;
@@ -213,6 +313,32 @@ TEST(DiskNode, GroomInfo) {
   node.setGroomInfo(groom);
   EXPECT_EQ(node.groomInfoExists(), 1);
   EXPECT_EQ(node.getGroomInfo(), &groom);
+}
+
+template <class Class>
+void expectNoCloneWithoutMemory() {
+  const std::unique_ptr<Class> node = newObject<Class>();
+  const FailingNew noMemory(1);
+  EXPECT_EQ(node->clone(), nullptr);
+}
+
+TEST(Node, WithoutMemoryThereIsNoClone) {
+  expectNoCloneWithoutMemory<BKQMacNode>();
+  expectNoCloneWithoutMemory<BKQUnixNode>();
+  expectNoCloneWithoutMemory<BKQNetwareNode>();
+  expectNoCloneWithoutMemory<BKQWinNTNode>();
+  expectNoCloneWithoutMemory<BKQOS2Node>();
+  expectNoCloneWithoutMemory<BKQWin95Node>();
+  expectNoCloneWithoutMemory<BKQWindowsNode>();
+  expectNoCloneWithoutMemory<BKQNDSNode>();
+  expectNoCloneWithoutMemory<BKQFTPNode>();
+  expectNoCloneWithoutMemory<BKQSybaseNode>();
+  expectNoCloneWithoutMemory<BKQOracleNode>();
+  expectNoCloneWithoutMemory<BKQInformixNode>();
+  expectNoCloneWithoutMemory<BKQSnapShotNode>();
+  expectNoCloneWithoutMemory<BKQTapeNode>();
+  expectNoCloneWithoutMemory<BKQRestoreNode>();
+  expectNoCloneWithoutMemory<BKQDBRestoreNode>();
 }
 
 TEST(Node, EnumeratesFiltersByCursor) {
@@ -318,12 +444,17 @@ TEST(DBRestoreNode, CredentialsAndHiddenOptions) {
   node.setDBuser("sa", "pw");
   std::unique_ptr<BKQDBRestoreNode> clone(node.clone());
   clone->mycopy(clone.get());
+  node.setDBuser("other", "other");
   clone->getDBuser(user, password);
   EXPECT_STREQ(user, "sa");
   EXPECT_STREQ(password, "pw");
   EXPECT_EQ(clone->getOptions(), 5u);
   EXPECT_EQ(clone->BKQNode::getOptions(), 6u);
   EXPECT_EQ(clone->getFStype(), 31u);
+  expectNumber(node, &BKQDBRestoreNode::getFStype, &BKQDBRestoreNode::setFStype, 31);
+  expectNumber(node, &BKQDBRestoreNode::getOptions, &BKQDBRestoreNode::setOptions, 5);
+  expectText(node, &BKQRestoreNode::getDiskName, &BKQRestoreNode::setDiskName, "disk");
+  expectText(node, &BKQRestoreNode::getDestinationDir, &BKQRestoreNode::setDestinationDir);
 }
 
 }  // namespace

@@ -2,9 +2,11 @@
 #include <gtest/gtest.h>
 
 #include <memory>
+#include <string>
 
 #include "testing/attributes.h"
 #include "testing/counted.h"
+#include "testing/failing_new.h"
 
 namespace {
 
@@ -39,6 +41,9 @@ TEST(TapeItem, CloneCopiesAll) {
   EXPECT_EQ(clone->getOptions(), 1u);
   EXPECT_EQ(clone->getPhysicalChunkNum(), 9u);
   EXPECT_STREQ(clone->getFileOrDir(), "x");
+  clone->mycopy(clone.get());
+  clone->mycopy(nullptr);
+  EXPECT_STREQ(clone->getFileOrDir(), "x");
 }
 
 TEST(Tape, Attributes) {
@@ -59,12 +64,17 @@ TEST(Tape, Attributes) {
   expectText(object, &BKQTape::getTapeSerialNumber, &BKQTape::setTapeSerialNumber);
   expectNumber(object, &BKQTape::getFileSystem, &BKQTape::setFileSystem, 0);
   expectNumber(object, &BKQTape::getSessionEndTime, &BKQTape::setSessionEndTime, 0);
+  object.setOptions(0x40000001);
+  EXPECT_EQ(object.getOptions(), 0x40000001u);
+  inACopy(object, [](BKQTape& copy) { EXPECT_EQ(copy.getOptions(), 0x40000001u); });
 }
 
 TEST(Tape, ConstructorTakesGroupThenName) {
   BKQTape tape("GROUP", "TAPE");
   EXPECT_STREQ(tape.getDeviceGroup(), "GROUP");
   EXPECT_STREQ(tape.getTapeName(), "TAPE");
+  EXPECT_STREQ(BKQTape(nullptr, nullptr).getTapeName(), "");
+  EXPECT_STREQ(BKQTape(nullptr, nullptr).getDeviceGroup(), "");
   EXPECT_EQ(tape.getOptions(), 0u);
 }
 
@@ -114,6 +124,62 @@ TEST(Tape, AllFiltersMeansAsManyAsItems) {
   tape.resetFilters();
   EXPECT_EQ(tape.enumFilters(out, 2), 2u);
   delete out;
+}
+
+TEST(Tape, TakesEveryCloneBeforeItDeletesAnything) {
+  std::string log;
+  Logged<BKQTapeItem> item(log);
+  Logged<BKQDirFilter> filter(log);
+  BKQTape tape;
+  tape.addTapeItem(item);
+  tape.addFilter(filter);
+  BKQTape target;
+  target.addTapeItem(*new Logged<BKQTapeItem>(log));
+  target.addFilter(*new Logged<BKQDirFilter>(log));
+  target.mycopy(&tape);
+  EXPECT_EQ(log, "ccdd");
+  BKQTapeItemCol* items = nullptr;
+  target.enumTapeItems(items, 0);
+  delete items->at(1);
+  delete items;
+  BKQFilterCol* filters = nullptr;
+  target.enumFilters(filters, 2);
+  delete filters->at(1);
+  delete filters;
+}
+
+TEST(Tape, AllFiltersOfATapeWithoutItemsAreNone) {
+  BKQTape tape;
+  BKQDirFilter filter;
+  tape.addFilter(filter);
+  BKQFilterCol* out = nullptr;
+  EXPECT_EQ(tape.enumFilters(out, 0), 0u);
+  ASSERT_NE(out, nullptr);
+  delete out;
+  EXPECT_EQ(tape.enumFilters(out, 1), 1u);
+  delete out;
+}
+
+TEST(Tape, WithoutMemoryThereIsNothingNew) {
+  BKQTape tape;
+  BKQTapeItem item;
+  const FailingNew noMemory(1);
+  EXPECT_EQ(tape.clone(), nullptr);
+  EXPECT_EQ(item.clone(), nullptr);
+  EXPECT_EQ(tape.getTapeXtension(), nullptr);
+  tape.setOptions(0x8000000);
+  EXPECT_EQ(tape.tapeXtensionExists(), 0);
+  EXPECT_EQ(tape.getOptions(), 0x8000000u);
+}
+
+TEST(Tape, IsDestroyedWithoutItsExtension) {
+  int destroyed = 0;
+  Counted<BKQTapeXtension> extension(destroyed, 5);
+  {
+    BKQTape tape;
+    tape.setTapeXtension(extension);
+  }
+  EXPECT_EQ(destroyed, 0);
 }
 
 TEST(Tape, CopyHoldsPartsTwiceAndSharesTheExtension) {

@@ -1,6 +1,7 @@
 #ifndef BKOQ_TESTING_COUNTED_H_
 #define BKOQ_TESTING_COUNTED_H_
 
+#include <string>
 #include <utility>
 
 // An object whose destruction the test sees: adds 1 to the counter that it was made with.
@@ -14,6 +15,23 @@ class Counted : public Object {
 
  private:
   int& destroyed_;
+};
+
+// An object that notes in a log when it is cloned ('c') and when it is deleted ('d').
+template <class Object>
+class Logged : public Object {
+ public:
+  template <class... Arguments>
+  explicit Logged(std::string& log, Arguments&&... arguments)
+      : Object(std::forward<Arguments>(arguments)...), log_(log) {}
+  ~Logged() override { log_ += 'd'; }
+  Object* clone() override {
+    log_ += 'c';
+    return Object::clone();
+  }
+
+ private:
+  std::string& log_;
 };
 
 #endif  // BKOQ_TESTING_COUNTED_H_
