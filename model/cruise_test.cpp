@@ -2,9 +2,19 @@
 #include <gtest/gtest.h>
 
 #include <memory>
+#include <string>
 
 #include "testing/attributes.h"
 #include "testing/counted.h"
+#include "testing/failing_new.h"
+#include "testing/private_member.h"
+
+// The two names that no accessor reads, but that every copy carries.
+struct CruiseNames {
+  using Type = RWCollectableString (BKQCruiseSchedule::*)[2];
+  friend constexpr Type privateMember(CruiseNames);
+};
+template struct PrivateMember<CruiseNames, &BKQCruiseSchedule::names_>;
 
 namespace {
 
@@ -27,13 +37,38 @@ TEST(ExceptionDay, Attributes) {
   expectTime(object, &BKQExceptionDay::getExceptionTime, &BKQExceptionDay::setExceptionTime);
 }
 
-TEST(RotationSchedule, Attributes) {
-  BKQRotationSchedule object;
+// What every rotation has, in both classes.
+template <class Rotation>
+void expectRotationAttributes() {
+  Rotation object;
   expectText(object, &BKQRotationSchedule::getSetName, &BKQRotationSchedule::setSetName);
   expectText(object, &BKQRotationSchedule::getSetPW, &BKQRotationSchedule::setSetPW);
   expectText(object, &BKQRotationSchedule::getSchemeName, &BKQRotationSchedule::setSchemeName);
   expectTime(object, &BKQRotationSchedule::getPreferedMakeupTime,
              &BKQRotationSchedule::setPreferedMakeupTime);
+  EXPECT_EQ(object.doMakeup(), 0);
+  EXPECT_EQ(object.getJobMask(), nullptr);
+  EXPECT_EQ(object.exceptionDayEntries(), 0u);
+  unsigned char hour = 1;
+  unsigned char minute = 1;
+  object.getPreferedMakeupJobTime(hour, minute);
+  EXPECT_EQ(hour, 0);
+  EXPECT_EQ(minute, 0);
+  object.setPreferedMakeupJobTime(23, 59);
+  object.doMakeup(2);
+  inACopy(object, [](Rotation& copy) {
+    unsigned char hour = 0;
+    unsigned char minute = 0;
+    copy.getPreferedMakeupJobTime(hour, minute);
+    EXPECT_EQ(hour, 23);
+    EXPECT_EQ(minute, 59);
+    EXPECT_EQ(copy.doMakeup(), 2);
+  });
+}
+
+TEST(RotationSchedule, AttributesAndTheirCopies) {
+  expectRotationAttributes<BKQRotationSchedule>();
+  expectRotationAttributes<BKQCruiseSchedule>();
 }
 
 TEST(CruiseSchedule, Attributes) {
@@ -52,6 +87,11 @@ TEST(JobUnit, NoTwoAreEqual) {
   BKQJobUnit other;
   EXPECT_FALSE(unit == other);
   EXPECT_FALSE(unit == unit);
+  // A list looks for the object, not for an equal one.
+  BKQJobUnitCol units;
+  units.insert(&unit);
+  EXPECT_EQ(units.find(&unit), &unit);
+  EXPECT_EQ(units.find(&other), nullptr);
 }
 
 TEST(JobUnit, CloneCopiesAll) {
@@ -69,23 +109,17 @@ TEST(JobUnit, CloneCopiesAll) {
   EXPECT_STREQ(clone->getTapeSerialNumber(), "bar");
   EXPECT_EQ(clone->getExecTime().seconds(), kTime);
   EXPECT_EQ(clone->getOptions(), 5u);
+  clone->mycopy(clone.get());
+  clone->mycopy(nullptr);
+  EXPECT_EQ(clone->getSerialNumber(), 4u);
 }
 
-TEST(RotationSchedule, MakeupJobTime) {
-  BKQRotationSchedule schedule;
-  unsigned char hour = 1;
-  unsigned char minute = 1;
-  schedule.getPreferedMakeupJobTime(hour, minute);
-  EXPECT_EQ(hour, 0);
-  EXPECT_EQ(minute, 0);
-  schedule.setPreferedMakeupJobTime(23, 59);
-  schedule.getPreferedMakeupJobTime(hour, minute);
-  EXPECT_EQ(hour, 23);
-  EXPECT_EQ(minute, 59);
-  EXPECT_EQ(schedule.doMakeup(), 0);
-  schedule.doMakeup(1);
-  EXPECT_EQ(schedule.doMakeup(), 1);
-  EXPECT_EQ(schedule.getJobMask(), nullptr);
+TEST(JobUnit, WithoutMemoryThereIsNoClone) {
+  BKQJobUnit unit;
+  BKQExceptionDay day;
+  const FailingNew noMemory(1);
+  EXPECT_EQ(unit.clone(), nullptr);
+  EXPECT_EQ(day.clone(), nullptr);
 }
 
 TEST(RotationSchedule, DeletesItsMask) {
@@ -107,6 +141,75 @@ TEST(RotationSchedule, AbandonsTheMaskThatItReplaces) {
   schedule.setJobMask(first);
   schedule.setJobMask(*new BKQJobMask);
   EXPECT_EQ(destroyed, 0);
+}
+
+TEST(RotationSchedule, TheLastHolderDeletesTheMask) {
+  int destroyed = 0;
+  auto* mask = new Counted<BKQJobMask>(destroyed);
+  auto first = std::make_unique<BKQRotationSchedule>();
+  auto second = std::make_unique<BKQCruiseSchedule>();
+  auto third = std::make_unique<BKQRotationSchedule>();
+  first->setJobMask(*mask);
+  second->setJobMask(*mask);
+  third->setJobMask(*mask);
+  first.reset();
+  EXPECT_EQ(destroyed, 0);
+  third->mycopy(second.get());  // drops its hold: it has a clone now
+  EXPECT_EQ(destroyed, 0);
+  EXPECT_NE(third->getJobMask(), mask);
+  second.reset();
+  EXPECT_EQ(destroyed, 1);
+}
+
+TEST(RotationSchedule, ReplacingGivesUpTheHold) {
+  int destroyed = 0;
+  auto* mask = new Counted<BKQJobMask>(destroyed);
+  {
+    BKQRotationSchedule holder;
+    holder.setJobMask(*mask);
+    {
+      BKQRotationSchedule other;
+      other.setJobMask(*mask);
+      other.setJobMask(*new BKQJobMask);
+    }
+    EXPECT_EQ(destroyed, 0);
+  }
+  EXPECT_EQ(destroyed, 1);
+}
+
+// The holders of a mask are no part of what a copy of it carries.
+TEST(RotationSchedule, CopiedMasksCountTheirOwnHolders) {
+  int destroyed = 0;
+  BKQRotationSchedule first;
+  BKQRotationSchedule second;
+  auto* held = new BKQJobMask;
+  first.setJobMask(*held);
+  second.setJobMask(*held);
+  auto* mask = new Counted<BKQJobMask>(destroyed);
+  mask->mycopy(held);
+  {
+    BKQRotationSchedule holder;
+    holder.setJobMask(*mask);
+    mask->mycopy(held);
+  }
+  EXPECT_EQ(destroyed, 1);
+}
+
+TEST(RotationSchedule, TakesEveryCloneBeforeItDeletesAnything) {
+  std::string log;
+  Logged<BKQExceptionDay> day(log);
+  BKQRotationSchedule source;
+  source.setJobMask(*new Logged<BKQJobMask>(log));
+  source.addExceptionDay(day);
+  BKQRotationSchedule target;
+  target.setJobMask(*new Logged<BKQJobMask>(log));
+  target.addExceptionDay(*new Logged<BKQExceptionDay>(log));
+  target.mycopy(&source);
+  EXPECT_EQ(log, "ccdd");
+  BKQExceptionDayCol* days = nullptr;
+  target.enumExceptionDays(days, 0);
+  delete days->at(1);
+  delete days;
 }
 
 TEST(RotationSchedule, CopyClonesTheMaskAndHoldsTheDaysTwice) {
@@ -155,6 +258,37 @@ TEST(RotationSchedule, AMissingMaskCopiesAsNone) {
   EXPECT_EQ(clone->getJobMask(), nullptr);
 }
 
+TEST(CruiseSchedule, CopyAbandonsTheFormerMask) {
+  int destroyed = 0;
+  Counted<BKQJobMask> former(destroyed);
+  {
+    BKQCruiseSchedule source;
+    BKQCruiseSchedule target;
+    target.setJobMask(former);
+    target.mycopy(&source);
+    EXPECT_EQ(target.getJobMask(), nullptr);
+    source.setJobMask(*new BKQJobMask);
+    target.mycopy(&source);
+    target.mycopy(&source);
+    target.mycopy(&target);
+    EXPECT_EQ(target.getJobMask(), source.getJobMask());
+  }
+  EXPECT_EQ(destroyed, 0);
+}
+
+TEST(CruiseSchedule, CopyHasTheNamesThatNothingReads) {
+  BKQCruiseSchedule schedule("one", "two");
+  EXPECT_STREQ((schedule.*privateMember(CruiseNames()))[0], "one");
+  EXPECT_STREQ((schedule.*privateMember(CruiseNames()))[1], "two");
+  inACopy(schedule, [](BKQCruiseSchedule& copy) {
+    EXPECT_STREQ((copy.*privateMember(CruiseNames()))[0], "one");
+    EXPECT_STREQ((copy.*privateMember(CruiseNames()))[1], "two");
+  });
+  BKQCruiseSchedule empty(nullptr, nullptr);
+  EXPECT_STREQ((empty.*privateMember(CruiseNames()))[0], "");
+  EXPECT_STREQ((empty.*privateMember(CruiseNames()))[1], "");
+}
+
 TEST(CruiseSchedule, CopySharesTheMaskUntilTheLastGoes) {
   int destroyed = 0;
   BKQExceptionDay day;
@@ -169,7 +303,7 @@ TEST(CruiseSchedule, CopySharesTheMaskUntilTheLastGoes) {
   schedule->setMonths(5);
   schedule->setCopies(6);
   schedule->setCruiseMethod(static_cast<BKQCruiseSchedule::BKQCruiseMethod>(7));
-  schedule->setGFSPoolNames("daily", "weekly", nullptr);
+  schedule->setGFSPoolNames("daily", "weekly", "monthly");
   schedule->setSetName("SET");
   BKQCruiseSchedule* clone = schedule->clone();
   EXPECT_EQ(clone->getJobMask(), mask);
@@ -186,10 +320,17 @@ TEST(CruiseSchedule, CopySharesTheMaskUntilTheLastGoes) {
   clone->getGFSPoolNames(pools[0], pools[1], pools[2]);
   EXPECT_STREQ(pools[0], "daily");
   EXPECT_STREQ(pools[1], "weekly");
-  EXPECT_STREQ(pools[2], "");
+  EXPECT_STREQ(pools[2], "monthly");
   clone->setGFSPoolNames(pools[1], pools[0], pools[2]);
   clone->getGFSPoolNames(pools[0], pools[1], pools[2]);
   EXPECT_STREQ(pools[0], "weekly");
+  EXPECT_STREQ(pools[1], "daily");
+  EXPECT_STREQ(pools[2], "monthly");
+  clone->setGFSPoolNames(nullptr, "b", nullptr);
+  clone->getGFSPoolNames(pools[0], pools[1], pools[2]);
+  EXPECT_STREQ(pools[0], "");
+  EXPECT_STREQ(pools[1], "b");
+  EXPECT_STREQ(pools[2], "");
   delete schedule;
   EXPECT_EQ(destroyed, 0);
   delete clone;

@@ -5,6 +5,7 @@
 
 #include "testing/attributes.h"
 #include "testing/counted.h"
+#include "testing/failing_new.h"
 
 namespace {
 
@@ -14,6 +15,9 @@ TEST(EMail, Attributes) {
   expectText(object, &BKQEMail::getUserName, &BKQEMail::setUserName);
   expectText(object, &BKQEMail::getUserPW, &BKQEMail::setUserPW);
   BKQMHSEMail mhs;
+  expectText(mhs, &BKQEMail::getHostName, &BKQEMail::setHostName);
+  expectText(mhs, &BKQEMail::getUserName, &BKQEMail::setUserName);
+  expectText(mhs, &BKQEMail::getUserPW, &BKQEMail::setUserPW);
   expectText(mhs, &BKQMHSEMail::getMHSDir, &BKQMHSEMail::setMHSDir);
   expectText(mhs, &BKQMHSEMail::getMHSId, &BKQMHSEMail::setMHSId);
   expectText(mhs, &BKQMHSEMail::getMHSUserName, &BKQMHSEMail::setMHSUserName);
@@ -38,6 +42,29 @@ TEST(EMail, ClonesKeepTheirClassAndTexts) {
   std::unique_ptr<BKQInternetEMail> other(internet.clone());
   EXPECT_STREQ(other->getUserPW(), "pw");
   EXPECT_EQ(internet.BKQEMail::clone(), nullptr);
+}
+
+TEST(EMail, CopyingOntoItselfDoesNothing) {
+  BKQMHSEMail mhs;
+  mhs.setUserName("user");
+  mhs.setMHSDir("dir");
+  mhs.mycopy(&mhs);
+  mhs.mycopy(nullptr);
+  EXPECT_STREQ(mhs.getUserName(), "user");
+  EXPECT_STREQ(mhs.getMHSDir(), "dir");
+  BKQInternetEMail internet;
+  internet.setUserName("user");
+  internet.mycopy(&internet);
+  internet.mycopy(nullptr);
+  EXPECT_STREQ(internet.getUserName(), "user");
+}
+
+TEST(EMail, WithoutMemoryThereIsNoClone) {
+  BKQInternetEMail internet;
+  BKQMHSEMail mhs;
+  const FailingNew noMemory(1);
+  EXPECT_EQ(internet.clone(), nullptr);
+  EXPECT_EQ(mhs.clone(), nullptr);
 }
 
 TEST(EMail, IsDestroyedWholeThroughItsRoot) {

@@ -4,7 +4,7 @@
 #include <memory>
 
 #include "testing/attributes.h"
-#include "testing/counted.h"
+#include "testing/failing_new.h"
 
 namespace {
 
@@ -29,6 +29,12 @@ TEST(Fax, CloneIsIndependent) {
   clone->mycopy(clone.get());
   clone->mycopy(nullptr);
   EXPECT_STREQ(clone->getFaxNumber(), "555-0100");
+}
+
+TEST(Fax, WithoutMemoryThereIsNoClone) {
+  BKQFax object;
+  const FailingNew noMemory(1);
+  EXPECT_EQ(object.clone(), nullptr);
 }
 
 }  // namespace

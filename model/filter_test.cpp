@@ -5,6 +5,15 @@
 
 #include "testing/attributes.h"
 #include "testing/counted.h"
+#include "testing/failing_new.h"
+#include "testing/private_member.h"
+
+// The range that the constructors store; no accessor reads it, but every copy carries it.
+struct StoredRange {
+  using Type = BKQTimeFilter::BKQTimeRangeType BKQTimeFilter::*;
+  friend constexpr Type privateMember(StoredRange);
+};
+template struct PrivateMember<StoredRange, &BKQTimeFilter::range_>;
 
 namespace {
 
@@ -118,6 +127,108 @@ TEST(Filter, BetweenTimeFilterClonesIndependently) {
   EXPECT_EQ(clone->getEndTime().seconds(), kLate.seconds());
   EXPECT_EQ(clone->getTRattribute(), kAttribute);
   EXPECT_EQ(clone->isExclude(), 1);
+  expectTime(filter, &BKQBetweenTimeFilter::getStartTime, &BKQBetweenTimeFilter::setStartTime);
+  expectTime(filter, &BKQBetweenTimeFilter::getEndTime, &BKQBetweenTimeFilter::setEndTime);
+}
+
+template <class TimeFilter>
+void expectStoredRange(BKQTimeFilter::BKQTimeRangeType range) {
+  TimeFilter plain;
+  EXPECT_EQ(plain.getTRtype(), range);
+  EXPECT_EQ(plain.*privateMember(StoredRange()), 0u);
+  EXPECT_EQ(plain.getTRattribute(), 0u);
+  TimeFilter filter(kAttribute);
+  EXPECT_EQ(filter.*privateMember(StoredRange()), range);
+  EXPECT_EQ(filter.getTRattribute(), kAttribute);
+  EXPECT_EQ(filter.isInclude(), 1);
+  inACopy(filter, [=](TimeFilter& copy) {
+    EXPECT_EQ(copy.*privateMember(StoredRange()), range);
+    copy.mycopy(&copy);
+    copy.mycopy(static_cast<TimeFilter*>(nullptr));
+    EXPECT_EQ(copy.getTRattribute(), kAttribute);
+  });
+  expectNumber(filter, &BKQTimeFilter::getTRattribute, &BKQTimeFilter::setTRattribute, kAttribute);
+}
+
+// The default constructors store no range; the class decides anyway.
+TEST(Filter, StoredRangeOfTimeFilters) {
+  expectStoredRange<BKQBeforeTimeFilter>(BKQTimeFilter::Before);
+  expectStoredRange<BKQAfterTimeFilter>(BKQTimeFilter::After);
+  expectStoredRange<BKQBetweenTimeFilter>(BKQTimeFilter::Between);
+  expectStoredRange<BKQWithinTimeFilter>(BKQTimeFilter::Within);
+  const BKQTimeFilter::BKQTimeUnitType days = static_cast<BKQTimeFilter::BKQTimeUnitType>(3);
+  EXPECT_EQ(BKQBeforeTimeFilter(kAttribute, kLate).*privateMember(StoredRange()), 0u);
+  EXPECT_EQ(BKQAfterTimeFilter(kAttribute, kLate).*privateMember(StoredRange()), 1u);
+  EXPECT_EQ(BKQBetweenTimeFilter(kAttribute, kEarly, kLate).*privateMember(StoredRange()), 2u);
+  EXPECT_EQ(BKQWithinTimeFilter(kAttribute, 7, days).*privateMember(StoredRange()), 3u);
+}
+
+// What every filter has, in each class with a copy rule of its own.
+template <class Filter>
+void expectKind() {
+  Filter object;
+  expectNumber(object, &BKQFilter::getInclExcl, &BKQFilter::setInclExcl, 0);
+  const std::unique_ptr<BKQFilter> clone(static_cast<BKQFilter&>(object).clone());
+  EXPECT_NE(dynamic_cast<Filter*>(clone.get()), nullptr);
+  EXPECT_EQ(clone->getInclExcl(), 0x5au);
+  const FailingNew noMemory(1);
+  EXPECT_EQ(object.clone(), nullptr);
+}
+
+TEST(Filter, KindsAndClones) {
+  expectKind<BKQDirFilter>();
+  expectKind<BKQFileFilter>();
+  expectKind<BKQVolumeFilter>();
+  expectKind<BKQAttributeFilter>();
+  expectKind<BKQWithinTimeFilter>();
+  expectKind<BKQBeforeTimeFilter>();
+  expectKind<BKQAfterTimeFilter>();
+  expectKind<BKQBetweenTimeFilter>();
+}
+
+template <class TimeFilter>
+void expectNow(const RWCollectableTime& (TimeFilter::*get)() const) {
+  const RWTime before;
+  const TimeFilter plain;
+  const TimeFilter filter(kAttribute);
+  const RWTime after;
+  for (const TimeFilter* object : {&plain, &filter}) {
+    EXPECT_GE((object->*get)(), before);
+    EXPECT_LE((object->*get)(), after);
+  }
+}
+
+TEST(Filter, BoundsAreNowUntilSet) {
+  expectNow(&BKQBeforeTimeFilter::getTime);
+  expectNow(&BKQAfterTimeFilter::getTime);
+  expectNow(&BKQBetweenTimeFilter::getStartTime);
+  expectNow(&BKQBetweenTimeFilter::getEndTime);
+}
+
+// Filter classes of a client's own.
+class PlainFilter : public BKQFilter {
+ public:
+  using BKQFilter::BKQFilter;
+  unsigned int filterType() const override { return 77; }
+};
+class PlainTimeFilter : public BKQTimeFilter {
+ public:
+  using BKQTimeFilter::BKQTimeFilter;
+  BKQTimeRangeType getTRtype() const override { return After; }
+};
+
+TEST(Filter, RootsForClassesOfAClient) {
+  PlainFilter filter(kExclude);
+  EXPECT_EQ(filter.isExclude(), 1);
+  EXPECT_EQ(PlainFilter().isInclude(), 1);
+  inACopy(filter, [](PlainFilter& copy) { EXPECT_EQ(copy.isExclude(), 1); });
+  PlainTimeFilter time(BKQTimeFilter::Within, kAttribute);
+  EXPECT_EQ(time.filterType(), 4u);
+  EXPECT_EQ(time.clone(), nullptr);
+  inACopy(time, [](PlainTimeFilter& copy) {
+    EXPECT_EQ(copy.*privateMember(StoredRange()), BKQTimeFilter::Within);
+    EXPECT_EQ(copy.getTRattribute(), kAttribute);
+  });
 }
 
 TEST(Filter, AbstractRootsCloneToNull) {

@@ -5,6 +5,7 @@
 
 #include "testing/attributes.h"
 #include "testing/counted.h"
+#include "testing/failing_new.h"
 
 namespace {
 
@@ -56,6 +57,12 @@ TEST(Groom, CopyingTwiceKeepsTheSourcesFilters) {
   EXPECT_EQ(filters->at(0), &filter);
   delete filters->at(1);
   delete filters;
+}
+
+TEST(Groom, WithoutMemoryThereIsNoClone) {
+  BKQGroom groom;
+  const FailingNew noMemory(1);
+  EXPECT_EQ(groom.clone(), nullptr);
 }
 
 }  // namespace

@@ -4,7 +4,7 @@
 #include <memory>
 
 #include "testing/attributes.h"
-#include "testing/counted.h"
+#include "testing/failing_new.h"
 
 namespace {
 
@@ -26,6 +26,12 @@ TEST(OpenFileInfo, CloneIsIndependent) {
   EXPECT_EQ(clone->getFMethods(), 0u);
   EXPECT_EQ(clone->getRetryCount(), 0);
   EXPECT_EQ(clone->getRetryInterval(), 5);
+}
+
+TEST(OpenFileInfo, WithoutMemoryThereIsNoClone) {
+  BKQOpenFileInfo object;
+  const FailingNew noMemory(1);
+  EXPECT_EQ(object.clone(), nullptr);
 }
 
 }  // namespace

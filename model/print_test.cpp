@@ -4,7 +4,7 @@
 #include <memory>
 
 #include "testing/attributes.h"
-#include "testing/counted.h"
+#include "testing/failing_new.h"
 
 namespace {
 
@@ -22,6 +22,15 @@ TEST(PrintQueue, CloneIsIndependent) {
   std::unique_ptr<BKQPrintQueue> clone(queue.clone());
   queue.setQueueName("Q2");
   EXPECT_STREQ(clone->getQueueName(), "Q1");
+  clone->mycopy(clone.get());
+  clone->mycopy(nullptr);
+  EXPECT_STREQ(clone->getQueueName(), "Q1");
+}
+
+TEST(PrintQueue, WithoutMemoryThereIsNoClone) {
+  BKQPrintQueue object;
+  const FailingNew noMemory(1);
+  EXPECT_EQ(object.clone(), nullptr);
 }
 
 }  // namespace

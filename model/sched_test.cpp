@@ -5,6 +5,15 @@
 
 #include "testing/attributes.h"
 #include "testing/counted.h"
+#include "testing/failing_new.h"
+#include "testing/private_member.h"
+
+// The three lists that no accessor reads, but that every copy carries.
+struct CustomLists {
+  using Type = RWSlistCollectables (BKQCustomSchedule::*)[3];
+  friend constexpr Type privateMember(CustomLists);
+};
+template struct PrivateMember<CustomLists, &BKQCustomSchedule::lists_>;
 
 namespace {
 
@@ -34,6 +43,12 @@ TEST(JobMask, Attributes) {
   EXPECT_EQ(object.getRepeatCycle().getType(), 2u);
   EXPECT_EQ(object.getRepeatInterval().getValue(), 7u);
   EXPECT_EQ(object.getRepeatInterval().getType(), 3u);
+  inACopy(object, [](BKQJobMask& copy) {
+    EXPECT_EQ(copy.getRepeatCycle().getValue(), 5u);
+    EXPECT_EQ(copy.getRepeatCycle().getType(), 2u);
+    EXPECT_EQ(copy.getRepeatInterval().getValue(), 7u);
+    EXPECT_EQ(copy.getRepeatInterval().getType(), 3u);
+  });
   EXPECT_EQ(BKQJobMask(static_cast<BKQJobMask::BKQTapePrefixType>(4)).getTapeNamePrefix(), 4u);
 }
 
@@ -62,34 +77,70 @@ TEST(JobMask, CloneHoldsEachUnitTwice) {
   EXPECT_EQ(destroyed, 0);
 }
 
+// A schedule of a client's own class.
+class PlainSchedule : public BKQSchedule {
+ public:
+  unsigned int getType() const override { return 77; }
+};
+
+// What every schedule has, in each class with a copy rule of its own.
 template <class Schedule>
 void expectScheduleAttributes() {
+  const RWTime before;
   Schedule object;
+  const RWTime after;
+  RWCollectableTime start(0UL);
+  RWCollectableTime end(0UL);
+  object.getScheduleWindow(start, end);
+  for (const RWTime& now :
+       {RWTime(object.getSubmitTime()), RWTime(object.getExecTime()), RWTime(start), RWTime(end)}) {
+    EXPECT_GE(now, before);
+    EXPECT_LE(now, after);
+  }
   expectTime(object, &BKQSchedule::getSubmitTime, &BKQSchedule::setSubmitTime);
   expectTime(object, &BKQSchedule::getExecTime, &BKQSchedule::setExecTime);
   expectText(object, &BKQSchedule::getPoolName, &BKQSchedule::setPoolName);
   EXPECT_EQ(object.runJobNow(), 0);
-  object.runJobNow(1);
-  EXPECT_EQ(object.runJobNow(), 1);
+  object.runJobNow(-1);
+  EXPECT_EQ(object.runJobNow(), -1);
   object.setScheduleWindow(RWCollectableTime(kTime), RWCollectableTime(kTime + 1));
-  object.setPoolName("pool");
-  std::unique_ptr<Schedule> clone(object.clone());
-  RWCollectableTime start(0UL);
-  RWCollectableTime end(0UL);
-  clone->getScheduleWindow(start, end);
-  EXPECT_EQ(start.seconds(), kTime);
-  EXPECT_EQ(end.seconds(), kTime + 1);
-  EXPECT_EQ(clone->runJobNow(), 1);
-  EXPECT_EQ(clone->getSubmitTime().seconds(), kTime);
-  EXPECT_EQ(clone->getExecTime().seconds(), kTime);
-  EXPECT_STREQ(clone->getPoolName(), "pool");
+  inACopy(object, [](Schedule& copy) {
+    RWCollectableTime start(0UL);
+    RWCollectableTime end(0UL);
+    copy.getScheduleWindow(start, end);
+    EXPECT_EQ(start.seconds(), kTime);
+    EXPECT_EQ(end.seconds(), kTime + 1);
+    EXPECT_EQ(copy.runJobNow(), -1);
+    copy.mycopy(&copy);
+    copy.mycopy(static_cast<Schedule*>(nullptr));
+    EXPECT_EQ(copy.runJobNow(), -1);
+  });
 }
 
 TEST(Schedule, AttributesAndTheirCopies) {
+  expectScheduleAttributes<PlainSchedule>();
   expectScheduleAttributes<BKQRegularSchedule>();
   expectScheduleAttributes<BKQCustomSchedule>();
   expectScheduleAttributes<BKQRotationSchedule>();
   expectScheduleAttributes<BKQCruiseSchedule>();
+}
+
+template <class Object>
+void expectCloneIfMemory() {
+  Object object;
+  const std::unique_ptr<Object> clone(object.clone());
+  EXPECT_NE(clone, nullptr);
+  const FailingNew noMemory(1);
+  EXPECT_EQ(object.clone(), nullptr);
+}
+
+TEST(Schedule, WithoutMemoryThereIsNoClone) {
+  expectCloneIfMemory<BKQTime>();
+  expectCloneIfMemory<BKQJobMask>();
+  expectCloneIfMemory<BKQRegularSchedule>();
+  expectCloneIfMemory<BKQCustomSchedule>();
+  expectCloneIfMemory<BKQRotationSchedule>();
+  expectCloneIfMemory<BKQCruiseSchedule>();
 }
 
 TEST(Schedule, Kinds) {
@@ -121,7 +172,42 @@ TEST(CustomSchedule, RepeatValuesInOrderThroughBothForms) {
   EXPECT_EQ(c, 7);
   EXPECT_EQ(d, 8);
   EXPECT_EQ(clone->getSkipWeekDayFlag(), 9);
-  EXPECT_EQ(BKQCustomSchedule().getSkipWeekDayFlag(), 0);
+}
+
+TEST(CustomSchedule, Attributes) {
+  BKQCustomSchedule object;
+  expectNumber(object, &BKQCustomSchedule::getSkipWeekDayFlag,
+               &BKQCustomSchedule::setSkipWeekDayFlag, 0);
+  unsigned short a = 1, b = 1, c = 1, d = 1;
+  object.getRepeat(a, b, c, d);
+  EXPECT_EQ(a, 0);
+  EXPECT_EQ(b, 0);
+  EXPECT_EQ(c, 0);
+  EXPECT_EQ(d, 0);
+  EXPECT_EQ(BKQCustomSchedule(1, 2, 3, 4).getSkipWeekDayFlag(), 0);
+}
+
+// The lists that nothing reads are copied as lists of the same objects.
+TEST(CustomSchedule, CopyHasTheReservedLists) {
+  int destroyed = 0;
+  Counted<RWCollectable> first(destroyed);
+  Counted<RWCollectable> former(destroyed);
+  {
+    BKQCustomSchedule source;
+    BKQCustomSchedule target;
+    for (int i = 0; i < 3; ++i) {
+      RWSlistCollectables& list = (source.*privateMember(CustomLists()))[i];
+      for (int entries = 0; entries <= i; ++entries) list.insert(&first);
+      (target.*privateMember(CustomLists()))[i].insert(&former);
+    }
+    target.mycopy(&source);
+    for (unsigned int i = 0; i < 3; ++i) {
+      const RWSlistCollectables& list = (target.*privateMember(CustomLists()))[i];
+      ASSERT_EQ(list.entries(), i + 1);
+      EXPECT_EQ(list.at(i), &first);
+    }
+  }
+  EXPECT_EQ(destroyed, 0);
 }
 
 }  // namespace

@@ -2,29 +2,43 @@
 #define BKOQ_TRANSFER_INTERNAL_WRAP_MALLOC_H_
 
 #include <cstddef>
+#include <set>
 #include <vector>
 
-// The direct allocations of the library, as this test program sees them: the linker sends each call
-// of malloc() and realloc() in the library's objects here.
-struct Allocation {
-  enum Kind { kMalloc, kRealloc };
-  Kind kind;
+// The library's own allocations, one by one: the linker sends each call of malloc() and realloc() in
+// the library's objects here.
+
+struct AllocationCall {
+  bool isRealloc;
   std::size_t size;
-  bool operator==(const Allocation& other) const {
-    return kind == other.kind && size == other.size;
-  }
 };
 
-// While it lives, notes the allocations and fails the one of that number, counted from 1; 0 fails
-// none. What a failure leaves lost, by contract, is no leak to LeakSanitizer.
-class AllocationWatch {
+// Notes every allocation between start() and stop(), and lets some fail. In the end it frees all the
+// blocks, those that a failed realloc() lost included.
+class Allocations {
  public:
-  explicit AllocationWatch(std::size_t failing);
-  ~AllocationWatch();
-  AllocationWatch(const AllocationWatch&) = delete;
-  AllocationWatch& operator=(const AllocationWatch&) = delete;
+  // Fails the allocation of that number, counted from 0, and with `andAllAfter` all later ones.
+  static constexpr std::size_t kNone = static_cast<std::size_t>(-1);
+  explicit Allocations(std::size_t failing = kNone, bool andAllAfter = false)
+      : failing_(failing), andAllAfter_(andAllAfter) {}
+  ~Allocations();
+  Allocations(const Allocations&) = delete;
+  Allocations& operator=(const Allocations&) = delete;
 
-  const std::vector<Allocation>& seen() const;
+  void start();
+  static void stop();
+
+  const std::vector<AllocationCall>& calls() const { return calls_; }
+
+  // For the wrapped functions: whether this call may succeed, and what it gave.
+  bool note(bool isRealloc, std::size_t size);
+  void moved(void* from, void* to);
+
+ private:
+  std::size_t failing_;
+  bool andAllAfter_;
+  std::vector<AllocationCall> calls_;
+  std::set<void*> blocks_;
 };
 
 #endif  // BKOQ_TRANSFER_INTERNAL_WRAP_MALLOC_H_
