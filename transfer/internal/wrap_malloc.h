@@ -5,16 +5,16 @@
 #include <set>
 #include <vector>
 
-// The library's own allocations, one by one: the linker sends each call of malloc() and realloc() in
-// the library's objects here.
+// The library's own allocations, one by one: the linker sends each call of malloc() and realloc()
+// in the library's objects here.
 
 struct AllocationCall {
   bool isRealloc;
   std::size_t size;
 };
 
-// Notes every allocation between start() and stop(), and lets some fail. In the end it frees all the
-// blocks, those that a failed realloc() lost included.
+// Notes every allocation between start() and stop(), and lets some fail. In the end it frees all
+// the blocks, those that a failed realloc() lost included.
 class Allocations {
  public:
   // Fails the allocation of that number, counted from 0, and with `andAllAfter` all later ones.
