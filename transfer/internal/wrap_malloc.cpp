@@ -24,6 +24,8 @@ void Allocations::moved(void* from, void* to) {
   blocks_.insert(to);
 }
 
+// Visible, since the linker also wraps what the sanitizers' libraries refer to.
+#pragma GCC visibility push(default)
 extern "C" {
 
 void* __real_malloc(std::size_t size);
@@ -46,3 +48,4 @@ void* __wrap_realloc(void* block, std::size_t size) {
 }
 
 }  // extern "C"
+#pragma GCC visibility pop
