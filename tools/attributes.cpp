@@ -1,0 +1,109 @@
+#include "tools/attributes.h"
+
+#include <algorithm>
+
+namespace bkoq::tool {
+namespace {
+
+std::string quoted(const std::string& text) { return "\"" + text + "\""; }
+
+std::string didYouMean(const std::string& word, const std::vector<std::string>& words) {
+  const std::string* nearest = nearestTo(word, words);
+  return nearest == nullptr ? "" : "; did you mean " + quoted(*nearest) + "?";
+}
+
+// The class that the value's "kind" names; null when there is none.
+const ObjectClass* classOf(Reader& reader, const Family& family, const Value& value) {
+  const Value* kind = value.find("kind");
+  if (family.classes.size() == 1 && (kind == nullptr || family.classes.front().kind.empty())) {
+    return &family.classes.front();
+  }
+  std::vector<std::string> kinds;
+  std::string all;
+  for (const ObjectClass& candidate : family.classes) {
+    kinds.push_back(candidate.kind);
+    all += (all.empty() ? "" : ", ") + quoted(candidate.kind);
+  }
+  if (kind == nullptr) {
+    reader.problem(value, "\"kind\" is missing; it is one of " + all);
+    return nullptr;
+  }
+  const Reader::Within within(reader, "kind");
+  std::string word;
+  if (!reader.text(*kind, word)) return nullptr;
+  for (const ObjectClass& candidate : family.classes) {
+    if (candidate.kind == word) return &candidate;
+  }
+  const std::string hint = didYouMean(word, kinds);
+  reader.problem(*kind, quoted(word) + " is no kind of " + family.name +
+                            (hint.empty() ? "; it is one of " + all : hint));
+  return nullptr;
+}
+
+void reportUnknown(Reader& reader, const Family& family, const ObjectClass& own,
+                   const Member& member) {
+  std::string others;
+  for (const ObjectClass& other : family.classes) {
+    if (&other == &own || other.find(member.key) == nullptr) continue;
+    others += (others.empty() ? "" : ", ") + quoted(other.kind);
+  }
+  if (!others.empty()) {
+    reader.problem(member.place, quoted(member.key) + " is no attribute of a " + family.name +
+                                     " of kind " + quoted(own.kind) + ", only of " + others);
+    return;
+  }
+  std::vector<std::string> keys;
+  if (!own.kind.empty()) keys.emplace_back("kind");
+  for (const Attribute& attribute : own.attributes) keys.push_back(attribute.key);
+  reader.problem(member.place, quoted(member.key) + " is no attribute of this " + family.name +
+                                   didYouMean(member.key, keys));
+}
+
+}  // namespace
+
+const Attribute* ObjectClass::find(const std::string& key) const {
+  const auto found = std::find_if(attributes.begin(), attributes.end(),
+                                  [&](const Attribute& a) { return a.key == key; });
+  return found == attributes.end() ? nullptr : &*found;
+}
+
+void* readObject(Reader& reader, const Family& family, const Value& value) {
+  if (!reader.object(value)) return nullptr;
+  const ObjectClass* own = classOf(reader, family, value);
+  if (own == nullptr) return nullptr;
+
+  for (std::size_t i = 0; i < value.members.size(); ++i) {
+    const Member& member = value.members[i];
+    const auto isSame = [&](const Member& other) { return other.key == member.key; };
+    const auto begin = value.members.begin();
+    if (std::any_of(begin, begin + static_cast<std::ptrdiff_t>(i), isSame)) {
+      reader.problem(member.place, quoted(member.key) + " is given twice");
+    } else if (own->find(member.key) == nullptr && (own->kind.empty() || member.key != "kind")) {
+      reportUnknown(reader, family, *own, member);
+    }
+  }
+
+  const Made made = own->make(value);
+  for (const Attribute& attribute : own->attributes) {
+    const Value* given = value.find(attribute.key.c_str());
+    if (given != nullptr) {
+      const Reader::Within within(reader, attribute.key);
+      attribute.read(reader, attribute, made.object, *given);
+    } else if (attribute.isRequired) {
+      reader.problem(value, quoted(attribute.key) + " is missing");
+    }
+  }
+  return made.part;
+}
+
+void readObjects(Reader& reader, const Family& family, const Value& value,
+                 const std::function<void(void* part)>& take) {
+  if (!reader.list(value, 0)) return;
+  for (std::size_t i = 0; i < value.elements.size(); ++i) {
+    const Reader::Within within(reader, i);
+    void* part = readObject(reader, family, value.elements[i]);
+    if (part != nullptr) take(part);
+  }
+}
+
+}  // namespace bkoq::tool

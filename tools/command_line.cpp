@@ -1,0 +1,285 @@
+#include "tools/command_line.h"
+
+#include <CLI/App.hpp>
+#include <CLI/Config.hpp>
+#include <CLI/Formatter.hpp>
+#include <functional>
+#include <iostream>
+#include <sstream>
+#include <string>
+
+#include "tools/attributes.h"
+#include "tools/commands.h"
+#include "tools/description.h"
+
+namespace bkoq::tool {
+namespace {
+
+class Help : public CLI::FormatterBase {
+ public:
+  std::string make_help(const CLI::App* app, std::string /*name*/,
+                        CLI::AppFormatMode /*mode*/) const override {
+    return helpText(*app);
+  }
+};
+
+// A test without words of its own in the help.
+CLI::Validator oneOf(const std::vector<std::string>& words) {
+  return CLI::Validator(
+      [words](std::string& word) {
+        for (const std::string& each : words) {
+          if (word == each) return std::string();
+        }
+        std::string all;
+        for (const std::string& each : words) all += (all.empty() ? "" : ", ") + each;
+        return "\"" + word + "\" is none of " + all;
+      },
+      "");
+}
+
+CLI::Validator between(long long least, long long most) {
+  return CLI::Validator(
+      [=](std::string& text) {
+        char* end = nullptr;
+        const long long number = std::strtoll(text.c_str(), &end, 0);
+        if (!text.empty() && *end == '\0' && number >= least && number <= most) {
+          return std::string();
+        }
+        return "\"" + text + "\" is no number from " + std::to_string(least) + " to " +
+               std::to_string(most);
+      },
+      "");
+}
+
+class CommandLine {
+ public:
+  CommandLine() : app_("describes backup jobs, and what they turn into", "bkoq") {
+    app_.formatter(std::make_shared<Help>());
+    app_.set_help_flag("-h,--help", "print this help, or that of a command");
+    app_.set_version_flag("--version", "bkoq 1.0.0", "print the version");
+    app_.require_subcommand(1);
+    app_.footer(
+        "A JOB is a file as \"bkoq new\" writes one; an IMAGE comes from \"bkoq flatten -o\".\n"
+        "\"-\" stands for the standard input or output.\n"
+        "Exit status: 0 done, 1 there are differences or a conversion failed, 2 bad usage, a\n"
+        "bad file or output that cannot be written. Colour is used on terminals unless NO_COLOR\n"
+        "is set.");
+    describeFlatten();
+    describeShow();
+    describeDiff();
+    describeCheck();
+    describeLayout();
+    describeSchema();
+    describeNew();
+    describeCompletion();
+  }
+
+  Status run(int count, const char* const* arguments) {
+    try {
+      app_.parse(count, arguments);
+    } catch (const CLI::Success& success) {  // help or version was asked for
+      std::ostringstream out;
+      app_.exit(success, out, std::cerr);
+      print(out.str());
+      return finish(kDone);
+    } catch (const CLI::ParseError& error) {
+      const auto named = app_.get_subcommands();
+      return fail(std::string(error.what()) + "; see \"bkoq " +
+                  (named.empty() ? "" : named.front()->get_name() + " ") + "--help\"");
+    }
+    return finish(command_());
+  }
+
+ private:
+  CLI::App& add(const char* name, const char* description, const char* footer,
+                std::function<Status()> command) {
+    CLI::App* sub = app_.add_subcommand(name, description);
+    sub->formatter(std::make_shared<Help>());
+    sub->set_help_flag("-h,--help", "print this help");
+    sub->footer(std::string("Examples:\n") + footer);
+    sub->callback([this, command] { command_ = command; });
+    return *sub;
+  }
+
+  CLI::Option* file(CLI::App& sub, const char* what, const char* meaning) {
+    return sub.add_option("file", request_.files, meaning)
+        ->type_name(what)
+        ->required()
+        ->expected(1);
+  }
+  void json(CLI::App& sub) { sub.add_flag("--json", request_.json, "print JSON, for programs"); }
+  void secrets(CLI::App& sub) {
+    sub.add_flag("--show-secrets", request_.showSecrets, "print passwords and keys as they are");
+  }
+  void layout(CLI::App& sub, bool withBoth, const char* meaning) {
+    std::vector<std::string> words = {"current", "previous"};
+    if (withBoth) words.emplace_back("both");
+    sub.add_option("--layout", request_.layout, meaning)
+        ->type_name(withBoth ? "current|previous|both" : "current|previous")
+        ->check(oneOf(words));
+  }
+  // Options whose absence means something.
+  template <class Number>
+  void number(CLI::App& sub, const char* name, std::optional<Number>& value, const char* what,
+              long long least, long long most, const char* meaning) {
+    sub.add_option_function<long long>(
+           name, [&value](const long long& given) { value = static_cast<Number>(given); }, meaning)
+        ->type_name(what)
+        ->check(between(least, most));
+  }
+  void text(CLI::App& sub, const char* name, std::optional<std::string>& value, const char* what,
+            const char* meaning) {
+    sub.add_option_function<std::string>(
+           name, [&value](const std::string& given) { value = given; }, meaning)
+        ->type_name(what);
+  }
+
+  void describeFlatten() {
+    CLI::App& sub = add("flatten", "flatten a job and print its record trees, or write an image",
+                        "  bkoq flatten examples/nightly-backup.json\n"
+                        "  bkoq flatten examples/nightly-backup.json --layout previous --json\n"
+                        "  bkoq flatten examples/restore.json --tape NIGHT-01 --session 17\n"
+                        "  bkoq flatten examples/nightly-backup.json -o nightly.image",
+                        [this] { return flattenCommand(request_); });
+    file(sub, "JOB-FILE", "the job");
+    layout(sub, true, "which layout: both when printing, current for an image unless given");
+    Selection& selection = request_.selection;
+    text(sub, "--node", selection.node, "NAME", "backups: only the source nodes of that name");
+    sub.add_option("--disk", selection.disks,
+                   "backups: only the disks of that name; can be given again")
+        ->type_name("NAME")
+        ->allow_extra_args(false);
+    text(sub, "--tape", selection.tape, "NAME", "other jobs: only the tapes of that name");
+    number(sub, "--session", selection.session, "N", 0, 65535,
+           "other jobs: only the tapes of that session");
+    text(sub, "--override-path", selection.overridePath, "PATH",
+         "compares: instead of the items of every disk");
+    number(sub, "--unix-kind", selection.unixKind, "K", INT32_MIN, INT32_MAX,
+           "backups: 1 puts the text behind pszNodeOSVer, 2 behind pszNodeName of UNIX nodes");
+    text(sub, "--unix-text", selection.unixText, "TEXT", "backups: the text");
+    sub.add_option("-o,--output", request_.image, "write an image that only its owner can read")
+        ->type_name("IMAGE");
+    json(sub);
+    secrets(sub);
+  }
+
+  void describeShow() {
+    CLI::App& sub = add("show", "print the record tree of a job or an image",
+                        "  bkoq show examples/nightly-backup.json\n"
+                        "  bkoq show examples/nightly-backup.json --annotate\n"
+                        "  bkoq show examples/nightly-backup.json --only BKDDISK\n"
+                        "  bkoq show examples/nightly-backup.json --field "
+                        "'pSourceNodes[0].pszNodeName'\n"
+                        "  bkoq show examples/nightly-backup.json --at '#2+16'",
+                        [this] { return showCommand(request_); });
+    file(sub, "JOB-FILE or IMAGE", "the job or the image");
+    layout(sub, true, "the layout that a job is flattened in; current unless given");
+    auto* annotate = sub.add_flag("--annotate", request_.annotate,
+                                  "print every byte of every block, with what it means");
+    auto* field = sub.add_option("--field", request_.field, "print what stands at that path only")
+                      ->type_name("PATH");
+    auto* at = sub.add_option("--at", request_.at, "say what lies at a byte of a block: '#3+12'")
+                   ->type_name("BLOCK+OFFSET");
+    auto* only = sub.add_option("--only", request_.only, "print only the records of that name")
+                     ->type_name("RECORD");
+    sub.add_option("--depth", request_.depth, "print so many levels of records")
+        ->type_name("N")
+        ->check(between(1, 100));
+    sub.add_option("--width", request_.width,
+                   "cut lines to so many columns; the terminal's unless given")
+        ->type_name("N")
+        ->check(between(40, 10000));
+    field->excludes(at)->excludes(only)->excludes(annotate);
+    at->excludes(only)->excludes(annotate);
+    json(sub);
+    secrets(sub);
+  }
+
+  void describeDiff() {
+    CLI::App& sub = add("diff", "print the differences between two record trees",
+                        "  bkoq diff --layouts examples/nightly-backup.json\n"
+                        "  bkoq diff examples/verify.json examples/compare.json\n"
+                        "  bkoq diff nightly.image examples/nightly-backup.json --json",
+                        [this] { return diffCommand(request_); });
+    file(sub, "JOB-FILE or IMAGE", "the two jobs or images; one job with --layouts")
+        ->expected(1, 2);
+    auto* layouts =
+        sub.add_flag("--layouts", request_.layouts, "compare the two layouts of one job");
+    layout(sub, false,
+           "the layout that jobs are flattened in; that of an image beside, or the current one, "
+           "unless given");
+    sub.get_option("--layout")->excludes(layouts);
+    json(sub);
+    secrets(sub);
+  }
+
+  void describeCheck() {
+    CLI::App& sub = add("check", "list all mistakes of a job file",
+                        "  bkoq check examples/nightly-backup.json\n"
+                        "  bkoq check my-job.json --json",
+                        [this] { return checkCommand(request_); });
+    file(sub, "JOB-FILE", "the job");
+    json(sub);
+  }
+
+  void describeLayout() {
+    CLI::App& sub = add("layout", "print the tables of the records",
+                        "  bkoq layout BKNODE\n"
+                        "  bkoq layout BKDTAPE_OLD --previous\n"
+                        "  bkoq layout --compare",
+                        [this] { return layoutCommand(request_); });
+    sub.add_option("record", request_.record, "the record; all unless given")->type_name("RECORD");
+    auto* previous = sub.add_flag("--previous", request_.previous, "those of the previous layout");
+    sub.add_flag("--compare", request_.compare, "only what differs between the layouts")
+        ->excludes(previous);
+    json(sub);
+  }
+
+  void describeSchema() {
+    add("schema", "print the JSON Schema of job files, for editors", "  bkoq schema",
+        [this] { return schemaCommand(request_); });
+  }
+
+  void describeNew() {
+    CLI::App& sub = add("new", "print a job file to start from",
+                        "  bkoq new backup\n"
+                        "  bkoq new rotationBackup > my-job.json",
+                        [this] { return newCommand(request_); });
+    std::string kinds;
+    for (const ObjectClass& each : jobs().classes) kinds += (kinds.empty() ? "" : "|") + each.kind;
+    sub.add_option("kind", request_.kind, "the kind of job")->type_name(kinds)->required();
+  }
+
+  // For packagers: made from this same description.
+  void describeCompletion() {
+    CLI::App& completion =
+        add("completion", "print the completion for a shell",
+            "  source <(bkoq completion bash)\n"
+            "  bkoq completion zsh > _bkoq",
+            [this] {
+              print(shell_ == "zsh" ? zshCompletion(app_) : bashCompletion(app_));
+              return kDone;
+            });
+    completion.add_option("shell", shell_, "the shell")
+        ->type_name("bash|zsh")
+        ->required()
+        ->check(oneOf({"bash", "zsh"}));
+    add("man", "print the manual page", "  bkoq man | man -l -", [this] {
+      print(manPage(app_));
+      return kDone;
+    });
+  }
+
+  CLI::App app_;
+  Request request_;
+  std::string shell_;
+  std::function<Status()> command_;
+};
+
+}  // namespace
+
+Status runCommandLine(int count, const char* const* arguments) {
+  return CommandLine().run(count, arguments);
+}
+
+}  // namespace bkoq::tool

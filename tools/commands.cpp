@@ -1,0 +1,345 @@
+#include "tools/commands.h"
+
+#include <cstdlib>
+#include <cstring>
+#include <nlohmann/json.hpp>
+
+#include "tools/attributes.h"
+#include "tools/job_file.h"
+#include "tools/problems.h"
+#include "tools/schema.h"
+#include "tools/starter.h"
+
+namespace bkoq::tool {
+namespace {
+
+// What an image begins with, and no job file.
+constexpr const char* kImageMagic = "BKQ";
+
+const char* nameOf(BkoqLayout layout) {
+  return layout == BKOQ_LAYOUT_CURRENT ? "current" : "previous";
+}
+
+BkoqLayout layoutOf(const std::string& name) {
+  return name == "previous" ? BKOQ_LAYOUT_PREVIOUS : BKOQ_LAYOUT_CURRENT;
+}
+
+std::string shownName(const std::string& file) { return file == "-" ? "standard input" : file; }
+
+// Says what is wrong with a job file, all of it.
+Status reportProblems(const Problems& problems, const std::string& file) {
+  std::fflush(stdout);
+  for (const Problem& problem : problems.sorted()) {
+    std::fprintf(stderr, "%s\n", lineOf(problem, shownName(file)).c_str());
+  }
+  return kFailed;
+}
+
+// The job of a file, without a job after messages.
+LoadedJob loadJob(const std::string& text, const std::string& file) {
+  Problems problems;
+  LoadedJob loaded = readJob(text, problems);
+  if (!problems.empty()) {
+    reportProblems(problems, file);
+    loaded.job.reset();
+  }
+  return loaded;
+}
+
+BkoqPrintOptions printOptions(const Request& request) {
+  BkoqPrintOptions options = {};
+  options.format = request.json       ? BKOQ_FORMAT_JSON
+                   : request.annotate ? BKOQ_FORMAT_ANNOTATED
+                                      : BKOQ_FORMAT_TEXT;
+  options.showSecrets = request.showSecrets ? 1 : 0;
+  options.hideReserved = 1;
+  options.colour = hasColour() ? 1 : 0;
+  options.depth = request.depth;
+  options.width = request.width != 0 ? request.width : width();
+  options.onlyRecord = request.only.empty() ? nullptr : request.only.c_str();
+  return options;
+}
+
+// "3+12", "#3+12" or "12", which is a byte of the first block.
+bool parsePlace(const std::string& text, unsigned int& block, unsigned int& offset) {
+  const char* at = text.c_str();
+  if (*at == '#') ++at;
+  char* end = nullptr;
+  if (std::strchr("0123456789", *at) == nullptr || *at == '\0') return false;
+  offset = static_cast<unsigned int>(std::strtoul(at, &end, 0));
+  block = 1;
+  if (*end == '+' && end[1] >= '0' && end[1] <= '9') {
+    block = offset;
+    offset = static_cast<unsigned int>(std::strtoul(end + 1, &end, 0));
+  } else if (text[0] == '#') {
+    return false;
+  }
+  return *end == '\0';
+}
+
+Status printed(BkoqStatus status, const std::string& missing) {
+  if (status == BKOQ_OK) return kDone;
+  if (status == BKOQ_NOT_FOUND) return fail(missing);
+  if (status == BKOQ_SINK_FAILED) return kFailed;  // finish() says why
+  return fail(bkoqStatusText(status));
+}
+
+// Prints a tree, or what of it was asked for.
+Status printTree(const Tree& tree, const Request& request, BkoqSink sink, void* user) {
+  const BkoqPrintOptions options = printOptions(request);
+  const std::string inLayout = std::string(" in the ") + nameOf(tree.layout()) + " layout";
+  if (!request.field.empty()) {
+    return printed(
+        bkoqPrintField(tree.root(), tree.layout(), request.field.c_str(), &options, sink, user),
+        "there is no \"" + request.field + "\"" + inLayout + " of this job");
+  }
+  if (!request.at.empty()) {
+    unsigned int block = 0;
+    unsigned int offset = 0;
+    if (!parsePlace(request.at, block, offset)) {
+      return fail("--at takes the byte of a block, such as \"#3+12\", not \"" + request.at + "\"");
+    }
+    return printed(
+        bkoqPrintAt(tree.root(), tree.layout(), block, offset, &options, sink, user),
+        "there is no byte " + std::to_string(offset) + " in block #" + std::to_string(block));
+  }
+  return printed(bkoqPrint(tree.root(), tree.layout(), &options, sink, user),
+                 "there is no record \"" + request.only + "\"" + inLayout + " of this job");
+}
+
+// Prints several trees as one JSON document.
+Status printJsonTrees(const std::vector<Tree>& trees, const Request& request) {
+  std::string text = "{\n\"format\": \"bkoq-trees\",\n\"version\": 1,\n\"trees\": [\n";
+  for (const Tree& tree : trees) {
+    if (&tree != &trees.front()) text += ",\n";
+    const Status status = printTree(tree, request, stringSink, &text);
+    if (status != kDone) return status;
+  }
+  print(text + "]\n}\n");
+  return kDone;
+}
+
+std::vector<BkoqLayout> layoutsOf(const std::string& name) {
+  if (name == "both") return {BKOQ_LAYOUT_CURRENT, BKOQ_LAYOUT_PREVIOUS};
+  return {layoutOf(name)};
+}
+
+Status printTrees(const std::vector<Tree>& trees, const Request& request) {
+  if (request.json && trees.size() > 1) return printJsonTrees(trees, request);
+  for (const Tree& tree : trees) {
+    if (trees.size() > 1) {
+      print(std::string(&tree == &trees.front() ? "" : "\n") + "== " + nameOf(tree.layout()) +
+            " layout\n");
+    }
+    const Status status = printTree(tree, request, bkoqFileSink, stdout);
+    if (status != kDone) return status;
+  }
+  return kDone;
+}
+
+Status writeImage(const Tree& tree, const std::string& path) {
+  std::string image;
+  BkoqImageError error = {};
+  const BkoqStatus status = bkoqWriteImage(tree.root(), tree.layout(), stringSink, &image, &error);
+  if (status == BKOQ_BAD_TREE) return fail(error.text);
+  if (status != BKOQ_OK) return fail(bkoqStatusText(status));
+  return writePrivateFile(path, image);
+}
+
+bool isImage(const std::string& content) {
+  return content.compare(0, std::strlen(kImageMagic), kImageMagic) == 0;
+}
+
+// The tree of an image or of a job file.
+struct Source {
+  Status status = kFailed;
+  Tree tree;
+};
+
+Source readImage(const std::string& content, const std::string& file) {
+  Source source;
+  BkoqLayout layout = BKOQ_LAYOUT_CURRENT;
+  void* root = nullptr;
+  BkoqImageError error = {};
+  const BkoqStatus status = bkoqReadImage(content.data(), content.size(), &layout, &root, &error);
+  source.tree = Tree(root, layout);
+  if (status == BKOQ_OK) {
+    source.status = kDone;
+  } else {
+    fail(shownName(file) + ": " + (status == BKOQ_BAD_IMAGE ? error.text : bkoqStatusText(status)));
+  }
+  return source;
+}
+
+Source readJobSource(const std::string& content, const std::string& file, BkoqLayout layout) {
+  Source source;
+  const LoadedJob loaded = loadJob(content, file);
+  if (loaded.job == nullptr) return source;
+  Flattened flattened = flatten(*loaded.job, Selection(), layout);
+  source.tree = std::move(flattened.tree);
+  source.status = flattened.succeeded ? kDone : kDiffers;
+  if (!flattened.succeeded) fail(shownName(file) + ": the conversion failed");
+  return source;
+}
+
+}  // namespace
+
+Status flattenCommand(const Request& request) {
+  const std::string& file = request.files.front();
+  if (!request.image.empty() && request.layout == "both") {
+    return fail("an image holds one layout: give --layout current or --layout previous");
+  }
+  if (request.selection.unixKind.has_value() != request.selection.unixText.has_value()) {
+    return fail("--unix-kind and --unix-text go together");
+  }
+  std::string content;
+  if (!readFile(file, content)) return kFailed;
+  const LoadedJob loaded = loadJob(content, file);
+  if (loaded.job == nullptr) return kFailed;
+  const std::string misfit = misfitOf(*loaded.job, request.selection);
+  if (!misfit.empty()) return fail(misfit + " does not go with this kind of job");
+
+  std::string layout = request.layout;
+  if (layout.empty()) layout = request.image.empty() ? "both" : "current";
+  std::vector<Tree> trees;
+  bool succeeded = true;
+  for (const BkoqLayout each : layoutsOf(layout)) {
+    Flattened flattened = flatten(*loaded.job, request.selection, each);
+    if (!flattened.succeeded) {
+      succeeded = false;
+      fail(shownName(file) + ": the conversion to the " + nameOf(each) + " layout failed");
+      continue;
+    }
+    trees.push_back(std::move(flattened.tree));
+  }
+  if (!succeeded) return kDiffers;
+  return request.image.empty() ? printTrees(trees, request)
+                               : writeImage(trees.front(), request.image);
+}
+
+Status showCommand(const Request& request) {
+  const std::string& file = request.files.front();
+  std::string content;
+  if (!readFile(file, content)) return kFailed;
+  if (isImage(content)) {
+    if (!request.layout.empty()) return fail("--layout goes with a job file; an image has its own");
+    const Source source = readImage(content, file);
+    if (source.tree.root() == nullptr) return source.status;
+    // Of a bad image what could be read.
+    const Status status = printTree(source.tree, request, bkoqFileSink, stdout);
+    return source.status == kDone ? status : source.status;
+  }
+  std::vector<Tree> trees;
+  for (const BkoqLayout layout : layoutsOf(request.layout)) {
+    Source source = readJobSource(content, file, layout);
+    if (source.status != kDone) return source.status;
+    trees.push_back(std::move(source.tree));
+  }
+  return printTrees(trees, request);
+}
+
+Status diffCommand(const Request& request) {
+  if (request.files.size() != (request.layouts ? 1U : 2U)) {
+    return fail(request.layouts ? "diff --layouts takes one job file" : "diff takes two files");
+  }
+  Source sources[2];
+  std::string contents[2];
+  for (std::size_t i = 0; i < request.files.size(); ++i) {
+    if (!readFile(request.files[i], contents[i])) return kFailed;
+  }
+  if (request.layouts) {
+    const std::string& file = request.files.front();
+    if (isImage(contents[0])) return fail("diff --layouts takes a job file, not an image");
+    sources[0] = readJobSource(contents[0], file, BKOQ_LAYOUT_CURRENT);
+    if (sources[0].status != kDone) return sources[0].status;
+    sources[1] = readJobSource(contents[0], file, BKOQ_LAYOUT_PREVIOUS);
+    if (sources[1].status != kDone) return sources[1].status;
+  } else {
+    // A job file is flattened in the layout of an image that it is compared with.
+    BkoqLayout layout = layoutOf(request.layout);
+    for (const bool images : {true, false}) {
+      for (std::size_t i = 0; i < 2; ++i) {
+        if (isImage(contents[i]) != images) continue;
+        sources[i] = images ? readImage(contents[i], request.files[i])
+                            : readJobSource(contents[i], request.files[i], layout);
+        if (sources[i].status != kDone) return sources[i].status;
+        if (images && request.layout.empty()) layout = sources[i].tree.layout();
+      }
+    }
+  }
+  const BkoqPrintOptions options = printOptions(request);
+  uint32_t count = 0;
+  const Status status = printed(
+      bkoqPrintDifferences(sources[0].tree.root(), sources[0].tree.layout(), sources[1].tree.root(),
+                           sources[1].tree.layout(), &options, bkoqFileSink, stdout, &count),
+      "");
+  if (status != kDone) return status;
+  return count == 0 ? kDone : kDiffers;
+}
+
+Status checkCommand(const Request& request) {
+  const std::string& file = request.files.front();
+  std::string content;
+  if (!readFile(file, content)) return kFailed;
+  if (isImage(content)) return fail(shownName(file) + " is an image, not a job file");
+  Problems problems;
+  readJob(content, problems);
+  const std::vector<Problem> list = problems.sorted();
+  if (request.json) {
+    nlohmann::ordered_json document = {{"format", "bkoq-check"}, {"version", 1}, {"file", file}};
+    document["problems"] = nlohmann::ordered_json::array();
+    for (const Problem& problem : list) {
+      document["problems"].push_back({{"line", problem.place.line},
+                                      {"column", problem.place.column},
+                                      {"path", problem.path},
+                                      {"message", problem.message}});
+    }
+    // What a text of the file holds is known to be UTF-8, its name is not.
+    print(document.dump(2, ' ', false, nlohmann::ordered_json::error_handler_t::replace) + "\n");
+  } else {
+    for (const Problem& problem : list) print(lineOf(problem, shownName(file)) + "\n");
+    print(shownName(file) + ": " +
+          (list.empty()
+               ? "no mistakes"
+               : std::to_string(list.size()) + (list.size() == 1 ? " mistake" : " mistakes")) +
+          "\n");
+  }
+  return list.empty() ? kDone : kFailed;
+}
+
+Status layoutCommand(const Request& request) {
+  const char* record = request.record.empty() ? nullptr : request.record.c_str();
+  const BkoqFormat format = request.json ? BKOQ_FORMAT_JSON : BKOQ_FORMAT_TEXT;
+  const BkoqLayout layout = request.previous ? BKOQ_LAYOUT_PREVIOUS : BKOQ_LAYOUT_CURRENT;
+  const BkoqStatus status = request.compare
+                                ? bkoqPrintLayoutDifferences(record, format, bkoqFileSink, stdout)
+                                : bkoqPrintRecords(record, layout, format, bkoqFileSink, stdout);
+  return printed(
+      status,
+      "there is no record \"" + request.record + "\"" +
+          (request.compare ? std::string() : std::string(" in the ") + nameOf(layout) + " layout") +
+          "; see \"bkoq layout\"");
+}
+
+Status schemaCommand(const Request& /*request*/) {
+  print(jobSchema());
+  return kDone;
+}
+
+Status newCommand(const Request& request) {
+  std::vector<std::string> kinds;
+  std::string all;
+  for (const ObjectClass& kind : jobs().classes) {
+    if (kind.kind == request.kind) {
+      print(starterFile(kind));
+      return kDone;
+    }
+    kinds.push_back(kind.kind);
+    all += (all.empty() ? "" : ", ") + kind.kind;
+  }
+  const std::string* nearest = nearestTo(request.kind, kinds);
+  return fail("there is no kind of job \"" + request.kind + "\"; " +
+              (nearest != nullptr ? "did you mean \"" + *nearest + "\"?" : "it is one of " + all));
+}
+
+}  // namespace bkoq::tool

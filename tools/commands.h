@@ -1,0 +1,44 @@
+#ifndef BKOQ_TOOLS_COMMANDS_H_
+#define BKOQ_TOOLS_COMMANDS_H_
+
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "tools/flattening.h"
+#include "tools/output.h"
+
+namespace bkoq::tool {
+
+// What the options of a command line ask for.
+struct Request {
+  std::vector<std::string> files;
+  std::string layout;  // "current", "previous", "both"; empty when it is not given
+  Selection selection;
+  std::string image;  // where to write one
+  bool json = false;
+  bool showSecrets = false;
+  bool annotate = false;
+  std::string field;
+  std::string at;
+  std::string only;
+  unsigned int depth = 0;
+  unsigned int width = 0;
+  bool layouts = false;
+  std::string record;
+  bool previous = false;
+  bool compare = false;
+  std::string kind;
+};
+
+Status flattenCommand(const Request& request);
+Status showCommand(const Request& request);
+Status diffCommand(const Request& request);
+Status checkCommand(const Request& request);
+Status layoutCommand(const Request& request);
+Status schemaCommand(const Request& request);
+Status newCommand(const Request& request);
+
+}  // namespace bkoq::tool
+
+#endif  // BKOQ_TOOLS_COMMANDS_H_

@@ -1,0 +1,265 @@
+#include "tools/description.h"
+
+#include <cctype>
+#include <sstream>
+#include <vector>
+
+namespace bkoq::tool {
+namespace {
+
+std::vector<const CLI::App*> commandsOf(const CLI::App& app) {
+  return app.get_subcommands([](const CLI::App* command) { return !command->get_group().empty(); });
+}
+
+std::vector<const CLI::Option*> optionsOf(const CLI::App& app, bool isPositional) {
+  return app.get_options(
+      [=](const CLI::Option* option) { return option->nonpositional() != isPositional; });
+}
+
+bool isRepeated(const CLI::Option& option) { return option.get_items_expected_max() > 1; }
+
+bool takesValue(const CLI::Option& option) { return option.get_items_expected_max() > 0; }
+
+// "-o, --image"
+std::string namesOf(const CLI::Option& option) {
+  std::string names;
+  for (const std::string& name : option.get_snames()) names += "-" + name + ", ";
+  for (const std::string& name : option.get_lnames()) names += "--" + name + ", ";
+  names.resize(names.size() - 2);
+  return names;
+}
+
+std::string optionTerm(const CLI::Option& option) {
+  return namesOf(option) + (takesValue(option) ? " " + option.get_type_name() : "");
+}
+
+std::string positionalTerm(const CLI::Option& option) { return option.get_type_name(); }
+
+std::string usageOf(const CLI::App& app) {
+  std::string usage = app.get_parent() != nullptr
+                          ? app.get_parent()->get_name() + " " + app.get_name()
+                          : app.get_name();
+  if (!commandsOf(app).empty()) return usage + " COMMAND";
+  for (const CLI::Option* option : optionsOf(app, true)) {
+    usage += " ";
+    const std::string term = positionalTerm(*option) + (isRepeated(*option) ? " ..." : "");
+    usage += option->get_required() ? term : "[" + term + "]";
+  }
+  return usage + " [OPTIONS]";
+}
+
+std::string row(const std::string& term, const std::string& meaning) {
+  constexpr std::size_t kTermWidth = 28;
+  std::string line = "  " + term;
+  line += line.size() + 2 > kTermWidth ? "\n" + std::string(kTermWidth, ' ')
+                                       : std::string(kTermWidth - line.size(), ' ');
+  return line + meaning + "\n";
+}
+
+std::vector<std::string> split(const std::string& text, char separator) {
+  std::vector<std::string> parts;
+  std::istringstream stream(text);
+  for (std::string part; std::getline(stream, part, separator);) parts.push_back(part);
+  return parts;
+}
+
+// "current|previous" lists words; anything else names what the value is.
+std::vector<std::string> wordsOf(const CLI::Option& option) {
+  const std::string type = option.get_type_name();
+  return type.find('|') == std::string::npos ? std::vector<std::string>() : split(type, '|');
+}
+
+bool takesFile(const CLI::Option& option) {
+  const std::string type = option.get_type_name();
+  return type.find("FILE") != std::string::npos || type.find("IMAGE") != std::string::npos;
+}
+
+std::string joined(const std::vector<std::string>& words, const char* separator) {
+  std::string text;
+  for (const std::string& word : words) text += (text.empty() ? "" : separator) + word;
+  return text;
+}
+
+std::vector<std::string> flagsOf(const CLI::App& command) {
+  std::vector<std::string> flags;
+  for (const CLI::Option* option : optionsOf(command, false)) {
+    for (const std::string& name : option->get_snames()) flags.push_back("-" + name);
+    for (const std::string& name : option->get_lnames()) flags.push_back("--" + name);
+  }
+  return flags;
+}
+
+// Text as the man page's language has it.
+std::string escaped(const std::string& text) {
+  std::string result;
+  for (std::size_t i = 0; i < text.size(); ++i) {
+    const bool atStart = i == 0 || text[i - 1] == '\n';
+    if (atStart && (text[i] == '.' || text[i] == '\'')) result += "\\&";
+    if (text[i] == '\\') {
+      result += "\\e";
+    } else if (text[i] == '-') {
+      result += "\\-";
+    } else {
+      result += text[i];
+    }
+  }
+  return result;
+}
+
+std::string manOptions(const CLI::App& app) {
+  std::string text;
+  for (const bool isPositional : {true, false}) {
+    for (const CLI::Option* option : optionsOf(app, isPositional)) {
+      const std::string term = isPositional ? positionalTerm(*option) : optionTerm(*option);
+      text += ".TP\n.B " + escaped(term) + "\n" + escaped(option->get_description()) + "\n";
+    }
+  }
+  return text;
+}
+
+std::string upper(std::string text) {
+  for (char& c : text) c = static_cast<char>(std::toupper(static_cast<unsigned char>(c)));
+  return text;
+}
+
+// In zsh's quotes, and in the brackets of its argument descriptions.
+std::string zshText(const std::string& text) {
+  std::string result;
+  for (const char c : text) {
+    if (c == '\'') {
+      result += "'\\''";
+    } else {
+      if (c == '[' || c == ']' || c == ':') result += '\\';
+      result += c;
+    }
+  }
+  return result;
+}
+
+std::string zshAction(const CLI::Option& option) {
+  const std::vector<std::string> words = wordsOf(option);
+  if (!words.empty()) return "(" + joined(words, " ") + ")";
+  return takesFile(option) ? "_files" : " ";
+}
+
+}  // namespace
+
+std::string helpText(const CLI::App& app) {
+  std::string text = app.get_description() + "\n\nUsage: " + usageOf(app) + "\n";
+  const auto commands = commandsOf(app);
+  if (!commands.empty()) {
+    text += "\nCommands:\n";
+    for (const CLI::App* command : commands) {
+      text += row(command->get_name(), command->get_description());
+    }
+  }
+  const auto positionals = optionsOf(app, true);
+  if (!positionals.empty()) text += "\n";
+  for (const CLI::Option* option : positionals) {
+    text += row(positionalTerm(*option), option->get_description());
+  }
+  text += "\nOptions:\n";
+  for (const CLI::Option* option : optionsOf(app, false)) {
+    text += row(optionTerm(*option), option->get_description());
+  }
+  if (!app.get_footer().empty()) text += "\n" + app.get_footer() + "\n";
+  return text;
+}
+
+std::string manPage(const CLI::App& app) {
+  const std::string name = app.get_name();
+  std::string text = ".TH " + upper(name) + " 1\n.SH NAME\n" + name + " \\- " +
+                     escaped(app.get_description()) + "\n.SH SYNOPSIS\n.B " +
+                     escaped(usageOf(app)) + "\n.SH OPTIONS\n" + manOptions(app) + ".SH COMMANDS\n";
+  for (const CLI::App* command : commandsOf(app)) {
+    text += ".SS " + escaped(usageOf(*command)) + "\n" + escaped(command->get_description()) +
+            "\n" + manOptions(*command);
+    if (!command->get_footer().empty()) {
+      text += ".PP\n.nf\n" + escaped(command->get_footer()) + "\n.fi\n";
+    }
+  }
+  return text + ".SH NOTES\n.nf\n" + escaped(app.get_footer()) + "\n.fi\n";
+}
+
+std::string bashCompletion(const CLI::App& app) {
+  const std::string name = app.get_name();
+  std::vector<std::string> names;
+  std::string cases;
+  for (const CLI::App* command : commandsOf(app)) {
+    names.push_back(command->get_name());
+    std::string values;
+    for (const CLI::Option* option : optionsOf(*command, false)) {
+      if (!takesValue(*option)) continue;
+      const std::vector<std::string> words = wordsOf(*option);
+      std::vector<std::string> spelled;
+      for (const std::string& each : option->get_snames()) spelled.push_back("-" + each);
+      for (const std::string& each : option->get_lnames()) spelled.push_back("--" + each);
+      values += "        " + joined(spelled, "|") + ") ";
+      if (!words.empty()) {
+        values += "COMPREPLY=($(compgen -W '" + joined(words, " ") + "' -- \"$word\"))";
+      } else if (takesFile(*option)) {
+        values += "COMPREPLY=($(compgen -f -- \"$word\"))";
+      }
+      values += "; return ;;\n";
+    }
+    std::string arguments;
+    for (const CLI::Option* option : optionsOf(*command, true)) {
+      const std::vector<std::string> words = wordsOf(*option);
+      arguments = words.empty() ? "-f" : "-W '" + joined(words, " ") + "'";
+    }
+    cases += "    " + command->get_name() + ")\n";
+    if (!values.empty()) cases += "      case $previous in\n" + values + "      esac\n";
+    cases += "      if [[ $word == -* ]]; then\n        COMPREPLY=($(compgen -W '" +
+             joined(flagsOf(*command), " ") + "' -- \"$word\"))\n";
+    if (!arguments.empty()) {
+      cases += "      else\n        COMPREPLY=($(compgen " + arguments + " -- \"$word\"))\n";
+    }
+    cases += "      fi ;;\n";
+  }
+  const std::string function = "_" + name;
+  return "# bash completion of " + name + "\n" + function +
+         "() {\n  local word=${COMP_WORDS[COMP_CWORD]} previous=${COMP_WORDS[COMP_CWORD-1]}\n"
+         "  COMPREPLY=()\n  if [[ $COMP_CWORD -eq 1 ]]; then\n    COMPREPLY=($(compgen -W '" +
+         joined(names, " ") + " " + joined(flagsOf(app), " ") +
+         "' -- \"$word\"))\n    return\n  fi\n  case ${COMP_WORDS[1]} in\n" + cases +
+         "  esac\n}\ncomplete -o filenames -F " + function + " " + name + "\n";
+}
+
+std::string zshCompletion(const CLI::App& app) {
+  const std::string name = app.get_name();
+  std::string list;
+  std::string cases;
+  for (const CLI::App* command : commandsOf(app)) {
+    list +=
+        "    '" + zshText(command->get_name()) + ":" + zshText(command->get_description()) + "'\n";
+    cases += "    " + command->get_name() + ")\n      _arguments";
+    for (const CLI::Option* option : optionsOf(*command, false)) {
+      std::vector<std::string> spelled;
+      for (const std::string& each : option->get_snames()) spelled.push_back("-" + each);
+      for (const std::string& each : option->get_lnames()) spelled.push_back("--" + each);
+      for (const std::string& each : spelled) {
+        cases += " \\\n        '" + std::string(isRepeated(*option) ? "*" : "") + each + "[" +
+                 zshText(option->get_description()) + "]";
+        if (takesValue(*option)) {
+          const std::vector<std::string> words = wordsOf(*option);
+          cases += ":" + std::string(words.empty() ? option->get_type_name() : "value") + ":" +
+                   zshAction(*option);
+        }
+        cases += "'";
+      }
+    }
+    for (const CLI::Option* option : optionsOf(*command, true)) {
+      const std::vector<std::string> words = wordsOf(*option);
+      cases += " \\\n        '" + std::string(isRepeated(*option) ? "*" : "") + ":" +
+               (words.empty() ? zshText(positionalTerm(*option)) : "value") + ":" +
+               (words.empty() ? "_files" : zshAction(*option)) + "'";
+    }
+    cases += " ;;\n";
+  }
+  return "#compdef " + name + "\nlocal -a commands\ncommands=(\n" + list +
+         ")\nif (( CURRENT == 2 )); then\n  _describe command commands\nelse\n"
+         "  local command=$words[2]\n  shift words\n  (( CURRENT-- ))\n  case $command in\n" +
+         cases + "  esac\nfi\n";
+}
+
+}  // namespace bkoq::tool

@@ -1,0 +1,21 @@
+#ifndef BKOQ_TOOLS_DESCRIPTION_H_
+#define BKOQ_TOOLS_DESCRIPTION_H_
+
+#include <CLI/App.hpp>
+#include <CLI/Config.hpp>
+#include <CLI/Formatter.hpp>
+#include <string>
+
+namespace bkoq::tool {
+
+// Help, man page and shell completion, all from the description of the command line: its commands,
+// options, texts and, in the footers, examples.
+
+std::string helpText(const CLI::App& app);
+std::string manPage(const CLI::App& app);
+std::string bashCompletion(const CLI::App& app);
+std::string zshCompletion(const CLI::App& app);
+
+}  // namespace bkoq::tool
+
+#endif  // BKOQ_TOOLS_DESCRIPTION_H_

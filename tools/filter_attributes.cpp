@@ -1,0 +1,122 @@
+#include "tools/attributes.h"
+
+namespace bkoq::tool {
+namespace {
+
+const std::vector<Word>& selections() {
+  static const std::vector<Word> words = {{"include", BKQFilter::Include},
+                                          {"exclude", BKQFilter::Exclude}};
+  return words;
+}
+
+template <class Filter>
+void describeFilter(Table<Filter>& t) {
+  t.number("inclExcl", &BKQFilter::setInclExcl, "whether what it selects is taken; usInclExcl")
+      .upTo(0xFFFF)
+      .named(selections())
+      .shown("\"exclude\"");
+}
+
+template <class Filter>
+void describePattern(Table<Filter>& t) {
+  describeFilter(t);
+  t.text("filterString", &Filter::setFilterString, "the pattern; pszFilter").shown("\"*.tmp\"");
+}
+
+template <class Filter>
+void describeTime(Table<Filter>& t) {
+  describeFilter(t);
+  t.number("trAttribute", &BKQTimeFilter::setTRattribute,
+           "the server's code of the time stamp tested; usTimeAttr")
+      .upTo(0xFFFF);
+}
+
+// The constructor with an attribute also stores the kind of range.
+template <class Filter>
+Filter* makeTime(const Value& /*value*/) {
+  return new Filter(BKQTimeFilter::BKQTimeAttrType{});
+}
+
+template <class Filter>
+Filter* makePlain(const Value& /*value*/) {
+  return new Filter;
+}
+
+}  // namespace
+
+const Family& filters() {
+  static const Family family = [] {
+    Family filters{"filter", {}};
+    addClass<BKQFilter, BKQDirFilter>(filters, "dir", "BKQDirFilter", "directories by a pattern",
+                                      makePlain<BKQDirFilter>, describePattern<BKQDirFilter>);
+    addClass<BKQFilter, BKQFileFilter>(filters, "file", "BKQFileFilter", "files by a pattern",
+                                       makePlain<BKQFileFilter>, describePattern<BKQFileFilter>);
+    addClass<BKQFilter, BKQVolumeFilter>(filters, "volume", "BKQVolumeFilter",
+                                         "volumes by a pattern", makePlain<BKQVolumeFilter>,
+                                         describePattern<BKQVolumeFilter>);
+    addClass<BKQFilter, BKQAttributeFilter>(
+        filters, "attribute", "BKQAttributeFilter", "files by their attribute bits",
+        makePlain<BKQAttributeFilter>, [](Table<BKQAttributeFilter>& t) {
+          describeFilter(t);
+          t.number("attributes", &BKQAttributeFilter::setAttributes,
+                   "the server's bits; ulAttributes")
+              .shown("\"0x1\"");
+        });
+    addClass<BKQFilter, BKQBeforeTimeFilter>(
+        filters, "beforeTime", "BKQBeforeTimeFilter", "files with a time stamp before a bound",
+        makeTime<BKQBeforeTimeFilter>, [](Table<BKQBeforeTimeFilter>& t) {
+          describeTime(t);
+          t.time("time", &BKQBeforeTimeFilter::setTime, "the bound, now unless given; lTime")
+              .shown("\"2004-03-01T21:00:00\"");
+        });
+    addClass<BKQFilter, BKQAfterTimeFilter>(
+        filters, "afterTime", "BKQAfterTimeFilter", "files with a time stamp after a bound",
+        makeTime<BKQAfterTimeFilter>, [](Table<BKQAfterTimeFilter>& t) {
+          describeTime(t);
+          t.time("time", &BKQAfterTimeFilter::setTime, "the bound, now unless given; lTime")
+              .shown("\"2004-03-01T21:00:00\"");
+        });
+    addClass<BKQFilter, BKQBetweenTimeFilter>(
+        filters, "betweenTime", "BKQBetweenTimeFilter", "files with a time stamp between bounds",
+        makeTime<BKQBetweenTimeFilter>, [](Table<BKQBetweenTimeFilter>& t) {
+          describeTime(t);
+          t.time("startTime", &BKQBetweenTimeFilter::setStartTime,
+                 "the first bound, now unless given; lStartTime")
+              .shown("\"2004-02-01T00:00:00\"");
+          t.time("endTime", &BKQBetweenTimeFilter::setEndTime,
+                 "the second bound, now unless given; lEndTime")
+              .shown("\"2004-03-01T00:00:00\"");
+        });
+    addClass<BKQFilter, BKQWithinTimeFilter>(
+        filters, "withinTime", "BKQWithinTimeFilter", "files with a time stamp within a span",
+        makeTime<BKQWithinTimeFilter>, [](Table<BKQWithinTimeFilter>& t) {
+          describeTime(t);
+          t.number("timeUnits", &BKQWithinTimeFilter::setTimeUnits, "length; ulTimeUnits")
+              .shown("7");
+          t.number("timeUnitType", &BKQWithinTimeFilter::setTimeUnitType,
+                   "the server's code of the unit; usTimeUnitType")
+              .upTo(0xFFFF);
+        });
+    return filters;
+  }();
+  return family;
+}
+
+const Family& grooms() {
+  static const Family family = [] {
+    Family grooms{"groom", {}};
+    addClass<BKQGroom, BKQGroom>(
+        grooms, "", "BKQGroom", "how long files are kept; in no record",
+        [](const Value&) { return new BKQGroom; },
+        [](Table<BKQGroom>& t) {
+          t.number("months", &BKQGroom::setMonths, "months to keep");
+          t.number("copies", &BKQGroom::setCopies, "copies to keep");
+          t.number("options", &BKQGroom::setOptions, "option bits, 2 unless given");
+          t.parts<BKQFilter>("filters", filters, &BKQGroom::addFilter, "which files");
+        });
+    return grooms;
+  }();
+  return family;
+}
+
+}  // namespace bkoq::tool

@@ -1,0 +1,56 @@
+#ifndef BKOQ_TOOLS_FLATTENING_H_
+#define BKOQ_TOOLS_FLATTENING_H_
+
+#include <bkoq/bkoq.h>
+#include <bkoq/kit.h>
+
+#include <memory>
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace bkoq::tool {
+
+// A record tree, freed with this.
+class Tree {
+ public:
+  Tree() : Tree(nullptr, BKOQ_LAYOUT_CURRENT) {}
+  Tree(void* root, BkoqLayout layout) : root_(root, Free{layout}) {}
+
+  const void* root() const { return root_.get(); }
+  BkoqLayout layout() const { return root_.get_deleter().layout; }
+
+ private:
+  struct Free {
+    BkoqLayout layout;
+    void operator()(void* root) const { bkoqFree(root, layout, nullptr); }
+  };
+  std::unique_ptr<void, Free> root_;
+};
+
+// What of a job is wanted; what is not set is all.
+struct Selection {
+  std::optional<std::string> node;
+  std::vector<std::string> disks;
+  std::optional<std::string> tape;
+  std::optional<unsigned short> session;
+  std::optional<std::string> overridePath;
+  std::optional<int> unixKind;
+  std::optional<std::string> unixText;
+};
+
+// Names the first option that no conversion of the job's class takes; empty when all fit.
+std::string misfitOf(const BKQJob& job, const Selection& selection);
+
+struct Flattened {
+  bool succeeded;
+  Tree tree;  // also of a failed conversion, as far as it came
+};
+
+// Calls the conversion that the selection asks for. A failing one says why on the standard error
+// stream.
+Flattened flatten(BKQJob& job, const Selection& selection, BkoqLayout layout);
+
+}  // namespace bkoq::tool
+
+#endif  // BKOQ_TOOLS_FLATTENING_H_

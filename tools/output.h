@@ -1,0 +1,41 @@
+#ifndef BKOQ_TOOLS_OUTPUT_H_
+#define BKOQ_TOOLS_OUTPUT_H_
+
+#include <bkoq/kit.h>
+
+#include <string>
+
+namespace bkoq::tool {
+
+// How a command ends.
+enum Status : int {
+  kDone = 0,
+  kDiffers = 1,  // or the conversion failed
+  kFailed = 2    // bad usage, a bad file, output that cannot be written
+};
+
+// Prints "bkoq: " and the message on the standard error stream; gives kFailed.
+Status fail(const std::string& message);
+
+// What the standard output is.
+bool hasColour();      // a terminal, unless NO_COLOR is set
+unsigned int width();  // columns of a terminal; 0 for anything else
+
+void print(const std::string& text);
+
+// What has been printed has been written too; otherwise the reason is on the standard error stream.
+Status finish(Status status);
+
+// Reads a file, or the standard input for "-". False, after a message, when it cannot be read.
+bool readFile(const std::string& path, std::string& content);
+
+// Writes a file that only its owner can read, or the standard output for "-". A file of that name
+// is replaced when all has been written, and only then.
+Status writePrivateFile(const std::string& path, const std::string& content);
+
+// A sink of the kit for a string.
+int stringSink(void* string, const char* text, size_t size);
+
+}  // namespace bkoq::tool
+
+#endif  // BKOQ_TOOLS_OUTPUT_H_

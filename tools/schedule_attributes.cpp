@@ -1,0 +1,217 @@
+#include "tools/attributes.h"
+
+namespace bkoq::tool {
+namespace {
+
+template <class Schedule>
+void describeSchedule(Table<Schedule>& t) {
+  t.time("submitTime", &BKQSchedule::setSubmitTime, "now unless given; lSubmitTime")
+      .shown("\"2004-03-01T20:00:00\"");
+  t.time("execTime", &BKQSchedule::setExecTime, "now unless given; lExecTime")
+      .shown("\"2004-03-01T21:00:00\"");
+  t.text("poolName", &BKQSchedule::setPoolName, "media pool; in no record");
+  t.flag(
+      "runJobNow", [](Schedule& schedule, int flag) { schedule.runJobNow(flag); }, "in no record");
+  t.times(
+      "scheduleWindow", 2,
+      [](Schedule& schedule, const std::vector<unsigned long>& bounds) {
+        schedule.setScheduleWindow(RWCollectableTime(bounds[0]), RWCollectableTime(bounds[1]));
+      },
+      "start and end of the time in which the job may run; in no record");
+}
+
+template <class Schedule>
+void describeRotation(Table<Schedule>& t) {
+  describeSchedule(t);
+  t.template adopted<BKQJobMask>("jobMask", jobMasks, &BKQRotationSchedule::setJobMask,
+                                 "what is run on each day");
+  t.text("setName", &BKQRotationSchedule::setSetName, "media set; pszSetName").shown("\"SET\"");
+  t.text("setPW", &BKQRotationSchedule::setSetPW, "in no record");
+  t.text("schemeName", &BKQRotationSchedule::setSchemeName, "in no record");
+  t.time("preferedMakeupTime", &BKQRotationSchedule::setPreferedMakeupTime, "in no record");
+  t.template numbers<unsigned char>(
+      "preferedMakeupJobTime", 2,
+      [](Schedule& schedule, const std::vector<unsigned char>& time) {
+        schedule.setPreferedMakeupJobTime(time[0], time[1]);
+      },
+      "hour and minute; in no record");
+  t.flag(
+      "doMakeup", [](Schedule& schedule, int flag) { schedule.doMakeup(flag); }, "in no record");
+  t.template parts<BKQExceptionDay>("exceptionDays", exceptionDays,
+                                    &BKQRotationSchedule::addExceptionDay,
+                                    "days that differ; in no record");
+}
+
+template <class Part>
+void addRegular(Family& family) {
+  addClass<Part, BKQRegularSchedule>(
+      family, "regular", "BKQRegularSchedule", "once, or as the server repeats it",
+      [](const Value&) { return new BKQRegularSchedule; }, describeSchedule<BKQRegularSchedule>);
+}
+
+template <class Part>
+void addCustom(Family& family) {
+  addClass<Part, BKQCustomSchedule>(
+      family, "custom", "BKQCustomSchedule", "repeated by four values of the server's",
+      [](const Value&) { return new BKQCustomSchedule; },
+      [](Table<BKQCustomSchedule>& t) {
+        describeSchedule(t);
+        t.numbers<unsigned short>(
+            "repeat", 4,
+            [](BKQCustomSchedule& schedule, const std::vector<unsigned short>& values) {
+              schedule.setRepeat(values[0], values[1], values[2], values[3]);
+            },
+            "the repeat values; usRepeat1 to usRepeat4");
+        t.number("skipWeekDayFlag", &BKQCustomSchedule::setSkipWeekDayFlag, "usSkipWeekDay");
+      });
+}
+
+template <class Part>
+void addRotation(Family& family) {
+  addClass<Part, BKQRotationSchedule>(
+      family, "rotation", "BKQRotationSchedule", "a media rotation, day by day",
+      [](const Value&) { return new BKQRotationSchedule; }, describeRotation<BKQRotationSchedule>);
+}
+
+template <class Part>
+void addCruise(Family& family) {
+  addClass<Part, BKQCruiseSchedule>(
+      family, "cruise", "BKQCruiseSchedule", "a grandfather-father-son rotation",
+      [](const Value&) { return new BKQCruiseSchedule; },
+      [](Table<BKQCruiseSchedule>& t) {
+        describeRotation(t);
+        t.number("saveMonthly", &BKQCruiseSchedule::setSaveMonthly, "copies kept; usSaveMonthly");
+        t.number("saveWeekly", &BKQCruiseSchedule::setSaveWeekly, "copies kept; usSaveWeekly");
+        t.number("saveDaily", &BKQCruiseSchedule::setSaveDaily, "copies kept; usSaveDaily");
+        t.number("months", &BKQCruiseSchedule::setMonths, "usMonths");
+        t.number("copies", &BKQCruiseSchedule::setCopies, "usCopies");
+        t.number("options", &BKQCruiseSchedule::setOptions, "option bits; ulCruiseOptions");
+        t.number("cruiseMethod", &BKQCruiseSchedule::setCruiseMethod,
+                 "the server's code; usCruiseMethod")
+            .upTo(0xFFFF);
+        t.texts(
+            "gfsPoolNames", 3,
+            [](BKQCruiseSchedule& schedule, const std::vector<std::string>& names) {
+              schedule.setGFSPoolNames(names[0].c_str(), names[1].c_str(), names[2].c_str());
+            },
+            "the three media pools; in no record");
+      });
+}
+
+}  // namespace
+
+const Family& schedules() {
+  static const Family family = [] {
+    Family schedules{"schedule", {}};
+    addRegular<BKQRegularSchedule>(schedules);
+    addCustom<BKQRegularSchedule>(schedules);
+    addRotation<BKQRegularSchedule>(schedules);
+    addCruise<BKQRegularSchedule>(schedules);
+    return schedules;
+  }();
+  return family;
+}
+
+const Family& customSchedules() {
+  static const Family family = [] {
+    Family schedules{"custom schedule", {}};
+    addCustom<BKQCustomSchedule>(schedules);
+    return schedules;
+  }();
+  return family;
+}
+
+const Family& rotationSchedules() {
+  static const Family family = [] {
+    Family schedules{"rotation schedule", {}};
+    addRotation<BKQRotationSchedule>(schedules);
+    addCruise<BKQRotationSchedule>(schedules);
+    return schedules;
+  }();
+  return family;
+}
+
+const Family& cruiseSchedules() {
+  static const Family family = [] {
+    Family schedules{"cruise schedule", {}};
+    addCruise<BKQCruiseSchedule>(schedules);
+    return schedules;
+  }();
+  return family;
+}
+
+const Family& spans() {
+  static const Family family = [] {
+    Family spans{"time span", {}};
+    addClass<BKQTime, BKQTime>(
+        spans, "", "BKQTime", "a number with a kind; in no record",
+        [](const Value&) { return new BKQTime; },
+        [](Table<BKQTime>& t) {
+          t.number("value", &BKQTime::setValue, "how many").shown("1");
+          t.number("type", &BKQTime::setType, "the server's code of the kind, 1 unless given");
+        });
+    return spans;
+  }();
+  return family;
+}
+
+const Family& jobUnits() {
+  static const Family family = [] {
+    Family units{"job unit", {}};
+    addClass<BKQJobUnit, BKQJobUnit>(
+        units, "", "BKQJobUnit", "one day of a rotation",
+        [](const Value&) { return new BKQJobUnit; },
+        [](Table<BKQJobUnit>& t) {
+          t.number("jobType", &BKQJobUnit::setJobType,
+                   "the server's code; abJobTypes of the previous layout, first eight units")
+              .upTo(0xFF)
+              .shown("1");
+          t.number("options", &BKQJobUnit::setOptions, "option bits; in no record");
+          t.number("serialNumber", &BKQJobUnit::setSerialNumber, "in no record");
+          t.text("mediaName", &BKQJobUnit::setMediaName, "in no record");
+          t.text("tapeSerialNumber", &BKQJobUnit::setTapeSerialNumber, "in no record");
+          t.time("execTime", &BKQJobUnit::setExecTime, "in no record");
+        });
+    return units;
+  }();
+  return family;
+}
+
+const Family& jobMasks() {
+  static const Family family = [] {
+    Family masks{"job mask", {}};
+    addClass<BKQJobMask, BKQJobMask>(
+        masks, "", "BKQJobMask", "the days of a rotation",
+        [](const Value&) { return new BKQJobMask; },
+        [](Table<BKQJobMask>& t) {
+          t.number("tapeNamePrefix", &BKQJobMask::setTapeNamePrefix,
+                   "the server's code, 1 unless given; in no record");
+          t.number("repeats", &BKQJobMask::setRepeats, "in no record");
+          t.kept<BKQTime>("repeatCycle", spans, &BKQJobMask::setRepeatCycle, "in no record");
+          t.kept<BKQTime>("repeatInterval", spans, &BKQJobMask::setRepeatInterval, "in no record");
+          t.parts<BKQJobUnit>("jobUnits", jobUnits, &BKQJobMask::addJobUnit, "one for each day")
+              .shown("[]");
+        });
+    return masks;
+  }();
+  return family;
+}
+
+const Family& exceptionDays() {
+  static const Family family = [] {
+    Family days{"exception day", {}};
+    addClass<BKQExceptionDay, BKQExceptionDay>(
+        days, "", "BKQExceptionDay", "a day on which a rotation differs; in no record",
+        [](const Value&) { return new BKQExceptionDay; },
+        [](Table<BKQExceptionDay>& t) {
+          t.time("exceptionTime", &BKQExceptionDay::setExceptionTime, "the day, now unless given")
+              .shown("\"2004-12-24\"");
+          t.number("jobType", &BKQExceptionDay::setJobType, "the server's code");
+          t.number("options", &BKQExceptionDay::setOptions, "option bits");
+        });
+    return days;
+  }();
+  return family;
+}
+
+}  // namespace bkoq::tool
