@@ -11,6 +11,7 @@
 #include "tools/attributes.h"
 #include "tools/commands.h"
 #include "tools/description.h"
+#include "tools/problems.h"
 
 namespace bkoq::tool {
 namespace {
@@ -51,6 +52,13 @@ CLI::Validator between(long long least, long long most) {
       "");
 }
 
+// What was probably meant, or where to look.
+std::string hint(const std::string& word, const std::vector<std::string>& words,
+                 const std::string& help) {
+  const std::string* nearest = nearestTo(word, words);
+  return nearest == nullptr ? "; see \"" + help + "\"" : "; did you mean " + *nearest + "?";
+}
+
 class CommandLine {
  public:
   CommandLine() : app_("describes backup jobs, and what they turn into", "bkoq") {
@@ -75,6 +83,8 @@ class CommandLine {
   }
 
   Status run(int count, const char* const* arguments) {
+    const std::string complaint = complaintAbout(count, arguments);
+    if (!complaint.empty()) return fail(complaint);
     try {
       app_.parse(count, arguments);
     } catch (const CLI::Success& success) {  // help or version was asked for
@@ -91,6 +101,33 @@ class CommandLine {
   }
 
  private:
+  // The parser has no good words for a misspelt command or option; empty when there is none.
+  std::string complaintAbout(int count, const char* const* arguments) const {
+    const std::string first = count > 1 ? arguments[1] : "";
+    if (first.empty()) return "a command is missing; see \"bkoq --help\"";
+    if (first[0] == '-') return "";
+    std::vector<std::string> commands;
+    const CLI::App* command = nullptr;
+    for (const CLI::App* each : app_.get_subcommands([](const CLI::App*) { return true; })) {
+      commands.push_back(each->get_name());
+      if (each->get_name() == first) command = each;
+    }
+    if (command == nullptr) {
+      return "there is no command \"" + first + "\"" + hint(first, commands, "bkoq --help");
+    }
+    std::vector<std::string> options;
+    for (const CLI::Option* option : command->get_options()) {
+      for (const std::string& name : option->get_lnames()) options.push_back("--" + name);
+    }
+    for (int i = 2; i < count && std::string("--") != arguments[i]; ++i) {
+      const std::string given = arguments[i];
+      const std::string name = given.substr(0, given.find('='));
+      if (name.compare(0, 2, "--") != 0 || command->get_option_no_throw(name) != nullptr) continue;
+      return first + " has no option " + name + hint(name, options, "bkoq " + first + " --help");
+    }
+    return "";
+  }
+
   CLI::App& add(const char* name, const char* description, const char* footer,
                 std::function<Status()> command) {
     CLI::App* sub = app_.add_subcommand(name, description);
@@ -102,10 +139,7 @@ class CommandLine {
   }
 
   CLI::Option* file(CLI::App& sub, const char* what, const char* meaning) {
-    return sub.add_option("file", request_.files, meaning)
-        ->type_name(what)
-        ->required()
-        ->expected(1);
+    return sub.add_option(what, request_.files, meaning)->required()->expected(1);
   }
   void json(CLI::App& sub) { sub.add_flag("--json", request_.json, "print JSON, for programs"); }
   void secrets(CLI::App& sub) {
@@ -141,7 +175,7 @@ class CommandLine {
                         "  bkoq flatten examples/restore.json --tape NIGHT-01 --session 17\n"
                         "  bkoq flatten examples/nightly-backup.json -o nightly.image",
                         [this] { return flattenCommand(request_); });
-    file(sub, "JOB-FILE", "the job");
+    file(sub, "JOB", "the job file");
     layout(sub, true, "which layout: both when printing, current for an image unless given");
     Selection& selection = request_.selection;
     text(sub, "--node", selection.node, "NAME", "backups: only the source nodes of that name");
@@ -172,7 +206,7 @@ class CommandLine {
                         "'pSourceNodes[0].pszNodeName'\n"
                         "  bkoq show examples/nightly-backup.json --at '#2+16'",
                         [this] { return showCommand(request_); });
-    file(sub, "JOB-FILE or IMAGE", "the job or the image");
+    file(sub, "FILE", "a job file or an image");
     layout(sub, true, "the layout that a job is flattened in; current unless given");
     auto* annotate = sub.add_flag("--annotate", request_.annotate,
                                   "print every byte of every block, with what it means");
@@ -186,7 +220,7 @@ class CommandLine {
         ->type_name("N")
         ->check(between(1, 100));
     sub.add_option("--width", request_.width,
-                   "cut lines to so many columns; the terminal's unless given")
+                   "fold texts at so many columns; at those of the terminal unless given")
         ->type_name("N")
         ->check(between(40, 10000));
     field->excludes(at)->excludes(only)->excludes(annotate);
@@ -201,8 +235,7 @@ class CommandLine {
                         "  bkoq diff examples/verify.json examples/compare.json\n"
                         "  bkoq diff nightly.image examples/nightly-backup.json --json",
                         [this] { return diffCommand(request_); });
-    file(sub, "JOB-FILE or IMAGE", "the two jobs or images; one job with --layouts")
-        ->expected(1, 2);
+    file(sub, "FILE", "two job files or images; one job file with --layouts")->expected(1, 2);
     auto* layouts =
         sub.add_flag("--layouts", request_.layouts, "compare the two layouts of one job");
     layout(sub, false,
@@ -218,7 +251,7 @@ class CommandLine {
                         "  bkoq check examples/nightly-backup.json\n"
                         "  bkoq check my-job.json --json",
                         [this] { return checkCommand(request_); });
-    file(sub, "JOB-FILE", "the job");
+    file(sub, "JOB", "the job file");
     json(sub);
   }
 
@@ -228,7 +261,7 @@ class CommandLine {
                         "  bkoq layout BKDTAPE_OLD --previous\n"
                         "  bkoq layout --compare",
                         [this] { return layoutCommand(request_); });
-    sub.add_option("record", request_.record, "the record; all unless given")->type_name("RECORD");
+    sub.add_option("RECORD", request_.record, "its name; all records unless given");
     auto* previous = sub.add_flag("--previous", request_.previous, "those of the previous layout");
     sub.add_flag("--compare", request_.compare, "only what differs between the layouts")
         ->excludes(previous);
@@ -246,8 +279,12 @@ class CommandLine {
                         "  bkoq new rotationBackup > my-job.json",
                         [this] { return newCommand(request_); });
     std::string kinds;
-    for (const ObjectClass& each : jobs().classes) kinds += (kinds.empty() ? "" : "|") + each.kind;
-    sub.add_option("kind", request_.kind, "the kind of job")->type_name(kinds)->required();
+    std::string list;
+    for (const ObjectClass& each : jobs().classes) {
+      kinds += (kinds.empty() ? "" : "|") + each.kind;
+      list += (list.empty() ? "" : ", ") + each.kind;
+    }
+    sub.add_option("KIND", request_.kind, list)->type_name(kinds)->required();
   }
 
   // For packagers: made from this same description.
@@ -260,7 +297,7 @@ class CommandLine {
               print(shell_ == "zsh" ? zshCompletion(app_) : bashCompletion(app_));
               return kDone;
             });
-    completion.add_option("shell", shell_, "the shell")
+    completion.add_option("SHELL", shell_, "bash or zsh")
         ->type_name("bash|zsh")
         ->required()
         ->check(oneOf({"bash", "zsh"}));

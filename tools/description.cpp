@@ -33,7 +33,7 @@ std::string optionTerm(const CLI::Option& option) {
   return namesOf(option) + (takesValue(option) ? " " + option.get_type_name() : "");
 }
 
-std::string positionalTerm(const CLI::Option& option) { return option.get_type_name(); }
+std::string positionalTerm(const CLI::Option& option) { return option.get_name(true); }
 
 std::string usageOf(const CLI::App& app) {
   std::string usage = app.get_parent() != nullptr
@@ -48,19 +48,31 @@ std::string usageOf(const CLI::App& app) {
   return usage + " [OPTIONS]";
 }
 
-std::string row(const std::string& term, const std::string& meaning) {
-  constexpr std::size_t kTermWidth = 28;
-  std::string line = "  " + term;
-  line += line.size() + 2 > kTermWidth ? "\n" + std::string(kTermWidth, ' ')
-                                       : std::string(kTermWidth - line.size(), ' ');
-  return line + meaning + "\n";
-}
-
 std::vector<std::string> split(const std::string& text, char separator) {
   std::vector<std::string> parts;
   std::istringstream stream(text);
   for (std::string part; std::getline(stream, part, separator);) parts.push_back(part);
   return parts;
+}
+
+// A term and what it means, folded at 80 columns.
+std::string row(const std::string& term, const std::string& meaning) {
+  constexpr std::size_t kTermWidth = 26;
+  constexpr std::size_t kWidth = 80;
+  std::string text = "  " + term;
+  text += text.size() + 2 > kTermWidth ? "\n" + std::string(kTermWidth, ' ')
+                                       : std::string(kTermWidth - text.size(), ' ');
+  std::size_t column = kTermWidth;
+  for (const std::string& word : split(meaning, ' ')) {
+    if (column > kTermWidth && column + 1 + word.size() > kWidth) {
+      text += "\n" + std::string(kTermWidth, ' ');
+      column = kTermWidth;
+    }
+    if (column > kTermWidth) text += ' ';
+    text += word;
+    column += word.size() + 1;
+  }
+  return text + "\n";
 }
 
 // "current|previous" lists words; anything else names what the value is.
@@ -69,10 +81,7 @@ std::vector<std::string> wordsOf(const CLI::Option& option) {
   return type.find('|') == std::string::npos ? std::vector<std::string>() : split(type, '|');
 }
 
-bool takesFile(const CLI::Option& option) {
-  const std::string type = option.get_type_name();
-  return type.find("FILE") != std::string::npos || type.find("IMAGE") != std::string::npos;
-}
+bool takesFile(const CLI::Option& option) { return option.get_type_name() == "IMAGE"; }
 
 std::string joined(const std::vector<std::string>& words, const char* separator) {
   std::string text;
@@ -200,7 +209,7 @@ std::string bashCompletion(const CLI::App& app) {
       } else if (takesFile(*option)) {
         values += "COMPREPLY=($(compgen -f -- \"$word\"))";
       }
-      values += "; return ;;\n";
+      values += (words.empty() && !takesFile(*option) ? "" : "; ") + std::string("return ;;\n");
     }
     std::string arguments;
     for (const CLI::Option* option : optionsOf(*command, true)) {

@@ -10,20 +10,28 @@ namespace {
 
 char lower(char c) { return static_cast<char>(std::tolower(static_cast<unsigned char>(c))); }
 
-// Insertions, deletions and replacements that lead from one to the other; case counts for nothing.
+// Insertions, deletions, replacements and swaps of neighbours that lead from one to the other; case
+// counts for nothing.
 std::size_t distance(const std::string& from, const std::string& to) {
-  std::vector<std::size_t> row(to.size() + 1);
-  for (std::size_t i = 0; i <= to.size(); ++i) row[i] = i;
+  const std::size_t width = to.size() + 1;
+  std::vector<std::size_t> steps((from.size() + 1) * width);
+  const auto at = [&](std::size_t i, std::size_t j) -> std::size_t& {
+    return steps[i * width + j];
+  };
+  for (std::size_t j = 0; j < width; ++j) at(0, j) = j;
   for (std::size_t i = 1; i <= from.size(); ++i) {
-    std::size_t diagonal = row[0];
-    row[0] = i;
-    for (std::size_t j = 1; j <= to.size(); ++j) {
-      const std::size_t replaced = diagonal + (lower(from[i - 1]) == lower(to[j - 1]) ? 0 : 1);
-      diagonal = row[j];
-      row[j] = std::min({row[j] + 1, row[j - 1] + 1, replaced});
+    at(i, 0) = i;
+    for (std::size_t j = 1; j < width; ++j) {
+      const bool isSame = lower(from[i - 1]) == lower(to[j - 1]);
+      at(i, j) =
+          std::min({at(i - 1, j) + 1, at(i, j - 1) + 1, at(i - 1, j - 1) + (isSame ? 0 : 1)});
+      if (i > 1 && j > 1 && lower(from[i - 1]) == lower(to[j - 2]) &&
+          lower(from[i - 2]) == lower(to[j - 1])) {
+        at(i, j) = std::min(at(i, j), at(i - 2, j - 2) + 1);
+      }
     }
   }
-  return row[to.size()];
+  return steps.back();
 }
 
 }  // namespace
