@@ -21,5 +21,8 @@ if(IS_ABSOLUTE "${CMAKE_INSTALL_LIBDIR}" OR IS_ABSOLUTE "${CMAKE_INSTALL_INCLUDE
 endif()
 file(RELATIVE_PATH pc_prefix "/${CMAKE_INSTALL_LIBDIR}/pkgconfig" "/")
 string(REGEX REPLACE "/$" "" pc_prefix "${pc_prefix}")
-configure_file(cmake/bkoq.pc.in bkoq.pc @ONLY)
-install(FILES ${PROJECT_BINARY_DIR}/bkoq.pc DESTINATION ${CMAKE_INSTALL_LIBDIR}/pkgconfig)
+foreach(library bkoq bkoqkit)
+  configure_file(cmake/${library}.pc.in ${library}.pc @ONLY)
+  install(FILES ${PROJECT_BINARY_DIR}/${library}.pc
+          DESTINATION ${CMAKE_INSTALL_LIBDIR}/pkgconfig)
+endforeach()

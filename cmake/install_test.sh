@@ -51,6 +51,18 @@ export PKG_CONFIG_PATH
 quietly "$cxx" $flags -std=c++11 "$here/client.cpp" $(pkg-config --cflags --libs bkoq) -o client
 quietly ./client
 
+say "a C program with the kit alone"
+quietly "$cc" $flags -std=c11 "$here/kit_client.c" $(pkg-config --cflags --libs bkoqkit) -o kit_client
+quietly ./kit_client
+
+if [ -e "$work/prefix/bin/bkoq" ]; then
+  say "the command, its manual page and its completions"
+  quietly "$work/prefix/bin/bkoq" new backup
+  grep -q '^.TH BKOQ 1' "$work/prefix/share/man/man1/bkoq.1" || fail "no manual page"
+  grep -q '^complete ' "$work/prefix/share/bash-completion/completions/bkoq" || fail "no completion"
+  grep -q '^#compdef bkoq' "$work/prefix/share/zsh/site-functions/_bkoq" || fail "no completion"
+fi
+
 say "a client is built through find_package() and runs"
 quietly "$cmake" -S "$here" -B cmake-client -G "$generator" -DCMAKE_CXX_COMPILER="$cxx" \
   -DCMAKE_CXX_FLAGS="$flags" -DCMAKE_PREFIX_PATH="$work/prefix"

@@ -188,7 +188,7 @@ class ImageReader {
       fail(BKOQ_IMAGE_PADDING, i, words("zero between two blocks"), words("0x%02x", image_[i]));
       return nullptr;
     }
-    void* block = std::malloc(size > 0 ? size : 1);
+    void* block = std::malloc(size);
     if (block == nullptr) {
       status_ = BKOQ_NO_MEMORY;
       return nullptr;

@@ -47,6 +47,15 @@ def on_terminal(command, columns, **arguments):
     return process.wait(), output.replace(b"\r\n", b"\n"), errors
 
 
+def has_terminals():
+    try:
+        for end in pty.openpty():
+            os.close(end)
+    except OSError:
+        return False
+    return True
+
+
 def run(command, columns, folder, environment):
     arguments = {"cwd": folder, "env": environment, "stdin": subprocess.DEVNULL}
     command = "set -o pipefail; " + command
@@ -82,6 +91,8 @@ def replay(path, folder, environment):
                 file.writelines(text + "\n" for text in old[position:end])
             new += old[position:end + 1]
             position = end + 1
+        elif prompt and prompt[1] and not has_terminals():
+            print(f"not run, since this system has no terminals to give: {line}")
         elif prompt:
             new += run(prompt[2], prompt[1], folder, environment)
             while position < len(old) and not PROMPT.match(old[position]) \
