@@ -69,12 +69,13 @@ function(bkoq_add_tests)
   if(BKOQ_SANITIZE OR BKOQ_COVERAGE)
     return()
   endif()
-  add_test(NAME bkrw.exports COMMAND ${PROJECT_SOURCE_DIR}/cmake/exports_test.sh
-           $<TARGET_FILE:bkrw> "RW|operator\\+\\((RWCString|char const)")
+  foreach(library bkrw bkoq bkoqkit)
+    if(TARGET ${library})
+      add_test(NAME ${library}.exports COMMAND ${PROJECT_SOURCE_DIR}/cmake/exports_test.sh
+               $<TARGET_FILE:${library}> ${PROJECT_SOURCE_DIR}/cmake/exports/${library}.txt)
+    endif()
+  endforeach()
   if(TARGET bkoq)
-    add_test(NAME bkoq.exports COMMAND ${PROJECT_SOURCE_DIR}/cmake/exports_test.sh
-             $<TARGET_FILE:bkoq>
-             "BKQ|(BK6|DISK|NODE|CURRENT|UNIX)_[A-Z_]+$|BKConvert(To|From)BKTime$")
     set(flags)
     if(CMAKE_CXX_FLAGS MATCHES "-m32")
       set(flags -m32)

@@ -1,6 +1,7 @@
 #include "tools/attributes.h"
 
 #include <algorithm>
+#include <set>
 
 namespace bkoq::tool {
 namespace {
@@ -72,11 +73,9 @@ void* readObject(Reader& reader, const Family& family, const Value& value) {
   const ObjectClass* own = classOf(reader, family, value);
   if (own == nullptr) return nullptr;
 
-  for (std::size_t i = 0; i < value.members.size(); ++i) {
-    const Member& member = value.members[i];
-    const auto isSame = [&](const Member& other) { return other.key == member.key; };
-    const auto begin = value.members.begin();
-    if (std::any_of(begin, begin + static_cast<std::ptrdiff_t>(i), isSame)) {
+  std::set<std::string> seen;
+  for (const Member& member : value.members) {
+    if (!seen.insert(member.key).second) {
       reader.problem(member.place, quoted(member.key) + " is given twice");
     } else if (own->find(member.key) == nullptr && (own->kind.empty() || member.key != "kind")) {
       reportUnknown(reader, family, *own, member);
