@@ -24,7 +24,7 @@ if [ -n "$update" ]; then
   exit
 fi
 
-gone=$(comm -23 <(grep -v '^?' "$list") "$exported" | c++filt)
+gone=$(comm -23 <(grep -v '^?' "$list" | sort) "$exported" | c++filt)
 new=$(comm -13 <(sed 's/^? //' "$list" | sort) "$exported" | c++filt)
 [ -z "$gone$new" ] && exit
 {
