@@ -210,9 +210,10 @@ std::vector<FieldPair> differingFields(const RecordDef& current, const RecordDef
   const FieldDef* a = current.begin();
   const FieldDef* b = previous.begin();
   while (a != current.end() || b != previous.end()) {
-    // NOLINTNEXTLINE(clang-analyzer-core.NullDereference): no record is without fields
+    // NOLINTBEGIN(clang-analyzer-core.NullDereference): no record is without fields
     const std::uint32_t atA = a != current.end() ? a->offset : current.size;
     const std::uint32_t atB = b != previous.end() ? b->offset : previous.size;
+    // NOLINTEND(clang-analyzer-core.NullDereference)
     const FieldDef* inCurrent = atA <= atB ? a++ : nullptr;
     const FieldDef* inPrevious = atB <= atA ? b++ : nullptr;
     const bool isInBoth = inCurrent != nullptr && inPrevious != nullptr;

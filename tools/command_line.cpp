@@ -54,9 +54,10 @@ CLI::Validator between(long long least, long long most) {
 
 // What was probably meant, or where to look.
 std::string hint(const std::string& word, const std::vector<std::string>& words,
-                 const std::string& help) {
+                 const std::string& command) {
   const std::string* nearest = nearestTo(word, words);
-  return nearest == nullptr ? "; see \"" + help + "\"" : "; did you mean " + *nearest + "?";
+  return nearest == nullptr ? "; see \"" + command + " --help\""
+                            : "; did you mean " + *nearest + "?";
 }
 
 class CommandLine {
@@ -113,7 +114,7 @@ class CommandLine {
       if (each->get_name() == first) command = each;
     }
     if (command == nullptr) {
-      return "there is no command \"" + first + "\"" + hint(first, commands, "bkoq --help");
+      return "there is no command \"" + first + "\"" + hint(first, commands, "bkoq");
     }
     std::vector<std::string> options;
     for (const CLI::Option* option : command->get_options()) {
@@ -123,7 +124,8 @@ class CommandLine {
       const std::string given = arguments[i];
       const std::string name = given.substr(0, given.find('='));
       if (name.compare(0, 2, "--") != 0 || command->get_option_no_throw(name) != nullptr) continue;
-      return first + " has no option " + name + hint(name, options, "bkoq " + first + " --help");
+      return first + " has no option " + name +
+             hint(name, options, std::string("bkoq ").append(first));
     }
     return "";
   }

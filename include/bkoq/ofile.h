@@ -8,8 +8,8 @@
 /// not virtual: do not derive from this class what has to be destroyed through it.
 class BKOQ_API BKQOpenFileInfo {
  public:
-  BKQOpenFileInfo();  ///< actions 1, methods 0, 5 retries at interval 5
-  ~BKQOpenFileInfo();
+  BKQOpenFileInfo();   ///< actions 1, methods 0, 5 retries at interval 5
+  ~BKQOpenFileInfo();  // NOLINT(performance-trivially-destructible): it is exported
 
   /// A new object with the same values, owned by the caller; null when memory runs out.
   virtual BKQOpenFileInfo* clone();
