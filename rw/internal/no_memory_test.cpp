@@ -36,13 +36,16 @@ void* __wrap_realloc(void* block, size_t size) {
 }
 }
 
-void* operator new(size_t size, const std::nothrow_t&) noexcept { return malloc(size); }
-void* operator new(size_t size) {
+// Not inline, or the compiler sees malloc() and free() through them and warns about mixing.
+[[gnu::noinline]] void* operator new(size_t size, const std::nothrow_t&) noexcept {
+  return malloc(size);
+}
+[[gnu::noinline]] void* operator new(size_t size) {
   if (void* block = __real_malloc(size)) return block;
   throw std::bad_alloc();
 }
-void operator delete(void* block) noexcept { free(block); }
-void operator delete(void* block, size_t) noexcept { free(block); }
+[[gnu::noinline]] void operator delete(void* block) noexcept { free(block); }
+[[gnu::noinline]] void operator delete(void* block, size_t) noexcept { free(block); }
 
 namespace {
 
