@@ -30,10 +30,7 @@ class SortedAddresses {
       return bsearch(&address, addresses_, list_.entries(), sizeof(RWCollectable*),
                      compareAddresses) != nullptr;
     }
-    for (unsigned int i = 0; i < list_.entries(); ++i) {
-      if (list_.at(i) == address) return true;
-    }
-    return false;
+    return holds(list_, address);
   }
 
  private:
@@ -41,25 +38,34 @@ class SortedAddresses {
   RWCollectable** addresses_;  // null when memory ran out
 };
 
-void destroyUnlessHeld(const RWSlistCollectables& list, const RWSlistCollectables& kept) {
+void destroyUnlessHeld(const RWSlistCollectables& list, const RWSlistCollectables& kept,
+                       const RWCollectable* alsoKept) {
   if (list.isEmpty()) return;
   const SortedAddresses held(kept);
   RWSlistCollectables doomed;
   for (unsigned int i = 0; i < list.entries(); ++i) {
-    if (!held.contains(list.at(i))) doomed.insert(list.at(i));
+    if (list.at(i) != alsoKept && !held.contains(list.at(i))) doomed.insert(list.at(i));
   }
   doomed.clearAndDestroy();
 }
 
 }  // namespace
 
+bool holds(const RWSlistCollectables& list, const RWCollectable* object) {
+  for (unsigned int i = 0; i < list.entries(); ++i) {
+    if (list.at(i) == object) return true;
+  }
+  return false;
+}
+
 void replaceDoubled(RWSlistCollectables& list, const RWSlistCollectables& source,
-                    const RWSlistCollectables& clones) {
-  const RWSlistCollectables former(list);
+                    const RWSlistCollectables& clones, const RWCollectable* alsoKept) {
+  RWSlistCollectables former;
+  former = list;
   list.clear();  // without memory for the new elements it must not hold the deleted ones
   list = source;
   for (unsigned int i = 0; i < clones.entries(); ++i) addClone(list, clones.at(i));
-  destroyUnlessHeld(former, source);
+  destroyUnlessHeld(former, source, alsoKept);
 }
 
 }  // namespace bkoq

@@ -26,10 +26,13 @@ void appendClones(RWSlistCollectables& list, const RWSlistCollectables& source) 
   }
 }
 
+// Whether the list holds this very object, whatever its class calls equal.
+bool holds(const RWSlistCollectables& list, const RWCollectable* object);
+
 // Makes `list` hold the elements of `source`, then `clones`. Of its former elements those that
-// `source` does not hold are deleted, each once.
+// `source` does not hold are deleted, each once, but for `alsoKept`.
 void replaceDoubled(RWSlistCollectables& list, const RWSlistCollectables& source,
-                    const RWSlistCollectables& clones);
+                    const RWSlistCollectables& clones, const RWCollectable* alsoKept);
 
 // The copy of a list that is to hold the elements of `source`, then a clone of each. It takes the
 // clones when it is made, so that an object with several lists can take all of its clones before
@@ -43,7 +46,9 @@ class DoubledCopy {
   DoubledCopy(const DoubledCopy&) = delete;
   DoubledCopy& operator=(const DoubledCopy&) = delete;
 
-  void replace(RWSlistCollectables& list) const { replaceDoubled(list, source_, clones_); }
+  void replace(RWSlistCollectables& list, const RWCollectable* alsoKept = nullptr) const {
+    replaceDoubled(list, source_, clones_, alsoKept);
+  }
 
  private:
   const RWSlistCollectables& source_;

@@ -381,9 +381,14 @@ void BKQBackupJob::mycopy(BKQBackupJob* source) {
   const bkoq::DoubledCopy<BKQNode> nodes(source->sourceNodes_);
   const bkoq::DoubledCopy<BKQFilter> filters(source->filters_);
   BKQJob::mycopy(source);
+  // A tape node may be the destination of one job and among the source nodes of the other, or both
+  // in this one, where it then goes with the source nodes.
+  if (bkoq::holds(source->sourceNodes_, destination_) || bkoq::holds(sourceNodes_, destination_)) {
+    destination_ = nullptr;
+  }
   replaceAttached(destination_, source->destination_, destination);
   replaceAttached(openFileInfo_, source->openFileInfo_, openFileInfo);
-  nodes.replace(sourceNodes_);
+  nodes.replace(sourceNodes_, source->destination_);
   filters.replace(filters_);
 
   sourceNodeCursor_ = source->sourceNodeCursor_;

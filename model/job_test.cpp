@@ -11,6 +11,7 @@
 #include "testing/attributes.h"
 #include "testing/counted.h"
 #include "testing/failing_new.h"
+#include "testing/heap.h"
 #include "testing/parts.h"
 #include "testing/private_member.h"
 
@@ -88,6 +89,39 @@ TYPED_TEST(AnyJobTest, Attributes) {
   this->expectText(&BKQJob::getPoolName, &BKQJob::setPoolName);
 }
 
+TYPED_TEST(AnyJobTest, IsNamedByItsConstructor) {
+  if constexpr (std::is_default_constructible<TypeParam>::value) {
+    EXPECT_STREQ(TypeParam().getJobName(), "testjob");
+  }
+  if constexpr (std::is_constructible<TypeParam, const char*>::value) {
+    char name[] = "nightly";
+    const TypeParam job(name);
+    name[0] = 'X';
+    EXPECT_STREQ(job.getJobName(), "nightly");
+    EXPECT_STREQ(TypeParam(static_cast<const char*>(nullptr)).getJobName(), "");
+  }
+}
+
+// Which constructors the classes have.
+template <class Job, bool isDefault, bool isNamed>
+constexpr bool kIsConstructible =
+    std::is_default_constructible<Job>::value ==
+    isDefault&& std::is_constructible<Job, const char*>::value == isNamed;
+static_assert(kIsConstructible<BKQJob, true, true>, "");
+static_assert(kIsConstructible<BKQBackupJob, true, true>, "");
+static_assert(kIsConstructible<BKQCruiseBackupJob, true, true>, "");
+static_assert(kIsConstructible<BKQRotationBackupJob, true, true>, "");
+static_assert(kIsConstructible<BKQCruiseMakeupJob, true, true>, "");
+static_assert(kIsConstructible<BKQRotationMakeupJob, true, true>, "");
+static_assert(kIsConstructible<BKQCustomBackupJob, true, true>, "");
+static_assert(kIsConstructible<BKQDatabaseBackupJob, false, true>, "");
+static_assert(kIsConstructible<BKQRestoreJob, false, true>, "");
+static_assert(kIsConstructible<BKQDatabaseRestoreJob, false, true>, "");
+static_assert(kIsConstructible<BKQVerifyJob, false, true>, "");
+static_assert(kIsConstructible<BKQCompareJob, false, true>, "");
+static_assert(kIsConstructible<BKQMergeJob, true, false>, "");
+static_assert(kIsConstructible<BKQScanJob, true, false>, "");
+
 TYPED_TEST(AnyJobTest, CopyHasWhatIsNoPlainAttribute) {
   TypeParam& job = *this->job;
   EXPECT_STREQ(job.getJobVersion(), "");
@@ -157,6 +191,56 @@ TYPED_TEST(AnyJobTest, CopyHasClonesOfTheAttachments) {
   EXPECT_EQ(job.getEMailInfo(), email);
   EXPECT_EQ(job.getPrintQueue(), &queue);
   EXPECT_EQ(job.BKQJob::getSchedule(), schedule);
+}
+
+// An attachment that notes in a log that it is cloned. Without a virtual destructor, some of them
+// must not be left to a job.
+template <class Attachment>
+class LoggedClone : public Attachment {
+ public:
+  LoggedClone(std::string& log, const char* entry) : log_(log), entry_(entry) {}
+  Attachment* clone() override {
+    log_ += entry_;
+    return Attachment::clone();
+  }
+
+ private:
+  std::string& log_;
+  const char* entry_;
+};
+
+TYPED_TEST(AnyJobTest, AttachmentsAreClonedInOrder) {
+  TypeParam& job = *this->job;
+  LoggedClone<BKQFax> fax(this->log, "fax ");
+  LoggedClone<BKQPrintQueue> queue(this->log, "queue ");
+  job.BKQJob::setSchedule(*new LoggedClone<BKQRegularSchedule>(this->log, "schedule"));
+  job.setPrintQueue(queue);
+  job.setEMailInfo(*new LoggedClone<BKQInternetEMail>(this->log, "mail "));
+  job.setFaxInfo(fax);
+  const std::unique_ptr<TypeParam> copy = newObject<TypeParam>();
+  copy->mycopy(&job);
+  EXPECT_EQ(this->log, "fax mail queue schedule");
+  job.setFaxInfo(*new BKQFax);
+  const std::unique_ptr<BKQPrintQueue> copiedQueue(copy->getPrintQueue());
+}
+
+TYPED_TEST(AnyJobTest, CopyDeletesTheFormerFaxAndPrintQueue) {
+  for (const bool sourceHasThem : {true, false}) {
+    const std::unique_ptr<TypeParam> source = newObject<TypeParam>();
+    BKQPrintQueue queue;
+    if (sourceHasThem) {
+      source->getFaxInfo();
+      source->setPrintQueue(queue);
+    }
+    const std::unique_ptr<TypeParam> copy = newObject<TypeParam>();
+    const BlockWatch fax(copy->getFaxInfo());
+    copy->setPrintQueue(*new BKQPrintQueue);
+    const BlockWatch printQueue(copy->getPrintQueue());
+    copy->mycopy(source.get());
+    EXPECT_TRUE(fax.isFreed());
+    EXPECT_TRUE(printQueue.isFreed());
+    const std::unique_ptr<BKQPrintQueue> copiedQueue(copy->getPrintQueue());
+  }
 }
 
 TYPED_TEST(AnyJobTest, CopyLeavesAloneWhatTheSourceHoldsToo) {
@@ -274,12 +358,52 @@ TEST(Job, ListsFindJobsByIDAndNodesByAddress) {
   jobs.insert(&first);
   jobs.insert(&second);
   EXPECT_EQ(jobs.find(&wanted), &second);
+  EXPECT_EQ(jobs.contains(&wanted), 1);
+  wanted.setJobID(6);
+  EXPECT_EQ(jobs.contains(&wanted), 0);
   BKQMacNode node("n");
   BKQMacNode sameName("n");
   BKQNodeCol nodes;
   nodes.insert(&node);
   EXPECT_EQ(nodes.find(&sameName), nullptr);
   EXPECT_EQ(nodes.find(&node), &node);
+  EXPECT_EQ(nodes.contains(&sameName), 0);
+  EXPECT_EQ(nodes.contains(&node), 1);
+}
+
+TEST(Job, ListsDeleteJobsByIDAndNodesByAddress) {
+  int destroyed = 0;
+  auto* first = new Counted<BKQJob>(destroyed);
+  RWSlistCollectables jobs;
+  jobs.insert(first);
+  BKQScanJob wanted;
+  wanted.setJobID(5);
+  for (int i = 0; i < 2; ++i) {
+    auto* job = new Counted<BKQMergeJob>(destroyed);
+    job->setJobID(5);
+    jobs.insert(job);
+  }
+  RWCollectable* second = jobs.at(2);
+  jobs.removeAndDestroy(&wanted);
+  EXPECT_EQ(destroyed, 1);
+  ASSERT_EQ(jobs.entries(), 2u);
+  EXPECT_EQ(jobs.at(0), first);
+  EXPECT_EQ(jobs.at(1), second);
+  wanted.setJobID(6);
+  jobs.removeAndDestroy(&wanted);
+  EXPECT_EQ(destroyed, 1);
+  jobs.clearAndDestroy();
+
+  destroyed = 0;
+  auto* node = new Counted<BKQMacNode>(destroyed, "n");
+  BKQMacNode sameName("n");
+  BKQNodeCol nodes;
+  nodes.insert(node);
+  nodes.removeAndDestroy(&sameName);
+  EXPECT_EQ(destroyed, 0);
+  nodes.removeAndDestroy(node);
+  EXPECT_EQ(destroyed, 1);
+  EXPECT_TRUE(nodes.isEmpty());
 }
 
 TEST(Job, OnlyTheFaxIsMadeOnDemand) {
@@ -311,12 +435,33 @@ TEST(Job, DestructorDeletesWhatItAdoptedButThePrintQueue) {
   EXPECT_EQ(destroyed, 2);
 }
 
+// Attaches an object of the test's, then another in its place, which is handed over.
+template <class Object, class Job, class Argument>
+void expectAbandoned(Job& job, void (Job::*set)(Argument&), Object* (Job::*get)()) {
+  const std::unique_ptr<Object> former(new Object);
+  const BlockWatch watch(former.get());
+  (job.*set)(*former);
+  auto* object = new Object;
+  (job.*set)(*object);
+  EXPECT_EQ((job.*get)(), object);
+  EXPECT_FALSE(watch.isFreed());
+}
+
 TEST(Job, SettersAbandonWhatTheyReplace) {
   int destroyed = 0;
-  Counted<BKQRegularSchedule> first(destroyed);
-  BKQJob job;
-  job.setSchedule(first);
-  job.setSchedule(*new BKQRegularSchedule);
+  Counted<BKQRegularSchedule> schedule(destroyed);
+  Counted<BKQInternetEMail> email(destroyed);
+  {
+    BKQJob job;
+    job.setSchedule(schedule);
+    job.setSchedule(*new BKQRegularSchedule);
+    job.setEMailInfo(email);
+    job.setEMailInfo(*new BKQMHSEMail);
+    EXPECT_EQ(job.getEMailInfo()->emailType(), 1u);
+    expectAbandoned<BKQFax>(job, &BKQJob::setFaxInfo, &BKQJob::getFaxInfo);
+    expectAbandoned<BKQPrintQueue>(job, &BKQJob::setPrintQueue, &BKQJob::getPrintQueue);
+    const std::unique_ptr<BKQPrintQueue> queue(job.getPrintQueue());
+  }
   EXPECT_EQ(destroyed, 0);
 }
 
@@ -359,10 +504,6 @@ TEST(Job, KindsAndTheirClones) {
   expectKind(rotationMakeup, 21);
   BKQVerifyJob verify("n");
   expectKind(verify, 29);
-  EXPECT_STREQ(BKQCruiseBackupJob().getJobName(), "testjob");
-  EXPECT_FALSE(std::is_default_constructible<BKQDatabaseBackupJob>::value);
-  EXPECT_FALSE(std::is_copy_constructible<BKQJob>::value);
-  EXPECT_FALSE(std::is_copy_assignable<BKQBackupJob>::value);
 }
 
 template <class Job, class Own, class Other>
@@ -441,6 +582,19 @@ TEST(BackupJob, OpenFileInfoIsMadeOnDemand) {
   EXPECT_EQ(job.getOpenFileInfo(), info.get());
 }
 
+TEST(BackupJob, SettersAbandonWhatTheyReplace) {
+  int destroyed = 0;
+  Counted<BKQTapeNode> former(destroyed, "former");
+  BKQBackupJob job;
+  job.setDestination(former);
+  job.setDestination(*new BKQTapeNode("tapes"));
+  EXPECT_STREQ(job.getDestination()->getNodeName(), "tapes");
+  EXPECT_EQ(destroyed, 0);
+  expectAbandoned<BKQOpenFileInfo>(job, &BKQBackupJob::setOpenFileInfo,
+                                   &BKQBackupJob::getOpenFileInfo);
+  const std::unique_ptr<BKQOpenFileInfo> info(job.getOpenFileInfo());
+}
+
 TEST(BackupJob, RemovesAndDeletesTheFirstNodeOfTheName) {
   int destroyed = 0;
   auto* first = new Counted<BKQMacNode>(destroyed, "A");
@@ -460,6 +614,47 @@ TEST(BackupJob, RemovesAndDeletesTheFirstNodeOfTheName) {
   job.clearSourceNodes();
   EXPECT_EQ(destroyed, 3);
   EXPECT_EQ(job.sourceNodeEntries(), 0u);
+}
+
+// What a page of source nodes from the cursor on holds, by name.
+std::string namesOfTheRest(BKQBackupJob& job) {
+  BKQNodeCol* nodes = nullptr;
+  job.enumSourceNodes(nodes, 9);
+  std::string names;
+  for (unsigned int i = 0; i < nodes->entries(); ++i) {
+    names += static_cast<BKQNode*>(nodes->at(i))->getNodeName().data();
+  }
+  delete nodes;
+  return names;
+}
+
+TEST(BackupJob, RemovingNodesMovesNoCursor) {
+  const auto fill = [](BKQBackupJob& job) {
+    for (const char* name : {"a", "b", "c", "d", "e"}) job.addSourceNode(*new BKQMacNode(name));
+    BKQNodeCol* page = nullptr;
+    job.resetSourceNodes();
+    EXPECT_EQ(job.enumSourceNodes(page, 2), 2u);
+    delete page;
+  };
+  const struct {
+    const char* removed;
+    const char* rest;
+  } rows[] = {{"a", "de"}, {"b", "de"}, {"c", "de"}, {"d", "ce"}, {"e", "cd"}, {"x", "cde"}};
+  for (const auto& row : rows) {
+    BKQBackupJob job;
+    fill(job);
+    BKQMacNode wanted(row.removed);
+    job.removeSourceNode(wanted);
+    EXPECT_EQ(namesOfTheRest(job), row.rest) << row.removed;
+    job.clearSourceNodes();
+  }
+  BKQBackupJob job;
+  fill(job);
+  job.clearSourceNodes();
+  EXPECT_EQ(namesOfTheRest(job), "");
+  for (const char* name : {"f", "g", "h"}) job.addSourceNode(*new BKQMacNode(name));
+  EXPECT_EQ(namesOfTheRest(job), "h");
+  job.clearSourceNodes();
 }
 
 TEST(BackupJob, DestructorDeletesTheDestinationOnly) {
@@ -622,6 +817,62 @@ TYPED_TEST(BackupJobTest, CopyLeavesAloneWhatTheSourceHoldsToo) {
   deleteClone(target, *source);
 }
 
+TYPED_TEST(BackupJobTest, CopyDeletesTheFormerOpenFileInfo) {
+  for (const bool sourceHasIt : {true, false}) {
+    BKQOpenFileInfo info;
+    const std::unique_ptr<TypeParam> source = newObject<TypeParam>();
+    if (sourceHasIt) source->setOpenFileInfo(info);
+    TypeParam* target = newObject<TypeParam>().release();
+    const BlockWatch former(target->getOpenFileInfo());
+    target->mycopy(source.get());
+    EXPECT_TRUE(former.isFreed());
+    EXPECT_EQ(target->openFileInfoExists(), sourceHasIt ? 1 : 0);
+    deleteClone(target, *source);
+  }
+}
+
+// A tape node can be a destination as well as a source node.
+TYPED_TEST(BackupJobTest, CopyLeavesAloneATapeNodeThatTheSourceHoldsInTheOtherPlace) {
+  int destroyed = 0;
+  Counted<BKQTapeNode> node(destroyed, "node");
+  const std::unique_ptr<TypeParam> source = newObject<TypeParam>();
+  source->addSourceNode(node);
+  TypeParam* target = newObject<TypeParam>().release();
+  target->setDestination(node);
+  target->mycopy(source.get());
+  EXPECT_EQ(destroyed, 0);
+  EXPECT_EQ(target->getDestination(), nullptr);
+  EXPECT_EQ(target->sourceNodeEntries(), 2u);
+  deleteClone(target, *source);
+  EXPECT_EQ(destroyed, 0);
+
+  auto* destination = new Counted<BKQTapeNode>(destroyed, "tapes");
+  source->setDestination(*destination);
+  target = newObject<TypeParam>().release();
+  target->addSourceNode(*destination);
+  target->mycopy(source.get());
+  EXPECT_EQ(destroyed, 0);
+  EXPECT_EQ(source->getDestination(), destination);
+  EXPECT_NE(target->getDestination(), destination);
+  EXPECT_STREQ(target->getDestination()->getNodeName(), "tapes");
+  EXPECT_EQ(target->sourceNodeEntries(), 2u);
+  deleteClone(target, *source);
+  EXPECT_EQ(destroyed, 0);
+}
+
+TYPED_TEST(BackupJobTest, CopyDeletesATapeNodeInBothPlacesOnce) {
+  int destroyed = 0;
+  const std::unique_ptr<TypeParam> source = newObject<TypeParam>();
+  const std::unique_ptr<TypeParam> target = newObject<TypeParam>();
+  auto* node = new Counted<BKQTapeNode>(destroyed, "node");
+  target->addSourceNode(*node);
+  target->setDestination(*node);
+  target->mycopy(source.get());
+  EXPECT_EQ(destroyed, 1);
+  EXPECT_EQ(target->getDestination(), nullptr);
+  EXPECT_EQ(target->sourceNodeEntries(), 0u);
+}
+
 TEST(BackupJob, CopyThroughTheRootCopiesItsPartOnly) {
   BKQMacNode node("n");
   BKQBackupJob source("source");
@@ -781,7 +1032,9 @@ TEST(CompareJob, SettingAbandonsTheFormerDestination) {
 // Merge and scan have one shape.
 struct Merge {
   using Job = BKQMergeJob;
-  static int setFilter(Job& job, const char* text) { return job.setMergeFilter(text); }
+  static int setFilter(Job& job, const RWCollectableString& text) {
+    return job.setMergeFilter(text);
+  }
   static const char* filter(Job& job) { return job.getMergeFilter(); }
   static void setRange(Job& job, int start, int end) { job.setMergeRange(start, end); }
   static void getRange(Job& job, unsigned short& start, unsigned short& end) {
@@ -795,7 +1048,9 @@ struct Merge {
 };
 struct Scan {
   using Job = BKQScanJob;
-  static int setFilter(Job& job, const char* text) { return job.setScanFilter(text); }
+  static int setFilter(Job& job, const RWCollectableString& text) {
+    return job.setScanFilter(text);
+  }
   static const char* filter(Job& job) { return job.getScanFilter(); }
   static void setRange(Job& job, int start, int end) { job.setScanRange(start, end); }
   static void getRange(Job& job, unsigned short& start, unsigned short& end) {
@@ -816,6 +1071,7 @@ TYPED_TEST_SUITE(MergeAndScanTest, MergeAndScan, );
 TYPED_TEST(MergeAndScanTest, RangeAndNumbers) {
   typename TypeParam::Job job;
   EXPECT_STREQ(job.getJobName(), "testjob");
+  EXPECT_STREQ(TypeParam::filter(job), "");
   EXPECT_EQ(job.sourceExists(), 0);
   EXPECT_EQ(job.getSource(), nullptr);
   EXPECT_EQ(TypeParam::all(job), 1);
@@ -841,7 +1097,7 @@ TYPED_TEST(MergeAndScanTest, FilterIsASessionOrARange) {
       {"3-7", 1}, {"7-7", 1},    {"7-3", 0},    {"9-4", 0},   {"1-2-3", 0},
       {"0-5", 0}, {"1-5001", 0}, {"5-", 1},     {"-5", 1},    {"3--7", 1},
       {"-", 1},   {"--", 1},     {"1-5000", 1}, {"4-5-", 1},  {"1-99999999999999999999", 0},
-      {"x-5", 0}, {" 7", 1},
+      {"x-5", 0}, {" 7", 1},     {" -5", 0},    {"5- -7", 0}, {"5- 7", 1},
   };
   for (const auto& row : rows) {
     typename TypeParam::Job job;
@@ -849,6 +1105,32 @@ TYPED_TEST(MergeAndScanTest, FilterIsASessionOrARange) {
     EXPECT_EQ(TypeParam::setFilter(job, row.text), row.accepted) << row.text;
     EXPECT_STREQ(TypeParam::filter(job), row.accepted ? row.text : "42");
     EXPECT_EQ(TypeParam::all(job), 1);
+  }
+}
+
+// Memory that has run out makes no filter of a text that is none.
+TYPED_TEST(MergeAndScanTest, FilterIsJudgedAndStoredWithoutMemory) {
+  if (!kSeesAllocations) GTEST_SKIP() << "allocations are not seen with this heap";
+  const struct {
+    const char* text;
+    int accepted;
+  } rows[] = {{"7-3", 0}, {"1-2-3", 0}, {"3-7", 1}, {"-", 1}, {"12", 1}, {"0", 0}};
+  for (const auto& row : rows) {
+    const RWCollectableString text(row.text);
+    for (unsigned int failing : {0, 1, 2, 3, 4}) {
+      typename TypeParam::Job job;
+      EXPECT_EQ(TypeParam::setFilter(job, "42"), 1);
+      int result = -1;
+      unsigned int allocations = 99;
+      {
+        const HeapWatch heap(failing);
+        result = TypeParam::setFilter(job, text);
+        allocations = heap.allocations();
+      }
+      EXPECT_EQ(result, row.accepted) << row.text;
+      EXPECT_EQ(allocations, 0u) << row.text;
+      EXPECT_STREQ(TypeParam::filter(job), row.accepted ? row.text : "42");
+    }
   }
 }
 
@@ -912,6 +1194,16 @@ TEST(MergeJob, CopyLeavesTheSourcesDestinationAlone) {
   target.mycopy(&source);
   EXPECT_EQ(destroyed, 0);
   EXPECT_NE(target.getDestination(), destination);
+}
+
+TEST(MergeJob, SettingAbandonsTheFormerDestination) {
+  int destroyed = 0;
+  Counted<BKQMacNode> former(destroyed, "former");
+  BKQMergeJob job;
+  job.setDestination(former);
+  job.setDestination(*new BKQUnixNode("d"));
+  EXPECT_STREQ(job.getDestination()->getNodeName(), "d");
+  EXPECT_EQ(destroyed, 0);
 }
 
 TEST(MergeJob, OwnsItsDestination) {

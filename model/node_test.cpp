@@ -2,6 +2,7 @@
 #include <gtest/gtest.h>
 
 #include <memory>
+#include <string>
 #include <type_traits>
 
 #include "testing/attributes.h"
@@ -303,6 +304,46 @@ TEST(DiskNode, RemovesTheFirstDiskOfTheName) {
   node.clearDisks();
   EXPECT_EQ(node.diskEntries(), 0u);
   EXPECT_EQ(destroyed, 0);
+}
+
+TEST(DiskNode, RemovingDisksMovesNoCursor) {
+  const auto namesOfTheRest = [](BKQDiskNode& node) {
+    BKQDiskCol* page = nullptr;
+    node.enumDisks(page, 9);
+    std::string names;
+    for (unsigned int i = 0; i < page->entries(); ++i) {
+      names += static_cast<BKQDisk*>(page->at(i))->getDiskName().data();
+    }
+    delete page;
+    return names;
+  };
+  BKQDisk disks[5];
+  for (int i = 0; i < 5; ++i)
+    disks[i].setDiskName(std::string(1, static_cast<char>('a' + i)).c_str());
+  const struct {
+    const char* removed;
+    const char* rest;
+  } rows[] = {{"a", "de"}, {"b", "de"}, {"c", "de"}, {"d", "ce"}, {"e", "cd"}, {"x", "cde"}};
+  for (const auto& row : rows) {
+    BKQMacNode node("n");
+    for (BKQDisk& disk : disks) node.addDisk(disk);
+    BKQDiskCol* page = nullptr;
+    EXPECT_EQ(node.enumDisks(page, 2), 2u);
+    delete page;
+    BKQDisk wanted;
+    wanted.setDiskName(row.removed);
+    node.removeDisk(wanted);
+    EXPECT_EQ(namesOfTheRest(node), row.rest) << row.removed;
+  }
+  BKQMacNode node("n");
+  for (BKQDisk& disk : disks) node.addDisk(disk);
+  BKQDiskCol* page = nullptr;
+  EXPECT_EQ(node.enumDisks(page, 2), 2u);
+  delete page;
+  node.clearDisks();
+  EXPECT_EQ(namesOfTheRest(node), "");
+  for (BKQDisk* disk : {&disks[0], &disks[1], &disks[2]}) node.addDisk(*disk);
+  EXPECT_EQ(namesOfTheRest(node), "c");
 }
 
 TEST(DiskNode, GroomInfo) {

@@ -639,7 +639,37 @@ TYPED_TEST(JobConversion, UnixTextReachesUnixNodesOnly) {
 
   ASSERT_EQ(this->convert(job, "", 3, "x"), 1);
   EXPECT_EQ(this->record->pSourceNodes[0].ulNodeOptions, 0x120u);
-  ASSERT_EQ(this->convert(job, nullptr, 1, nullptr), 1);
+}
+
+// Without a text a form takes what the shorter forms take: every node, and no second text.
+TYPED_TEST(JobConversion, NullTextsOfABackupAreEmptyOnes) {
+  Machines machines;
+  BKQBackupJob job;
+  machines.addTo(job);
+  NameList names{"/usr", "C:"};
+  const auto expect = [&](const char* disksOfTheFirst) {
+    EXPECT_EQ(this->sourceNames(), (Names{"A", "B", "C"}));
+    EXPECT_EQ(this->disks(this->record->pSourceNodes[0]), disksOfTheFirst);
+    EXPECT_EQ(this->record->pSourceNodes[0].ulNodeOptions, 0x120u);
+    EXPECT_EQ(std::string(this->record->pSourceNodes[0].pszNodeOSVer, 3), std::string("5\0\0", 3));
+    EXPECT_EQ(std::string(this->record->pSourceNodes[0].pszNodeName, 3), std::string("A\0\0", 3));
+  };
+  ASSERT_EQ(this->convert(job, nullptr), 1);
+  expect("/usr /opt");
+  ASSERT_EQ(this->convert(job, nullptr, names), 1);
+  expect("/usr");
+  for (const int kind : {1, 2}) {
+    ASSERT_EQ(this->convert(job, nullptr, kind, nullptr), 1);
+    expect("/usr /opt");
+    ASSERT_EQ(this->convert(job, nullptr, names, kind, nullptr), 1);
+    expect("/usr");
+  }
+  // Each of the two for itself.
+  ASSERT_EQ(this->convert(job, nullptr, names, 1, "x"), 1);
+  EXPECT_EQ(this->sourceNames(), (Names{"A", "B", "C"}));
+  EXPECT_EQ(this->record->pSourceNodes[0].ulNodeOptions, 0x920u);
+  ASSERT_EQ(this->convert(job, "A", names, 1, nullptr), 1);
+  EXPECT_EQ(this->sourceNames(), Names{"A"});
   EXPECT_EQ(this->record->pSourceNodes[0].ulNodeOptions, 0x120u);
 }
 
@@ -1033,6 +1063,16 @@ TYPED_TEST(JobConversion, RestorePasswordReachesTapesOnly) {
   EXPECT_STREQ(this->tape(this->record->pSourceNodes[0], 0).pszSessionPW, "tape's");
   EXPECT_STREQ(this->tape(this->record->pSourceNodes[0], 1).pszSessionPW, "job's");
   EXPECT_NE(this->tape(this->record->pSourceNodes[0], 1).pszSessionPW, L::tapeSessionPassword());
+
+  // As with disks, each flattening makes a copy of its own and leaves the one before to its reader.
+  char* former = L::tapeSessionPassword();
+  void* out = nullptr;
+  ASSERT_EQ(L::convert(job, out), 1);
+  freeJobRecord(static_cast<typename L::Job*>(out));
+  EXPECT_STREQ(former, "job's");
+  EXPECT_STREQ(L::tapeSessionPassword(), "job's");
+  EXPECT_NE(L::tapeSessionPassword(), former);
+  free(former);
 }
 
 TYPED_TEST(JobConversion, RestoreTapesCarryNoMethodOfABackup) {
@@ -1315,6 +1355,35 @@ TYPED_TEST(JobConversion, ScanHasOneSource) {
   EXPECT_EQ(this->tapes(this->record->pSourceNodes[0]), "B1");
   ASSERT_EQ(this->convert(job, "", 2), 1);
   EXPECT_EQ(this->tapes(this->record->pSourceNodes[0]), "A2");
+}
+
+// A null tape name is no tape's name: all tapes go, those of the session if one is given.
+TYPED_TEST(JobConversion, NullTapeNameIsTheEmptyOne) {
+  Library source;
+  BKQVerifyJob verify("verify");
+  verify.addSourceNode(source);
+  BKQCompareJob compare("compare");
+  compare.addSourceNode(source);
+  compare.setDestination(*new BKQWinNTNode("machine"));
+  BKQMergeJob merge;
+  merge.setSource(*new Library);
+  BKQScanJob scan;
+  scan.setSource(*new Library);
+  const struct {
+    unsigned short session;
+    const char* tapes;
+  } rows[] = {{0, "A1 A2 B1"}, {1, "A1 B1"}, {2, "A2"}, {9, ""}};
+  for (const auto& row : rows) {
+    const auto expect = [&](auto& job) {
+      ASSERT_EQ(this->convert(job, nullptr, row.session), 1);
+      ASSERT_EQ(this->record->ulNumSourceNodes, 1u);
+      EXPECT_EQ(this->tapes(this->record->pSourceNodes[0]), row.tapes);
+    };
+    expect(verify);
+    expect(compare);
+    expect(merge);
+    expect(scan);
+  }
 }
 
 // Both layouts of one job.

@@ -880,4 +880,49 @@ TYPED_TEST(NodeConversion, ARecordInUseIsContinued) {
   EXPECT_EQ(this->diskNames(), (std::vector<std::string>{"C:", "C:"}));
 }
 
+TYPED_TEST(NodeConversion, ATapeNodeContinuesARecordInUse) {
+  BKQTapeNode node("n");
+  BKQDirFilter filter(BKQFilter::Include, "/a");
+  SessionTape first("A", 1);
+  SessionTape second("B", 1);
+  node.addFilter(filter);
+  node.addTape(first);
+  node.addTape(second);
+  ASSERT_EQ(this->convert(node), 1);
+  free(this->record.pszNodeName);
+  void* rec = &this->record;
+  ASSERT_EQ(TypeParam::convert(node, rec, "B", 0), 1);
+  this->expectNode("n", {number(0, 2, 3), number(2, 2, 6), text(8, "n"), number(24, 4, 2),
+                         block(28), number(32, 2, 1), number(36, 4, 3), block(40)});
+  EXPECT_EQ(this->tapeNames(), (std::vector<std::string>{"A", "B", "B"}));
+  EXPECT_STREQ(this->record.pFilters[1].pszFilter, "/a");
+}
+
+// A restore node continues its filters and the count of its media, but its one disk is a new array.
+TYPED_TEST(NodeConversion, ARestoreNodeContinuesARecordInUse) {
+  BKQRestoreNode plain("n", "/usr");
+  BKQDBRestoreNode database("n", "/usr");
+  BKQDirFilter filter(BKQFilter::Include, "/a");
+  for (BKQRestoreNode* node : {&plain, static_cast<BKQRestoreNode*>(&database)}) {
+    node->addFilter(filter);
+    node->setDestinationDir("/lib");
+    ASSERT_EQ(this->convert(*node), 1);
+    void* const former = this->record.pMedia;
+    free(this->record.pszNodeName);
+    void* rec = &this->record;
+    ASSERT_EQ(TypeParam::convert(*node, rec), 1);
+    this->expectNode("n", {number(2, 2, 6), text(8, "n"), number(24, 4, 2), block(28),
+                           number(36, 4, 2), block(40)});
+    EXPECT_STREQ(this->record.pFilters[1].pszFilter, "/a");
+    EXPECT_NE(this->record.pMedia, former);
+    for (const void* disk : {former, static_cast<void*>(this->record.pMedia)}) {
+      expectRows("disk", disk, 52, {text(0, "/usr"), number(16, 4, 1), block(20)});
+      EXPECT_STREQ(static_cast<const typename TypeParam::Disk*>(disk)->pDiskItems[0].pszPath,
+                   "/usr/lib");
+    }
+    freeDisks(former, 1);
+    this->record.ulMediaCount = 1;
+  }
+}
+
 }  // namespace

@@ -11,6 +11,7 @@ constexpr uint16_t kFilterTypeAttribute = 5;
 
 template <class Layout>
 int Flatten<Layout>::filter(BKQFilter& filter, void*& entry) {
+  if (entry == nullptr) return noRecord();
   auto& record = *static_cast<typename Layout::Filter*>(entry);
   record.usInclExcl = static_cast<uint16_t>(filter.kind_);
   return 1;

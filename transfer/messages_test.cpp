@@ -8,6 +8,7 @@
 #include <memory>
 #include <string>
 #include <utility>
+#include <vector>
 
 #include "testing/foreign_attachments.h"
 #include "testing/foreign_filter.h"
@@ -92,6 +93,23 @@ TYPED_TEST(Messages, NodeFilterOfAUnixSource) {
   const unsigned int mark =
       TypeParam::kPrevious ? ForeignFilter::kPreviousMark : ForeignFilter::kCurrentMark;
   expectRows("filter", node.pFilters, 32, {number(0, 2, mark)});
+}
+
+// Other writers of the stream cannot come between the parts of a line.
+TYPED_TEST(Messages, EachLineIsOneWrite) {
+  Source<BKQUnixNode> source;
+  source.node.addFilter(this->failing);
+  BKQBackupJob job;
+  job.addSourceNode(source.node);
+  void* out = nullptr;
+  int result = -1;
+  const std::vector<std::string> writes =
+      standardErrorWritesOf([&] { result = TypeParam::convert(job, out); });
+  freeJobRecord(static_cast<typename TypeParam::Job*>(out));
+  EXPECT_EQ(result, 0);
+  EXPECT_EQ(writes, (std::vector<std::string>{
+                        "Failed to convert Filter\n", "Failed to convert Base BKQNode\n",
+                        "Failed to convert Base BKQDiskNode\n", "Failed to convert Unix Node\n"}));
 }
 
 TYPED_TEST(Messages, NodeFilterOfAnotherSource) {

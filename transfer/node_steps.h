@@ -11,6 +11,7 @@ constexpr uint32_t kNodeOptionExtraOSVersion = 0x800;
 
 template <class Layout>
 int Flatten<Layout>::node(BKQNode& node, void*& rec) {
+  if (rec == nullptr) return noRecord();
   auto& record = *static_cast<typename Layout::Node*>(rec);
   const unsigned int type = node.nodeType();
   Layout::currentNodeType() = Layout::recordedNodeType(type);

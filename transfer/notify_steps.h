@@ -7,6 +7,7 @@ namespace bkoq {
 
 template <class Layout>
 int Flatten<Layout>::fax(BKQFax& fax, void*& block) {
+  if (block == nullptr) return noRecord();
   auto& record = *static_cast<typename Layout::Fax*>(block);
   storeText(record.pszHostName, fax.hostName_);
   storeText(record.pszUserName, fax.userName_);
@@ -19,6 +20,7 @@ int Flatten<Layout>::fax(BKQFax& fax, void*& block) {
 
 template <class Layout>
 int Flatten<Layout>::printQueue(BKQPrintQueue& queue, void*& block) {
+  if (block == nullptr) return noRecord();
   auto& record = *static_cast<typename Layout::PrintQueue*>(block);
   storeText(record.pszHostName, queue.hostName_);
   storeText(record.pszUserName, queue.userName_);
@@ -29,6 +31,7 @@ int Flatten<Layout>::printQueue(BKQPrintQueue& queue, void*& block) {
 
 template <class Layout>
 int Flatten<Layout>::email(BKQEMail& email, void*& block) {
+  if (block == nullptr) return noRecord();
   auto& record = *static_cast<typename Layout::EMail*>(block);
   storeText(record.pszHostName, email.hostName_);
   storeText(record.pszUserName, email.userName_);
@@ -48,6 +51,7 @@ int Flatten<Layout>::mhsEMail(BKQMHSEMail& email, void*& block) {
 
 template <class Layout>
 int Flatten<Layout>::openFileInfo(BKQOpenFileInfo& info, void*& rec) {
+  if (rec == nullptr) return noRecord();
   auto& record = *static_cast<typename Layout::OpenFile*>(rec);
   record.ulFActions = info.fileActions_;
   record.ulFMethods = info.fileMethods_;

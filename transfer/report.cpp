@@ -26,4 +26,6 @@ int failedInMalloc(const char* name) { return writeLine("Failed in malloc ", nam
 
 int failedInRealloc(const char* name) { return writeLine("Failed in realloc ", name); }
 
+int noRecord() { return writeLine("No record to convert into", ""); }
+
 }  // namespace bkoq

@@ -8,6 +8,7 @@ namespace bkoq {
 
 template <class Layout>
 int Flatten<Layout>::schedule(BKQSchedule& schedule, void*& schedBlock) {
+  if (schedBlock == nullptr) return noRecord();
   auto& block = *static_cast<typename Layout::Schedule*>(schedBlock);
   block.lSubmitTime = recordTime(schedule.submitTime_);
   block.lExecTime = recordTime(schedule.execTime_);
@@ -30,6 +31,7 @@ template <class Layout>
 int Flatten<Layout>::rotationSchedule(BKQRotationSchedule& schedule, void*& schedBlock,
                                       void*& rotationBlock) {
   if (!Flatten::schedule(schedule, schedBlock)) return failedToConvert("Rotation Schedule");
+  if (rotationBlock == nullptr) return noRecord();
   auto& block = *static_cast<typename Layout::Rotation*>(rotationBlock);
   storeText(block.pszSetName, schedule.setName_);
   // No mask counts as a mask without units.

@@ -11,59 +11,17 @@
 #include "testing/free_records.h"
 #include "testing/layouts.h"
 #include "testing/name_list.h"
+#include "testing/state_values.h"
 
 namespace {
 
-// All variables of a layout, to be compared as a whole.
-struct Values {
-  unsigned int newTapeTimeout;
-  unsigned int spanTapeTimeout;
-  unsigned int newTapeMethod;
-  unsigned int spanTapeMethod;
-  const char* diskSessionPassword;
-  const char* tapeSessionPassword;
-  unsigned int diskEncryption;
-  unsigned int diskCompression;
-  unsigned int nodeNoEstimate;
-  unsigned int currentNodeType;
-  unsigned int unixOptions;
-  std::string diskName;
-};
-
-template <class L>
-Values valuesOf() {
-  return {L::newTapeTimeout(),  L::spanTapeTimeout(),     L::newTapeMethod(),
-          L::spanTapeMethod(),  L::diskSessionPassword(), L::tapeSessionPassword(),
-          L::diskEncryption(),  L::diskCompression(),     L::nodeNoEstimate(),
-          L::currentNodeType(), L::unixOptions(),         L::diskName().data()};
-}
-
-std::string textOf(const char* text) { return text != nullptr ? text : "(null)"; }
-
-void expectEqual(const Values& values, const Values& expected) {
-  EXPECT_EQ(values.newTapeTimeout, expected.newTapeTimeout);
-  EXPECT_EQ(values.spanTapeTimeout, expected.spanTapeTimeout);
-  EXPECT_EQ(values.newTapeMethod, expected.newTapeMethod);
-  EXPECT_EQ(values.spanTapeMethod, expected.spanTapeMethod);
-  EXPECT_EQ(textOf(values.diskSessionPassword), textOf(expected.diskSessionPassword));
-  EXPECT_EQ(textOf(values.tapeSessionPassword), textOf(expected.tapeSessionPassword));
-  EXPECT_EQ(values.diskEncryption, expected.diskEncryption);
-  EXPECT_EQ(values.diskCompression, expected.diskCompression);
-  EXPECT_EQ(values.nodeNoEstimate, expected.nodeNoEstimate);
-  EXPECT_EQ(values.currentNodeType, expected.currentNodeType);
-  EXPECT_EQ(values.unixOptions, expected.unixOptions);
-  EXPECT_EQ(values.diskName, expected.diskName);
-}
-
-const Values kEmpty = {0, 0, 0, 0, nullptr, nullptr, 0, 0, 0, 0, 0, ""};
-
 // Taken before any test runs: the library is loaded then, and nothing is flattened yet.
-const Values currentAtLoad = valuesOf<Current>();
-const Values previousAtLoad = valuesOf<Previous>();
+const StateValues currentAtLoad = stateOf<Current>();
+const StateValues previousAtLoad = stateOf<Previous>();
 
 TEST(StateVariables, AreEmptyAtLoad) {
-  expectEqual(currentAtLoad, kEmpty);
-  expectEqual(previousAtLoad, kEmpty);
+  expectState(currentAtLoad, kEmptyState);
+  expectState(previousAtLoad, kEmptyState);
 }
 
 TEST(StateVariables, AreWordsPointersAndOneTextOfEightBytes) {
@@ -105,7 +63,7 @@ class StateOfAFlattening : public testing::Test {
   }
 
   // Nothing is to be left in the variables of the other layout.
-  void TearDown() override { expectEqual(valuesOf<OtherLayout<L>>(), kEmpty); }
+  void TearDown() override { expectState(stateOf<OtherLayout<L>>(), kEmptyState); }
 };
 
 TYPED_TEST_SUITE(StateOfAFlattening, Layouts, );
@@ -129,15 +87,15 @@ TYPED_TEST(StateOfAFlattening, GoesFromJobToJob) {
   backup.setCompressionOn();
   backup.setOptions(0x00100000);
   this->flatten(backup);
-  const Values afterBackup = {1, 2, 3, 4, "secret", nullptr, 1, 1, 1, 3, 0x10, "/usr"};
-  expectEqual(valuesOf<L>(), afterBackup);
+  const StateValues afterBackup = {1, 2, 3, 4, "secret", nullptr, 1, 1, 1, 3, 0x10, "/usr"};
+  expectState(stateOf<L>(), afterBackup);
 
   // What nodes and disks left stays until other ones overwrite it.
   BKQRestoreJob restore("r");
   restore.setSessionPassword("tapes");
   this->flatten(restore);
-  const Values afterRestore = {5, 9999, 0, 0, nullptr, "tapes", 0, 0, 0, 3, 0x10, "/usr"};
-  expectEqual(valuesOf<L>(), afterRestore);
+  const StateValues afterRestore = {5, 9999, 0, 0, nullptr, "tapes", 0, 0, 0, 3, 0x10, "/usr"};
+  expectState(stateOf<L>(), afterRestore);
 
   BKQTapeNode tapes("t");
   restore.addSourceNode(tapes);
@@ -146,15 +104,15 @@ TYPED_TEST(StateOfAFlattening, GoesFromJobToJob) {
   restore.addDestNode(machine);
   restore.setSessionPassword("");
   this->flatten(restore);
-  const Values afterDestination = {5, 9999, 0, 0, nullptr, nullptr, 0, 0, 0, 9, 0x10, "/usr"};
-  expectEqual(valuesOf<L>(), afterDestination);
+  const StateValues afterDestination = {5, 9999, 0, 0, nullptr, nullptr, 0, 0, 0, 9, 0x10, "/usr"};
+  expectState(stateOf<L>(), afterDestination);
 
   // Jobs of the other kinds decide what the base job decides.
   BKQVerifyJob verify("v");
   verify.addSourceNode(tapes);
   this->flatten(verify);
-  const Values afterVerify = {5, 9999, 0, 0, nullptr, nullptr, 0, 0, 0, 3, 0x10, "/usr"};
-  expectEqual(valuesOf<L>(), afterVerify);
+  const StateValues afterVerify = {5, 9999, 0, 0, nullptr, nullptr, 0, 0, 0, 3, 0x10, "/usr"};
+  expectState(stateOf<L>(), afterVerify);
 }
 
 TYPED_TEST(StateOfAFlattening, IsTakenFromTheClientWhenANodeIsConvertedAlone) {

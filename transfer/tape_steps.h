@@ -9,6 +9,7 @@ constexpr uint32_t kTapeOptionExtension = 0x8000000;
 
 template <class Layout>
 int Flatten<Layout>::tape(BKQTape& tape, void*& rec) {
+  if (rec == nullptr) return noRecord();
   auto& record = *static_cast<typename Layout::Tape*>(rec);
   storeText(record.pszDeviceGroup, tape.deviceGroup_);
   storeText(record.pszTapeName, tape.tapeName_);
@@ -50,6 +51,7 @@ int Flatten<Layout>::tape(BKQTape& tape, void*& rec) {
 
 template <class Layout>
 int Flatten<Layout>::tapeItem(BKQTapeItem& item, void*& rec) {
+  if (rec == nullptr) return noRecord();
   auto& record = *static_cast<typename Layout::TapeItem*>(rec);
   record.ulChunkNum = item.chunkNum_;
   record.usChunkOffset = item.chunkOffset_;
@@ -64,6 +66,7 @@ int Flatten<Layout>::tapeItem(BKQTapeItem& item, void*& rec) {
 
 template <class Layout>
 int Flatten<Layout>::tapeExtension(BKQTapeXtension& extension, void*& rec) {
+  if (rec == nullptr) return noRecord();
   auto& record = *static_cast<BKDTAPEX*>(rec);
   storeText(record.pszDBUser, extension.dbUser_);
   storeText(record.pszDBPW, extension.dbPassword_);

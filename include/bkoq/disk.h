@@ -21,7 +21,8 @@ class BKOQ_API BKQDiskItem : public RWCollectable {
   virtual BKQDiskItem* clone();
 
   /// Fills the zeroed BKDISKITEM that `rec` points to. While a UNIX node is flattened, the path
-  /// becomes absolute by DISK_DISKNAME. 1, or 0 after a line on the standard error stream.
+  /// becomes absolute by DISK_DISKNAME. 1, or 0 after a line on the standard error stream, for a
+  /// null pointer too.
   int convertToBK2(void*& rec);
   int convertToBK2_old(void*& rec);
   /// Fills path and options only: `overridePath`, or the item's own path when that is empty or
@@ -79,7 +80,8 @@ class BKOQ_API BKQDisk : public RWCollectable {
 
   /// Fills the zeroed BKDDISK that `rec` points to, with its items and filters; leaves the disk's
   /// name in DISK_DISKNAME. With a non-empty `overridePath` only the first item goes, with that
-  /// path. 1, or 0 after a line on the standard error stream; nothing is freed then.
+  /// path. 1, or 0 after a line on the standard error stream, for a null pointer too; nothing is
+  /// freed then.
   int convertToBK2(void*& rec, const char* overridePath);
   int convertToBK2_old(void*& rec, const char* overridePath);
 

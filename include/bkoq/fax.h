@@ -15,7 +15,8 @@ class BKOQ_API BKQFax {
   /// A new object with the same texts, owned by the caller; null when memory runs out.
   virtual BKQFax* clone();
 
-  /// Fills the zeroed block that `block` points to; 1. The receiver name is left out.
+  /// Fills the zeroed block that `block` points to; 1, or 0 after a line on the standard error
+  /// stream for a null pointer. The receiver name is left out.
   int convertToBK2(void*& block);
   /// The same with the receiver name.
   int convertToBK2_old(void*& block);

@@ -10,7 +10,7 @@
 /// classes tell themselves apart by filterType() and, for time filters, getTRtype().
 ///
 /// Every conversion fills one zeroed BKFILTER_FILE entry that the caller allocated and returns 1,
-/// or 0 after a line on the standard error stream.
+/// or 0 after a line on the standard error stream, for a null pointer too.
 class BKOQ_API BKQFilter : public RWCollectable {
  public:
   /// Goes into usInclExcl; any 32-bit value passes through, the record takes its low 16 bits.

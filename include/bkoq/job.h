@@ -35,7 +35,7 @@ class BKOQ_API BKQJob : public RWCollectable {
   enum BKQMergeScanType : unsigned int {};
 
   BKQJob();  ///< named "testjob"; new-tape time-out 5, span-tape time-out 9999, all else 0 or empty
-  explicit BKQJob(const char* name);
+  explicit BKQJob(const char* name);  ///< the same with `name`; nothing else sets a job's name
   /// Deletes schedule, fax and e-mail; the print queue outlives the job, its owner frees it.
   ~BKQJob() override;
   BKQJob(const BKQJob&) = delete;
@@ -115,17 +115,17 @@ class BKOQ_API BKQJob : public RWCollectable {
   void setScriptUserID(RWCollectableString userID, RWCollectableString password);
   void getScriptUserID(RWCollectableString& userID, RWCollectableString& password);
 
-  int scheduleExists();
-  void setSchedule(const BKQSchedule& schedule);  ///< stSchedule and stScheduleExt
-  BKQSchedule* getSchedule() const;               ///< null when there is none
-  int printQueueExists();
+  int scheduleExists();                            ///< 1 when there is one, else 0
+  void setSchedule(const BKQSchedule& schedule);   ///< stSchedule and stScheduleExt
+  BKQSchedule* getSchedule() const;                ///< null when there is none
+  int printQueueExists();                          ///< 1 when there is one, else 0
   void setPrintQueue(const BKQPrintQueue& queue);  ///< stPrintQueue
   BKQPrintQueue* getPrintQueue();                  ///< null when there is none
-  int emailInfoExists();
-  void setEMailInfo(const BKQEMail& email);  ///< stEMail
-  BKQEMail* getEMailInfo();                  ///< null when there is none
-  int faxInfoExists();
-  void setFaxInfo(const BKQFax& fax);  ///< stFax
+  int emailInfoExists();                           ///< 1 when there is one, else 0
+  void setEMailInfo(const BKQEMail& email);        ///< stEMail
+  BKQEMail* getEMailInfo();                        ///< null when there is none
+  int faxInfoExists();                             ///< 1 when there is one, else 0; makes none
+  void setFaxInfo(const BKQFax& fax);              ///< stFax
   /// Attaches an empty fax object when there is none; null only when memory runs out.
   BKQFax* getFaxInfo();
 
@@ -184,8 +184,9 @@ class BKOQ_API BKQBackupJob : public BKQJob {
   /// The server's codes; usSpanTapeMethod of every tape takes the low 16 bits.
   enum BKQSpanMethodType : unsigned int {};
 
+  /// Named "testjob"; no nodes, filters or objects, all numbers 0, and what every job starts with.
   BKQBackupJob();
-  explicit BKQBackupJob(const char* name);
+  explicit BKQBackupJob(const char* name);  ///< the same with `name`
   /// Deletes the destination. Source nodes, filters and open-file information are not deleted.
   ~BKQBackupJob() override;
 
@@ -220,11 +221,11 @@ class BKOQ_API BKQBackupJob : public BKQJob {
   void resetSourceNodes();
   unsigned int enumSourceNodes(BKQNodeCol*& out, unsigned int n);
 
-  int destinationExists();
+  int destinationExists();                 ///< 1 when there is one, else 0
   void setDestination(BKQTapeNode& node);  ///< pDestNodes
   BKQTapeNode* getDestination() const;     ///< null when there is none
 
-  int openFileInfoExists();
+  int openFileInfoExists();                           ///< 1 when there is one, else 0; makes none
   void setOpenFileInfo(const BKQOpenFileInfo& info);  ///< stOpenFile
   /// Attaches a default object when there is none; null only when memory runs out.
   BKQOpenFileInfo* getOpenFileInfo();
@@ -256,9 +257,10 @@ class BKOQ_API BKQBackupJob : public BKQJob {
   /// then clones of them; and clones of its destination, open-file information and the four
   /// attachments, all of which the source should have (one that is missing copies as null). The
   /// source stays as it was. Former nodes, filters and attached objects are deleted unless the
-  /// source holds them too. Since the first half of each list is shared, only one of the two jobs
-  /// may delete those nodes by clearSourceNodes() or removeSourceNode(); the other must not use
-  /// them afterwards.
+  /// source holds them too, in its own lists or as its destination: a filter that is one of this
+  /// job's filters must not also be a filter of a node, disk or tape of the source. Since the first
+  /// half of each list is shared, only one of the two jobs may delete those nodes by
+  /// clearSourceNodes() or removeSourceNode(); the other must not use them afterwards.
   void mycopy(BKQBackupJob* source);
 
  private:
@@ -524,25 +526,26 @@ class BKOQ_API BKQMergeJob : public BKQJob {
   int convertToBK2_old(void*& out) override;
   int convertToBK2_old(void*& out, const char* tapeName, unsigned short sessionNumber);
 
-  int sourceExists();
+  int sourceExists();                       ///< 1 when there is one, else 0
   void setSource(const BKQTapeNode& node);  ///< pSourceNodes
   BKQTapeNode* getSource() const;           ///< null when there is none
-  int destinationExists();
-  void setDestination(BKQDiskNode& node);  ///< pDestNodes
-  BKQDiskNode* getDestination() const;     ///< null when there is none
+  int destinationExists();                  ///< 1 when there is one, else 0
+  void setDestination(BKQDiskNode& node);   ///< pDestNodes
+  BKQDiskNode* getDestination() const;      ///< null when there is none
 
+  /// First and last session, any numbers in any order; 0 and 0, as at first, for all sessions.
   void getMergeRange(unsigned short& start, unsigned short& end) const;
   void setMergeRange(unsigned short start, unsigned short end);
-  int mergeAll() const;  ///< 1 exactly when both ends of the range are 0
-  BKQMergeScanType getMergeType() const;
+  int mergeAll() const;                   ///< 1 exactly when both ends of the range are 0
+  BKQMergeScanType getMergeType() const;  ///< passes through whole; 0 at first
   void setMergeType(BKQMergeScanType type);
-  const RWCollectableString& getMergeFilter() const;
+  const RWCollectableString& getMergeFilter() const;  ///< the last one accepted; empty at first
   /// A session number or a range of them, from 1 to 5000: 1 when the text was accepted and stored
   /// as it is; 0 when it was rejected and the old one kept. Without a "-" it is one number. With
   /// one, the tokens between are at most two numbers, the second not below the first ("3-7", also
   /// "5-").
   int setMergeFilter(const RWCollectableString& filter);
-  int getDetailedMerge() const;
+  int getDetailedMerge() const;  ///< flag, kept as given; 0 at first
   void setDetailedMerge(int detailed);
 
   void setSchedule(const BKQRegularSchedule& schedule);
@@ -581,22 +584,23 @@ class BKOQ_API BKQScanJob : public BKQJob {
   int convertToBK2_old(void*& out) override;
   int convertToBK2_old(void*& out, const char* tapeName, unsigned short sessionNumber);
 
-  int sourceExists();
+  int sourceExists();                       ///< 1 when there is one, else 0
   void setSource(const BKQTapeNode& node);  ///< pSourceNodes
   BKQTapeNode* getSource() const;           ///< null when there is none
 
+  /// First and last session, any numbers in any order; 0 and 0, as at first, for all sessions.
   void getScanRange(unsigned short& start, unsigned short& end) const;
   void setScanRange(unsigned short start, unsigned short end);
-  int scanAll() const;  ///< 1 exactly when both ends of the range are 0
-  BKQMergeScanType getScanType() const;
+  int scanAll() const;                   ///< 1 exactly when both ends of the range are 0
+  BKQMergeScanType getScanType() const;  ///< passes through whole; 0 at first
   void setScanType(BKQMergeScanType type);
-  const RWCollectableString& getScanFilter() const;
+  const RWCollectableString& getScanFilter() const;  ///< the last one accepted; empty at first
   /// A session number or a range of them, from 1 to 5000: 1 when the text was accepted and stored
   /// as it is; 0 when it was rejected and the old one kept. Without a "-" it is one number. With
   /// one, the tokens between are at most two numbers, the second not below the first ("3-7", also
   /// "5-").
   int setScanFilter(const RWCollectableString& filter);
-  int getDetailedScan() const;
+  int getDetailedScan() const;  ///< flag, kept as given; 0 at first
   void setDetailedScan(int detailed);
 
   void setSchedule(const BKQRegularSchedule& schedule);

@@ -61,9 +61,12 @@ class BKOQ_API BKQNode : public RWCollectable {
   void setNodeOSver(const char* version);
   const RWCollectableString& getNodeName() const;  ///< pszNodeName
   void setNodeName(const char* name);
-  const RWCollectableString& getNodeAddress() const;  ///< pszNodeAddress
+  /// pszNodeAddress; of an NDS tree also pszNodeDomain, and in the previous layout neither.
+  const RWCollectableString& getNodeAddress() const;
   void setNodeAddress(const char* address);
-  const RWCollectableString& getNodeDomain() const;  ///< pszNodeDomain
+  /// pszNodeDomain, in the current layout only; of an NDS tree pszNodeAddress, in the current
+  /// layout only when the address is empty.
+  const RWCollectableString& getNodeDomain() const;
   void setNodeDomain(const char* domain);
   const RWCollectableString& getUserName() const;  ///< pszUserName
   void setUserName(const char* name);
@@ -301,7 +304,7 @@ class BKOQ_API BKQSybaseNode : public BKQDiskNode {
   /// The server's option bits; they reach no record.
   enum BKQSybaseNodeOptions : unsigned int {};
 
-  BKQSybaseNodeOptions getSybaseOptions() const;
+  BKQSybaseNodeOptions getSybaseOptions() const;  ///< whole; 0 at first, reaches no record
   void setSybaseOptions(BKQSybaseNodeOptions options);
   const RWCollectableString& getEncryptKey() const;  ///< reaches no record
   void setEncryptKey(const char* key);
@@ -328,7 +331,7 @@ class BKOQ_API BKQOracleNode : public BKQDiskNode {
   /// The server's option bits; they reach no record.
   enum BKQOracleNodeOptions : unsigned int {};
 
-  BKQOracleNodeOptions getOracleOptions() const;
+  BKQOracleNodeOptions getOracleOptions() const;  ///< whole; 0 at first, reaches no record
   void setOracleOptions(BKQOracleNodeOptions options);
 
   void mycopy(BKQOracleNode* source);
@@ -348,7 +351,7 @@ class BKOQ_API BKQInformixNode : public BKQDiskNode {
   /// The server's option bits; they reach no record.
   enum BKQInformixNodeOptions : unsigned int {};
 
-  BKQInformixNodeOptions getInformixOptions() const;
+  BKQInformixNodeOptions getInformixOptions() const;  ///< whole; 0 at first, reaches no record
   void setInformixOptions(BKQInformixNodeOptions options);
 
   void mycopy(BKQInformixNode* source);
@@ -368,7 +371,7 @@ class BKOQ_API BKQSnapShotNode : public BKQDiskNode {
   /// The server's option bits; they reach no record.
   enum BKQSnapShotOptions : unsigned int {};
 
-  BKQSnapShotOptions getSnapShotOptions() const;
+  BKQSnapShotOptions getSnapShotOptions() const;  ///< whole; 0 at first, reaches no record
   void setSnapShotOptions(BKQSnapShotOptions options);
 
   void mycopy(BKQSnapShotNode* source);

@@ -14,7 +14,8 @@ class BKOQ_API BKQOpenFileInfo {
   /// A new object with the same values, owned by the caller; null when memory runs out.
   virtual BKQOpenFileInfo* clone();
 
-  /// Fills the 12 bytes that `rec` points to; 1.
+  /// Fills the 12 bytes that `rec` points to; 1, or 0 after a line on the standard error stream for
+  /// a null pointer.
   int convertToBK2(void*& rec);
   int convertToBK2_old(void*& rec);
 

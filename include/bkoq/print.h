@@ -15,7 +15,8 @@ class BKOQ_API BKQPrintQueue {
   /// A new object with the same texts, owned by the caller; null when memory runs out.
   virtual BKQPrintQueue* clone();
 
-  /// Fills the zeroed block that `block` points to; 1.
+  /// Fills the zeroed block that `block` points to; 1, or 0 after a line on the standard error
+  /// stream for a null pointer.
   int convertToBK2(void*& block);
   int convertToBK2_old(void*& block);
 

@@ -197,7 +197,7 @@ typedef struct BKNODE {
   uint16_t usNodeOS;       /**< operating-system code */
   char* pszNodeOSVer;      /**< operating-system version; a second text may follow its NUL */
   char* pszNodeName;       /**< node name; a second text may follow its NUL */
-  char* pszNodeAddress;    /**< node address */
+  char* pszNodeAddress;    /**< node address; for an NDS node without one its domain */
   char* pszUserName;       /**< user name */
   char* pszPassword;       /**< password */
   uint32_t ulFilterCount;  /**< elements in pFilters */
@@ -212,7 +212,7 @@ typedef struct BKNODE {
   uint8_t abReserved54[2];   /**< zero */
   uint32_t ulNodeOptions;    /**< node options; 0x40, 0x200 and 0x800 may be added */
   uint8_t abReserved60[24];  /**< zero */
-  char* pszNodeDomain;       /**< node domain */
+  char* pszNodeDomain;       /**< node domain; for an NDS node its address, null without one */
   uint8_t abReserved88[12];  /**< zero */
 } BKNODE;
 

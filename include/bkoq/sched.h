@@ -86,7 +86,7 @@ class BKOQ_API BKQJobMask : public RWCollectable {
 ///
 /// A conversion fills the schedule block and, for rotations, the rotation block of the job record
 /// in place: `schedBlock` points to a BKSCHEDINFO, `rotationBlock` to a BKROTATIONINFO. It returns
-/// 1, or 0 after a line on the standard error stream.
+/// 1, or 0 after a line on the standard error stream, for a null pointer too.
 class BKOQ_API BKQSchedule : public RWCollectable {
  public:
   BKQSchedule();  ///< all times are now, no pool name, run-now flag 0

@@ -15,7 +15,8 @@ class BKOQ_API BKQTapeXtension : public RWCollectable {
   explicit BKQTapeXtension(long sessionEndTime);
   ~BKQTapeXtension() override;
 
-  /// Fills the zeroed BKDTAPEX that `rec` points to; 1.
+  /// Fills the zeroed BKDTAPEX that `rec` points to; 1, or 0 after a line on the standard error
+  /// stream for a null pointer.
   int convertToBK2(void*& rec);
 
   const RWCollectableString& getDBuser() const;  ///< pszDBUser
@@ -46,7 +47,8 @@ class BKOQ_API BKQTapeItem : public RWCollectable {
   /// A new item with the same values, owned by the caller; null when memory runs out.
   virtual BKQTapeItem* clone();
 
-  /// Fills the zeroed BKTAPEITEM that `rec` points to; 1.
+  /// Fills the zeroed BKTAPEITEM that `rec` points to; 1, or 0 after a line on the standard error
+  /// stream for a null pointer.
   int convertToBK2(void*& rec);
   int convertToBK2_old(void*& rec);
 
@@ -88,7 +90,8 @@ class BKOQ_API BKQTape : public RWCollectable {
   virtual BKQTape* clone();
 
   /// Fills the zeroed tape record that `rec` points to, with its items, filters and extension.
-  /// 1, or 0 after a line on the standard error stream; nothing is freed then.
+  /// 1, or 0 after a line on the standard error stream, for a null
+  /// pointer too; nothing is freed then.
   int convertToBK2(void*& rec);
   int convertToBK2_old(void*& rec);
 

@@ -15,6 +15,7 @@
 #include "examples/nightly_job.h"
 #include "testing/layouts.h"
 #include "testing/rows.h"
+#include "testing/state_values.h"
 #include "testing/stderr_capture.h"
 #include "testing/time_zone.h"
 #include "transfer/internal/wrap_malloc.h"
@@ -765,6 +766,74 @@ TYPED_TEST(Failures, Scan) {
     script.node(0);
     writeLibrary(script, nullptr);
   });
+}
+
+// Without a job record a flattening decides nothing: what the last one left stays.
+TYPED_TEST(Failures, JobRecordThatFailsLeavesTheStateAsItWas) {
+  using L = TypeParam;
+  char diskPassword[] = "disk";
+  char tapePassword[] = "tape";
+  L::newTapeTimeout() = 11;
+  L::spanTapeTimeout() = 12;
+  L::newTapeMethod() = 13;
+  L::spanTapeMethod() = 14;
+  L::diskSessionPassword() = diskPassword;
+  L::tapeSessionPassword() = tapePassword;
+  L::diskEncryption() = 15;
+  L::diskCompression() = 16;
+  L::nodeNoEstimate() = 17;
+  L::currentNodeType() = 18;
+  L::unixOptions() = 19;
+  L::diskName() = "name";
+  const StateValues before = {11, 12, 13, 14, "disk", "tape", 15, 16, 17, 18, 19, "name"};
+
+  std::vector<std::unique_ptr<BKQJob>> jobs;
+  jobs.emplace_back(new BKQJob);
+  const auto addBackup = [&](BKQBackupJob* job) {
+    job->setSessionPassword("secret");
+    job->setEncryptionOn();
+    job->addSourceNode(this->keeper_.template make<BKQUnixNode>("unix"));
+    jobs.emplace_back(job);
+  };
+  addBackup(new BKQBackupJob);
+  addBackup(new BKQCruiseBackupJob);
+  addBackup(new BKQRotationBackupJob);
+  addBackup(new BKQCruiseMakeupJob);
+  addBackup(new BKQRotationMakeupJob);
+  addBackup(new BKQCustomBackupJob);
+  addBackup(new BKQDatabaseBackupJob("backup"));
+  for (BKQRestoreJob* job : {new BKQRestoreJob("restore"),
+                             static_cast<BKQRestoreJob*>(new BKQDatabaseRestoreJob("restore"))}) {
+    job->setSessionPassword("secret");
+    job->addSourceNode(this->keeper_.template make<BKQTapeNode>("library"));
+    jobs.emplace_back(job);
+  }
+  jobs.emplace_back(new BKQVerifyJob("verify"));
+  jobs.emplace_back(new BKQCompareJob("compare"));
+  jobs.emplace_back(new BKQMergeJob);
+  jobs.emplace_back(new BKQScanJob);
+
+  for (const std::unique_ptr<BKQJob>& job : jobs) {
+    SCOPED_TRACE(job->jobType());
+    job->setOptions(0x00100000);
+    Allocations noMemory(0);
+    int result = -1;
+    char untouched = 0;
+    void* out = &untouched;
+    standardErrorOf([&] {
+      noMemory.start();
+      result = L::convert(*job, out);
+      Allocations::stop();
+    });
+    EXPECT_EQ(result, 0);
+    EXPECT_EQ(out, &untouched);
+    EXPECT_EQ(noMemory.calls().size(), 1u);
+    expectState(stateOf<L>(), before);
+    EXPECT_EQ(L::diskSessionPassword(), diskPassword);
+    EXPECT_EQ(L::tapeSessionPassword(), tapePassword);
+    expectState(stateOf<OtherLayout<L>>(), kEmptyState);
+  }
+  L::diskSessionPassword() = L::tapeSessionPassword() = nullptr;
 }
 
 }  // namespace
