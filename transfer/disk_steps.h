@@ -17,6 +17,7 @@ inline bool joinsDiskCredentials(unsigned int diskType) {
 
 template <class Layout>
 int Flatten<Layout>::disk(BKQDisk& disk, void*& rec, const char* overridePath) {
+  if (rec == nullptr) return noRecord();
   auto& record = *static_cast<typename Layout::Disk*>(rec);
   // Every item conversion below reads the name of its disk from here.
   Layout::diskName() = disk.name_;
@@ -49,7 +50,7 @@ int Flatten<Layout>::disk(BKQDisk& disk, void*& rec, const char* overridePath) {
   }
 
   if (!disk.items_.isEmpty()) passAll(disk.items_, disk.itemCursor_);
-  if (!Text(overridePath).isEmpty()) {
+  if (overridePath != nullptr && *overridePath != '\0') {
     // One item stands for all of them.
     if (!disk.items_.isEmpty() && record.pDiskItems == nullptr) {
       record.ulDiskItemCount = 1;
@@ -88,6 +89,7 @@ inline char* itemPath(const Text& path, const Text& diskName, bool isUnix) {
 
 template <class Layout>
 int Flatten<Layout>::diskItem(BKQDiskItem& item, void*& rec) {
+  if (rec == nullptr) return noRecord();
   auto& record = *static_cast<typename Layout::DiskItem*>(rec);
   record.pszPath =
       itemPath(item.path_, Layout::diskName(), Layout::currentNodeType() == BKQNode::UnixNode);
@@ -114,6 +116,7 @@ int Flatten<Layout>::diskItem(BKQDiskItem& item, void*& rec) {
 
 template <class Layout>
 int Flatten<Layout>::diskItem(BKQDiskItem& item, void*& rec, const char* overridePath) {
+  if (rec == nullptr) return noRecord();
   auto& record = *static_cast<typename Layout::DiskItem*>(rec);
   const Text path(overridePath);
   storeText(record.pszPath, path.isEmpty() ? Text(item.path_) : path);

@@ -2,6 +2,7 @@
 #define BKOQ_TRANSFER_JOB_STEPS_H_
 
 #include "transfer/flatten.h"
+#include "transfer/record_time.h"
 
 namespace bkoq {
 
@@ -72,6 +73,7 @@ void* Flatten<Layout>::firstNode(typename Layout::Node*& nodes) {
 template <class Layout>
 int Flatten<Layout>::backupJob(BKQBackupJob& job, void*& out, const char* nodeName,
                                RWSlistCollectables& disks, int unixKind, const char* unixText) {
+  const KeptTimes keptTimes;
   if (!Flatten::job(job, out)) return failedToConvert("Base BKQJob");
   const Text wantedName(nodeName);
   auto& record = *static_cast<typename Layout::Job*>(out);
@@ -144,6 +146,7 @@ int Flatten<Layout>::tapeSources(RWSlistCollectables& sources, typename Layout::
 template <class Layout>
 int Flatten<Layout>::restoreJob(BKQRestoreJob& job, void*& out, const char* tapeName,
                                 unsigned short sessionNumber) {
+  const KeptTimes keptTimes;
   if (!Flatten::job(job, out)) return failedToConvert("Base BKQJob");
   auto& record = *static_cast<typename Layout::Job*>(out);
 
