@@ -19,6 +19,8 @@ function(bkoq_test_program name)
   endif()
   add_executable(${name} ${arg_SOURCES})
   bkoq_target(${name})
+  # Tests take far longer to compile than to run.
+  target_compile_options(${name} PRIVATE -O0)
   target_link_libraries(${name} PRIVATE ${arg_LIBRARIES} gtest_main)
   gtest_discover_tests(${name} DISCOVERY_TIMEOUT 60)
 endfunction()
