@@ -32,6 +32,8 @@ function(bkoq_library target)
   add_library(bkoq::${target} ALIAS ${target})
   target_include_directories(${target} PUBLIC $<BUILD_INTERFACE:${PROJECT_SOURCE_DIR}/include>)
   target_compile_features(${target} INTERFACE cxx_std_11)
+  # A client's first flattening is often its only one: it finds every call bound already.
+  target_link_options(${target} PRIVATE -Wl,-z,now)
   set_target_properties(${target} PROPERTIES VERSION ${PROJECT_VERSION}
                         SOVERSION ${PROJECT_VERSION_MAJOR} INSTALL_RPATH "$ORIGIN")
   install(TARGETS ${target} EXPORT bkoq-targets

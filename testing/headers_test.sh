@@ -31,4 +31,7 @@ if grep -nE '#include <[a-z_]+>' "$root"/include/bkoq/*.h "$root"/include/rw/*.h
   echo "a public header includes a header of the C++ standard library"
   failed=1
 fi
+[ $failed = 0 ] ||
+  echo "Clients include any one header, in any of these languages: it includes what it needs, and uses" \
+    "nothing that the oldest of them lacks. A new language or a dropped one is a change of the README."
 exit $failed

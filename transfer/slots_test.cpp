@@ -49,6 +49,17 @@ std::string classOf(const Object& object) {
   return typeid(object).name();
 }
 
+class Slots : public testing::Test {
+ protected:
+  void TearDown() override {
+    if (!HasFailure()) return;
+    ADD_FAILURE()
+        << "a virtual function does not stand where clients that were compiled before call "
+           "it: put new ones behind those that are there, or give the library a new major "
+           "version and these tests the new slots";
+  }
+};
+
 // A family of classes whose clone() is the first slot of its own.
 template <class Root>
 struct Row {
@@ -88,7 +99,7 @@ const Row<BKQJob> kJobs[] = {
     {[] { return new BKQScanJob; }, 14},
 };
 
-TEST(Slots, JobsCloneAndTellTheirKind) {
+TEST_F(Slots, JobsCloneAndTellTheirKind) {
   for (const Row<BKQJob>& row : kJobs) expectCloneAndKind(row);
   BKQJob job;
   EXPECT_EQ(callSlot<BKQJob*>(&job, kClone), nullptr);
@@ -96,7 +107,7 @@ TEST(Slots, JobsCloneAndTellTheirKind) {
 }
 
 // The layout of a flattening is seen in whose variables it sets.
-TEST(Slots, JobsConvert) {
+TEST_F(Slots, JobsConvert) {
   const auto expect = [](BKQJob& job) {
     SCOPED_TRACE(classOf(job));
     job.setNewTapeTimeout(77);
@@ -130,11 +141,11 @@ const Row<BKQNode> kNodes[] = {
     {[] { return new BKQSnapShotNode("n"); }, 26}, {[] { return new BKQDBRestoreNode("n"); }, 27},
 };
 
-TEST(Slots, NodesCloneAndTellTheirKind) {
+TEST_F(Slots, NodesCloneAndTellTheirKind) {
   for (const Row<BKQNode>& row : kNodes) expectCloneAndKind(row);
 }
 
-TEST(Slots, NodesConvert) {
+TEST_F(Slots, NodesConvert) {
   for (const Row<BKQNode>& row : kNodes) {
     const std::unique_ptr<BKQNode> node(row.make());
     SCOPED_TRACE(classOf(*node));
@@ -173,11 +184,11 @@ const Row<BKQFilter> kFilters[] = {
     {[] { return new BKQWithinTimeFilter(kAttribute); }, 4},
 };
 
-TEST(Slots, FiltersCloneAndTellTheirKind) {
+TEST_F(Slots, FiltersCloneAndTellTheirKind) {
   for (const Row<BKQFilter>& row : kFilters) expectCloneAndKind(row);
 }
 
-TEST(Slots, FiltersConvert) {
+TEST_F(Slots, FiltersConvert) {
   for (const Row<BKQFilter>& row : kFilters) {
     const std::unique_ptr<BKQFilter> filter(row.make());
     SCOPED_TRACE(classOf(*filter));
@@ -198,7 +209,7 @@ TEST(Slots, FiltersConvert) {
   EXPECT_EQ(record.usFilterType, ForeignFilter::kPreviousMark);
 }
 
-TEST(Slots, TimeFiltersTellTheirRange) {
+TEST_F(Slots, TimeFiltersTellTheirRange) {
   BKQBeforeTimeFilter before;
   BKQAfterTimeFilter after;
   BKQBetweenTimeFilter between;
@@ -216,11 +227,11 @@ const Row<BKQSchedule> kSchedules[] = {
     {[] { return new BKQRegularSchedule; }, 3},
 };
 
-TEST(Slots, SchedulesCloneAndTellTheirKind) {
+TEST_F(Slots, SchedulesCloneAndTellTheirKind) {
   for (const Row<BKQSchedule>& row : kSchedules) expectCloneAndKind(row);
 }
 
-TEST(Slots, SchedulesConvert) {
+TEST_F(Slots, SchedulesConvert) {
   for (const Row<BKQSchedule>& row : kSchedules) {
     const std::unique_ptr<BKQSchedule> schedule(row.make());
     SCOPED_TRACE(classOf(*schedule));
@@ -250,7 +261,7 @@ TEST(Slots, SchedulesConvert) {
 }
 
 // Classes whose clone() is the only slot of their own.
-TEST(Slots, PartsClone) {
+TEST_F(Slots, PartsClone) {
   const std::unique_ptr<RWCollectable> parts[] = {
       std::make_unique<BKQDisk>(),         std::make_unique<BKQDiskItem>(),
       std::make_unique<BKQTape>(),         std::make_unique<BKQTapeItem>(),
@@ -266,7 +277,7 @@ TEST(Slots, PartsClone) {
   }
 }
 
-TEST(Slots, CollectablesAreDeletedThroughTheirs) {
+TEST_F(Slots, CollectablesAreDeletedThroughTheirs) {
   int destroyed = 0;
   callSlot<void>(new Counted<BKQJob>(destroyed), kDestroy);
   callSlot<void>(new Counted<BKQUnixNode>(destroyed, "n"), kDestroy);
@@ -278,7 +289,7 @@ TEST(Slots, CollectablesAreDeletedThroughTheirs) {
 // What is no collectable begins at slot 0; the destructor of the e-mail classes stands behind the
 // operations.
 
-TEST(Slots, EMail) {
+TEST_F(Slots, EMail) {
   BKQInternetEMail internet;
   BKQMHSEMail mhs;
   BKQEMail* const objects[] = {&internet, &mhs};
@@ -321,7 +332,7 @@ void expectClone(Object& object) {
   EXPECT_EQ(classOf(*clone), classOf(object));
 }
 
-TEST(Slots, FaxPrintQueueAndOpenFileInfoClone) {
+TEST_F(Slots, FaxPrintQueueAndOpenFileInfoClone) {
   BKQFax fax;
   expectClone(fax);
   BKQPrintQueue queue;

@@ -256,10 +256,13 @@ typedef struct BKQJDATATRANSFER {
 
 /* The layout is the contract with a reader that was compiled long ago: a compiler or a flag that
    would lay a record out differently must not get through. */
+#define BKOQ_RECORD_REMEDY                                                         \
+  "the reader of this record expects its fields where they were: take the change " \
+  "back, or, when a compiler or a flag makes it, compile for 32 bits without packing"
 #ifdef __cplusplus
-#define BKOQ_RECORD_ASSERT(cond) static_assert(cond, "the transfer record layout is fixed")
+#define BKOQ_RECORD_ASSERT(cond) static_assert(cond, BKOQ_RECORD_REMEDY)
 #else
-#define BKOQ_RECORD_ASSERT(cond) _Static_assert(cond, "the transfer record layout is fixed")
+#define BKOQ_RECORD_ASSERT(cond) _Static_assert(cond, BKOQ_RECORD_REMEDY)
 #endif
 /** Asserts at compile time that a field of a record stands at its offset, in its width. */
 #define BKOQ_RECORD_FIELD(record, field, offset, width) \

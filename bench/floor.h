@@ -1,0 +1,20 @@
+#ifndef BKOQ_BENCH_FLOOR_H_
+#define BKOQ_BENCH_FLOOR_H_
+
+#include <bkoq/records.h>
+
+#include "bench/content.h"
+
+namespace bkoq::bench {
+
+// The floor: what the records cost by themselves. It makes the blocks of a job's record tree from
+// plain structures as the records have to be made, arrays growing by one element at a time, each
+// text a block of its own, and does nothing else: no check, no object, no call but the C library's.
+BKQJDATATRANSFER* flattenPlain(const Job& job);
+
+// Frees a record tree of a backup job, whoever made it, as barely.
+void freePlain(void* job);
+
+}  // namespace bkoq::bench
+
+#endif  // BKOQ_BENCH_FLOOR_H_

@@ -1,0 +1,162 @@
+#include "bench/sections.h"
+
+#include <cstdio>
+#include <cstdlib>
+#include <string>
+#include <vector>
+
+#include "bench/command.h"
+#include "bench/floor.h"
+#include "bench/measure.h"
+#include "bench/model.h"
+#include "bench/same.h"
+#include "bench/shapes.h"
+#include "bench/table.h"
+
+namespace bkoq::bench {
+namespace {
+
+constexpr Limit kRow = {1.30};
+constexpr Limit kSteady = {1.05};
+constexpr Limit kFirst = {1.10};
+constexpr Limit kExponent = {1.10};
+constexpr Limit kNone = {0};
+
+struct Row {
+  std::string shape;
+  unsigned int elements;  // 1 for the typical job, which is counted as a whole
+
+  std::string name() const { return elements == 1 ? shape : countText(elements) + " " + shape; }
+  Job content() const {
+    Job job;
+    if (!makeJob(shape, elements, job)) std::abort();
+    return job;
+  }
+  // Of the smallest sizes the job's own texts are the greater part.
+  bool counts() const { return elements == 1 || elements >= 1000; }
+};
+
+std::vector<Row> rowsOf(const std::vector<unsigned int>& sizes) {
+  std::vector<Row> rows = {{"typical job", 1}};
+  for (const Shape& shape : growingShapes()) {
+    for (const unsigned int elements : sizes) rows.push_back({shape.name, elements});
+  }
+  return rows;
+}
+
+std::string perElement(double nanoseconds, unsigned int elements) {
+  return timeText(nanoseconds / elements) + (elements == 1 ? "" : " an element");
+}
+
+}  // namespace
+
+void measureSteady() {
+  Table::section("library / floor, steady: one process, again and again");
+  std::vector<double> ratios;
+  for (const Row& row : rowsOf({100, 1000, 10000, 100000})) {
+    const Job content = row.content();
+    Model model(content);
+    expectSameTrees(row.name().c_str(), model, content);
+    const Comparison times = compareTimes([&] { freePlain(model.flatten()); },
+                                          [&] { freePlain(flattenPlain(content)); }, 21);
+    Table::row(row.name(), times.ratio, &kRow, perElement(times.nanoseconds, row.elements));
+    if (row.counts()) ratios.push_back(times.ratio.median);
+  }
+  Table::row("geometric mean, typical job and >= 1,000", geometricMean(ratios), &kSteady);
+}
+
+void measureFirst() {
+  Table::section("library / floor, first: the only flattening of a fresh process");
+  const std::string program = besideThis("bkoq_bench_once");
+  std::vector<double> ratios;
+  for (const Row& row : rowsOf({1000, 10000, 100000})) {
+    const auto once = [&](const char* side) {
+      return std::atof(outputOf({program, row.shape, std::to_string(row.elements), side}).c_str());
+    };
+    std::vector<double> rounds;
+    std::vector<double> times;
+    for (int i = 0; i < 15; ++i) {
+      const bool libraryLeads = i % 2 == 0;
+      double time = libraryLeads ? once("library") : 0;
+      const double floorTime = once("floor");
+      if (!libraryLeads) time = once("library");
+      rounds.push_back(time / floorTime);
+      times.push_back(time);
+    }
+    const Spread ratio = spreadOf(rounds);
+    Table::row(row.name(), ratio, nullptr, perElement(spreadOf(times).median, row.elements));
+    ratios.push_back(ratio.median);
+  }
+  Table::row("geometric mean", geometricMean(ratios), &kFirst);
+}
+
+void measureGrowth() {
+  Table::section("exponent of time over size, from 1,000 to 64,000 elements");
+  for (const Shape& shape : growingShapes()) {
+    std::vector<double> sizes;
+    std::vector<double> times;
+    for (unsigned int elements = 1000; elements <= 64000; elements *= 2) {
+      Model model(shape.make(elements));
+      const Work work = [&] { freePlain(model.flatten()); };
+      const unsigned int repeats = repeatsFor(work);
+      std::vector<double> rounds;
+      for (int i = 0; i < 9; ++i) rounds.push_back(timeOf(work, repeats));
+      sizes.push_back(elements);
+      times.push_back(spreadOf(rounds).median);
+    }
+    Table::row(shape.name, exponentOf(sizes, times), &kExponent);
+  }
+}
+
+void measureCounts() {
+  Table::section("allocations and bytes of a flattening, beyond the floor's");
+  const std::string program = besideThis("bkoq_bench_counts");
+  for (const Row& row : rowsOf({10000})) {
+    unsigned long long calls = 0;
+    unsigned long long bytes = 0;
+    unsigned long long floorCalls = 0;
+    unsigned long long floorBytes = 0;
+    const std::string output = outputOf({program, row.shape, std::to_string(row.elements)});
+    if (std::sscanf(output.c_str(), "%llu %llu %llu %llu", &calls, &bytes, &floorCalls,
+                    &floorBytes) != 4) {
+      std::abort();
+    }
+    Table::row(row.name() + ", allocations",
+               static_cast<double>(calls) - static_cast<double>(floorCalls), &kNone,
+               "of " + countText(calls));
+    Table::row(row.name() + ", bytes", static_cast<double>(bytes) - static_cast<double>(floorBytes),
+               &kNone, "of " + countText(bytes));
+  }
+}
+
+void measureInstructions() {
+  Table::section("instructions of a flattening without the freeing, library / floor");
+  if (!isInstalled("valgrind")) {
+    Table::note("left out: valgrind is not installed");
+    return;
+  }
+  const std::string program = besideThis("bkoq_bench_once");
+  for (const Row& row : rowsOf({10000})) {
+    const auto instructions = [&](const char* side) {
+      const std::string output =
+          outputOf({"valgrind", "--tool=callgrind", "--toggle-collect=benchFlattenOnce",
+                    "--callgrind-out-file=/dev/null", program, row.shape,
+                    std::to_string(row.elements), side});
+      const std::size_t at = output.find("Collected : ");
+      return at == std::string::npos ? 0.0 : std::atof(output.c_str() + at + 12);
+    };
+    const double library = instructions("library");
+    const double floor = instructions("floor");
+    if (library == 0 || floor == 0) {
+      Table::note("left out: valgrind does not run this program");
+      return;
+    }
+    char remark[96];
+    std::snprintf(remark, sizeof remark, "%.1f of the library, %.1f of the floor",
+                  library / row.elements, floor / row.elements);
+    Table::row(row.name(), library / floor, nullptr,
+               std::string(remark) + (row.elements == 1 ? "" : " an element"));
+  }
+}
+
+}  // namespace bkoq::bench

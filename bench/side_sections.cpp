@@ -1,0 +1,195 @@
+#include <cstdio>
+#include <cstdlib>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "bench/floor.h"
+#include "bench/measure.h"
+#include "bench/model.h"
+#include "bench/peer.h"
+#include "bench/same.h"
+#include "bench/sections.h"
+#include "bench/shapes.h"
+#include "bench/table.h"
+
+namespace bkoq::bench {
+namespace {
+
+constexpr Limit kPeer = {0.90};
+constexpr Limit kPages = {3};
+
+std::string decimal(double value) {
+  char text[32];
+  std::snprintf(text, sizeof text, "%.2f", value);
+  return text;
+}
+
+// Sets TZ, or unsets it, for as long as it lives.
+class ZoneSetting {
+ public:
+  explicit ZoneSetting(const char* zone) {
+    if (const char* former = std::getenv("TZ")) former_ = {true, former};
+    set(zone);
+  }
+  ~ZoneSetting() { set(former_.first ? former_.second.c_str() : nullptr); }
+  ZoneSetting(const ZoneSetting&) = delete;
+  ZoneSetting& operator=(const ZoneSetting&) = delete;
+
+ private:
+  static void set(const char* zone) {
+    if (zone != nullptr) {
+      setenv("TZ", zone, 1);
+    } else {
+      unsetenv("TZ");
+    }
+  }
+  std::pair<bool, std::string> former_;
+};
+
+// The conversions that the time filters of a flattening ask for, one after the other.
+void convertEachBound(const Job& job) {
+  for (const Node& node : job.nodes) {
+    for (const auto* filters : {&node.filters, &job.filters}) {
+      for (const Filter& filter : *filters) {
+        for (int i = 0; i <= (filter.timeRange == BKQTimeFilter::Between ? 1 : 0); ++i) {
+          asRecorded(filter.bounds[i]);
+        }
+      }
+    }
+  }
+}
+
+}  // namespace
+
+void measurePeer() {
+  Table::section("library / FlatBuffers, each with the freeing of what it made");
+  std::vector<std::pair<std::string, Job>> jobs = {{"typical job", typicalJob()}};
+  for (const Shape& shape : growingShapes()) {
+    for (const unsigned int elements : {1000U, 10000U, 100000U}) {
+      jobs.emplace_back(countText(elements) + " " + shape.name, shape.make(elements));
+    }
+  }
+  struct {
+    const char* name;
+    const Limit* must;
+    std::vector<double> library;
+    std::vector<double> floor;
+  } peers[] = {{"builder", &kPeer, {}, {}},
+               {"object API", &kPeer, {}, {}},
+               {"objects made, too", nullptr, {}, {}}};
+  for (const auto& job : jobs) {
+    const Job& content = job.second;
+    Model model(content);
+    const PeerModel objects(content);
+    const Work flatten = [&] { freePlain(model.flatten()); };
+    const Work makeAndFlatten = [&] {
+      Model made(content);
+      freePlain(made.flatten());
+    };
+    const Work flattenFloor = [&] { freePlain(flattenPlain(content)); };
+    const Work copyAndFlattenFloor = [&] {
+      const Job copy = content;
+      freePlain(flattenPlain(copy));
+    };
+    const struct {
+      Work library;
+      Work floor;
+      Work peer;
+    } contests[] = {{flatten, flattenFloor, [&] { packPlain(content); }},
+                    {flatten, flattenFloor, [&] { objects.pack(); }},
+                    {makeAndFlatten, copyAndFlattenFloor, [&] { PeerModel(content).pack(); }}};
+    for (int i = 0; i < 3; ++i) {
+      const Comparison library = compareTimes(contests[i].library, contests[i].peer, 11);
+      const Comparison floor = compareTimes(contests[i].floor, contests[i].peer, 11);
+      Table::row(job.first + ", " + peers[i].name, library.ratio, nullptr,
+                 "the floor " + decimal(floor.ratio.median));
+      peers[i].library.push_back(library.ratio.median);
+      peers[i].floor.push_back(floor.ratio.median);
+    }
+  }
+  for (const auto& peer : peers) {
+    Table::row(std::string("geometric mean, ") + peer.name, geometricMean(peer.library), peer.must,
+               "the floor " + decimal(geometricMean(peer.floor)));
+  }
+}
+
+void measureTimeFilters() {
+  Table::section("time filters, TZ unset and set: library / the floor with a conversion a bound");
+  const struct {
+    const char* name;
+    Job (*make)(unsigned int elements);
+  } shapes[] = {{"of the job, 10 nodes", jobTimeFilters}, {"of one node", nodeTimeFilters}};
+  for (const char* zone : {static_cast<const char*>(nullptr), "EST5EDT,M3.2.0,M11.1.0"}) {
+    const ZoneSetting setting(zone);
+    for (const auto& shape : shapes) {
+      constexpr unsigned int kElements = 1000;
+      const Job content = shape.make(kElements);
+      Model model(content);
+      const std::string name =
+          std::string(shape.name) + (zone == nullptr ? ", TZ unset" : ", TZ set");
+      expectSameTrees(name.c_str(), model, content);
+      const Work library = [&] { freePlain(model.flatten()); };
+      const Work converting = [&] {
+        convertEachBound(content);
+        freePlain(flattenPlain(content));
+      };
+      const Comparison times = compareTimes(library, converting, 11);
+      const Comparison floor = compareTimes(
+          library, [&] { freePlain(flattenPlain(content)); }, 11);
+      Table::row(name, times.ratio, nullptr,
+                 timeText(times.nanoseconds / kElements) + " an entry instead of " +
+                     timeText(times.itsNanoseconds / kElements) + "; library / floor " +
+                     decimal(floor.ratio.median));
+    }
+  }
+}
+
+void measurePaging() {
+  Table::section("a list of 100,000 items by pages of 10, against one page");
+  constexpr unsigned int kItems = 100000;
+  BKQDisk disk;
+  BKQDiskItem item;
+  for (unsigned int i = 0; i < kItems; ++i) disk.addDiskItem(item);
+  const auto pages = [&](unsigned int size) {
+    disk.resetDiskItems();
+    for (;;) {
+      BKQDiskItemCol* page = nullptr;
+      const unsigned int placed = disk.enumDiskItems(page, size);
+      delete page;
+      if (placed == 0 || placed == kItems) return;
+    }
+  };
+  const Comparison times = compareTimes([&] { pages(10); }, [&] { pages(kItems); }, 21);
+  Table::row("enumDiskItems()", times.ratio, &kPages,
+             timeText(times.nanoseconds / kItems) + " an element, in one page " +
+                 timeText(times.itsNanoseconds / kItems));
+}
+
+void measureBuilding() {
+  Table::section("making and deleting the library's objects, against copying the plain structures");
+  for (const Shape& shape : growingShapes()) {
+    constexpr unsigned int kElements = 10000;
+    const Job content = shape.make(kElements);
+    const Comparison times =
+        compareTimes([&] { Model model(content); }, [&] { Job copy = content; }, 11);
+    Table::row(countText(kElements) + " " + shape.name, times.ratio, nullptr,
+               timeText(times.nanoseconds / kElements) + " an element");
+  }
+  const Job content = typicalJob();
+  const Comparison times =
+      compareTimes([&] { Model model(content); }, [&] { Job copy = content; }, 21);
+  Table::row("typical job", times.ratio, nullptr, timeText(times.nanoseconds));
+}
+
+void measureCloning() {
+  Table::section("cloning the typical job, against building it anew; neither is deleted");
+  const Job content = typicalJob();
+  Model model(content);
+  const Comparison times =
+      compareTimes([&] { model.job().clone(); }, [&] { new Model(content); }, 11);
+  Table::row("clone()", times.ratio, nullptr,
+             timeText(times.nanoseconds) + " instead of " + timeText(times.itsNanoseconds));
+}
+
+}  // namespace bkoq::bench
