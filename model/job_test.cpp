@@ -919,6 +919,40 @@ TEST(BackupJob, ClonesInScarceMemory) {
   expectClonesInScarceMemory(nightly.job());
 }
 
+// Nor does a copy delete what its source holds; without memory to look that up fast it is looked up
+// slowly.
+TEST(BackupJob, CopiesInScarceMemory) {
+  if (!kSeesAllocations) GTEST_SKIP() << "allocations are not seen with this heap";
+  unsigned int allocations = 99;
+  for (unsigned int failing = 0; failing <= allocations; ++failing) {
+    int sharedDestroyed = 0;
+    int formerDestroyed = 0;
+    auto* shared = new Counted<BKQMacNode>(sharedDestroyed, "shared");
+    auto* former = new Counted<BKQMacNode>(formerDestroyed, "former");
+    BKQBackupJob source("source");
+    source.addSourceNode(*shared);
+    BKQBackupJob target("target");
+    target.addSourceNode(*shared);
+    target.addSourceNode(*former);
+    {
+      const HeapWatch heap(failing);
+      target.mycopy(&source);
+      if (failing == 0) allocations = heap.allocations();
+    }
+    SCOPED_TRACE(failing);
+    EXPECT_EQ(sharedDestroyed, 0);
+    // The list of what is to be deleted may find no memory either.
+    EXPECT_LE(formerDestroyed, 1);
+    if (failing == 0) {
+      EXPECT_EQ(formerDestroyed, 1);
+    }
+    if (formerDestroyed == 0) delete former;
+    target.clearSourceNodes();
+    if (sharedDestroyed == 0) delete shared;
+  }
+  EXPECT_GT(allocations, 5u);
+}
+
 TEST(RestoreJob, ClonesInScarceMemory) {
   Keeper keeper;
   BKQRestoreJob job("restore");
