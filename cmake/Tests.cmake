@@ -54,7 +54,7 @@ function(bkoq_add_tests)
     bkoq_collect_tests(sources transfer/internal/*.cpp)
     if(sources)
       bkoq_internal_test_program(bkoq_internal_test SOURCES ${sources} ${shared}
-                                 LIBRARIES bkoq_objects bkrw
+                                 LIBRARIES bkoq_objects bkrw bkoqkit
                                  WRAP malloc realloc)
     endif()
   endif()

@@ -2,8 +2,12 @@
 // order, every allocation that the flattening makes, its size, and what is reported when it fails.
 // Then each of them is made to fail in turn.
 
+#include <bkoq/kit.h>
 #include <gtest/gtest.h>
 
+#include <cstdio>
+#include <cstdlib>
+#include <cstring>
 #include <functional>
 #include <initializer_list>
 #include <map>
@@ -14,6 +18,8 @@
 
 #include "examples/nightly_job.h"
 #include "testing/layouts.h"
+#include "testing/name_list.h"
+#include "testing/parts.h"
 #include "testing/rows.h"
 #include "testing/state_values.h"
 #include "testing/stderr_capture.h"
@@ -31,6 +37,7 @@ struct Step {
   bool keepsOut;       // the failure leaves `out` as the caller set it
   uint32_t count;      // the array's count after the failure, 0 when this is no array
   unsigned int nulls;  // fields that are null after a silent failure
+  bool isFirst;        // of two texts: without it the first is empty
 };
 
 class Script {
@@ -61,21 +68,24 @@ class Script {
     silent(std::string(value).size() + 1, copies);
   }
   void silent(std::size_t size, unsigned int nulls = 1) {
-    steps_.push_back({false, size, "", false, 0, nulls});
+    steps_.push_back({false, size, "", false, 0, nulls, false});
   }
 
+  // A text that gets a second one behind it.
+  void firstText(std::size_t size) { steps_.push_back({false, size, "", false, 0, 0, true}); }
+
   void jobRecord() {
-    steps_.push_back(
-        {false, 292, "Failed in malloc " + name("BKQJDATATRANSFER") + "\n" + chain_, true, 0, 0});
+    steps_.push_back({false, 292, "Failed in malloc " + name("BKQJDATATRANSFER") + "\n" + chain_,
+                      true, 0, 0, false});
   }
   // An element of an array, by its index.
   void element(const std::string& record, std::size_t size, uint32_t index) {
     steps_.push_back(
-        {index != 0, size * (index + 1), failure(index != 0, record), false, index + 1, 0});
+        {index != 0, size * (index + 1), failure(index != 0, record), false, index + 1, 0, false});
   }
   // A block that is no array, first allocated or made longer.
   void block(const char* name, std::size_t size, bool isRealloc) {
-    steps_.push_back({isRealloc, size, failure(isRealloc, name), false, 0, 0});
+    steps_.push_back({isRealloc, size, failure(isRealloc, name), false, 0, 0, false});
   }
 
   void node(uint32_t index) { element(name("BKNODE"), 100, index); }
@@ -110,11 +120,17 @@ class Script {
   std::vector<Step> steps_;
 };
 
-// All texts of a record tree under the places where they hang, and the arrays that are lost: a
-// count over a null pointer.
+// An array that is lost: a count over a null pointer.
+struct LostArray {
+  uint32_t count;
+  const char* countField;
+  const char* pointerField;
+};
+
+// All texts of a record tree under the places where they hang, and the arrays that are lost.
 struct Tree {
   std::map<std::string, std::string> texts;
-  std::map<std::string, uint32_t> lost;
+  std::map<std::string, LostArray> lost;
 };
 
 class TreeReader {
@@ -149,7 +165,10 @@ class TreeReader {
     const std::uint32_t count = numberAt(record, countOffset, 4);
     const char* elements = pointerAt(record, pointerOffset);
     if (elements == nullptr) {
-      if (count != 0) tree_.lost[where] = count;
+      if (count != 0) {
+        const char* bytes = static_cast<const char*>(record);
+        tree_.lost[where] = {count, bytes + countOffset, bytes + pointerOffset};
+      }
       return;
     }
     for (std::uint32_t i = 0; i < count; ++i) {
@@ -201,31 +220,106 @@ class Flattening {
  public:
   using Convert = std::function<int(void*& out)>;
 
-  // Afterwards the state variables hold none of the blocks, which are freed with this.
-  Flattening(const Convert& convert, std::size_t failing, bool andAllAfter)
-      : allocations(failing, andAllAfter) {
+  Flattening(const Convert& convert, bool isPrevious, std::size_t failing, bool andAllAfter)
+      : allocations(failing, andAllAfter),
+        layout(isPrevious ? BKOQ_LAYOUT_PREVIOUS : BKOQ_LAYOUT_CURRENT) {
     void* out = &untouched_;
     lines = standardErrorOf([&] {
       allocations.start();
       result = convert(out);
       Allocations::stop();
     });
-    BK6_DISKSESSIONPW = BK6_TAPESESSIONPW = nullptr;
-    BK6_DISKSESSIONPW_OLD = BK6_TAPESESSIONPW_OLD = nullptr;
+    for (char** password :
+         {&BK6_DISKSESSIONPW, &BK6_TAPESESSIONPW, &BK6_DISKSESSIONPW_OLD, &BK6_TAPESESSIONPW_OLD}) {
+      if (*password != nullptr) passwords_.push_back(*password);
+      *password = nullptr;
+    }
     if (out == &untouched_) return;
     record = out;
     TreeReader(tree).readJob(record);
   }
 
+  // Frees the tree, whatever became of it, as a client does: the blocks of the tree and the session
+  // passwords are all that there are, but for the one block that a failing realloc() lost.
+  ~Flattening() {
+    const std::size_t blocks = allocations.blocks();
+    std::size_t freed = passwords_.size();
+    for (char* password : passwords_) std::free(password);
+    if (allocations.lost() != nullptr && !putBack()) {
+      ++freed;
+      std::free(allocations.lost());
+    }
+    BkoqFreed released = {};
+    EXPECT_EQ(bkoqFree(record, layout, &released), BKOQ_OK);
+    EXPECT_EQ(released.notFreed, 0u);
+    EXPECT_EQ(freed + released.blocks, blocks);
+    allocations.handOver();
+  }
+
   Allocations allocations;
+  BkoqLayout layout;
   int result = -1;
   std::string lines;
-  const void* record = nullptr;  // null when `out` was left as it was
+  void* record = nullptr;  // null when `out` was left as it was
   Tree tree;
 
  private:
+  // Hangs a lost array up again, so that what hangs from it is freed with the tree. False for a
+  // block that is no array.
+  bool putBack() const {
+    if (tree.lost.empty()) return false;
+    const LostArray& array = tree.lost.begin()->second;
+    const uint32_t count = array.count - 1;
+    void* const lost = allocations.lost();
+    std::memcpy(const_cast<char*>(array.countField), &count, sizeof count);
+    std::memcpy(const_cast<char*>(array.pointerField), &lost, sizeof lost);
+    return true;
+  }
+
   char untouched_ = 0;
+  std::vector<char*> passwords_;  // taken out of the state variables
 };
+
+struct Difference {
+  std::string path;
+  std::string whole;
+  std::string failed;
+};
+
+// Where the two trees differ, field by field.
+std::vector<Difference> differencesOf(const Flattening& whole, const Flattening& failed) {
+  std::vector<Difference> differences;
+  const auto note = [](const BkoqDifference* difference, void* user) {
+    static_cast<std::vector<Difference>*>(user)->push_back(
+        {difference->path, difference->oldValue, difference->newValue});
+    return 0;
+  };
+  EXPECT_NE(bkoqCompare(whole.record, whole.layout, failed.record, failed.layout, 1, note,
+                        &differences, nullptr),
+            BKOQ_BAD_ARGUMENT);
+  return differences;
+}
+
+// Whether a field stands as it does before the flattening comes to it: zero or null, or as what is
+// done first leaves it.
+bool isUnfinished(const Difference& difference) {
+  const std::string& path = difference.path;
+  const std::string field = path.substr(path.rfind('.') + 1);
+  const std::string& value = difference.failed;
+  if (value == "null" || value == "absent" || value == "0") return true;
+  if (value.rfind("null (unfinished", 0) == 0) return true;
+  // The type of a node is its own until it is replaced by that of the record.
+  if (field == "usNodeType") return value.find("unfinished") != std::string::npos;
+  if (field == "ulNodeOptions") {
+    const unsigned long bits = std::stoul(value, nullptr, 16);
+    return (bits & std::stoul(difference.whole, nullptr, 16)) == bits;
+  }
+  // A second text comes last.
+  const std::size_t second = value.rfind(", \"\"");
+  if (second != std::string::npos) return difference.whole.rfind(value.substr(0, second), 0) == 0;
+  const bool isCount = field.rfind("ulNum", 0) == 0 || field.find("Count") != std::string::npos;
+  return isCount && std::stoul(value) < std::stoul(difference.whole);
+}
 
 void expectSilent(const Flattening& failed, const Step& step, const Flattening& whole) {
   EXPECT_EQ(failed.result, 1);
@@ -234,19 +328,28 @@ void expectSilent(const Flattening& failed, const Step& step, const Flattening& 
   EXPECT_TRUE(failed.tree.lost.empty());
   // The same tree but for the fields that are null.
   unsigned int nulls = 0;
+  unsigned int emptied = 0;
   for (const auto& text : whole.tree.texts) {
     const auto found = failed.tree.texts.find(text.first);
     if (found == failed.tree.texts.end()) {
       ++nulls;
+    } else if (found->second.empty() && !text.second.empty()) {
+      ++emptied;
     } else {
       EXPECT_EQ(found->second, text.second) << text.first;
     }
   }
   EXPECT_EQ(nulls, step.nulls);
+  EXPECT_EQ(emptied, step.isFirst ? 1u : 0u);
   EXPECT_EQ(failed.tree.texts.size() + nulls, whole.tree.texts.size());
+  const std::vector<Difference> differences = differencesOf(whole, failed);
+  EXPECT_EQ(differences.size(), nulls + emptied);
+  for (const Difference& difference : differences) {
+    EXPECT_EQ(difference.failed, step.isFirst ? "\"\", \"extra\"" : "null") << difference.path;
+  }
 }
 
-void expectReported(const Flattening& failed, const Step& step) {
+void expectReported(const Flattening& failed, const Step& step, const Flattening& whole) {
   EXPECT_EQ(failed.result, 0);
   EXPECT_EQ(failed.lines, step.lines);
   EXPECT_EQ(failed.record == nullptr, step.keepsOut);
@@ -255,13 +358,30 @@ void expectReported(const Flattening& failed, const Step& step) {
     EXPECT_TRUE(failed.tree.lost.empty());
   } else {
     ASSERT_EQ(failed.tree.lost.size(), 1u);
-    EXPECT_EQ(failed.tree.lost.begin()->second, step.count) << failed.tree.lost.begin()->first;
+    EXPECT_EQ(failed.tree.lost.begin()->second.count, step.count)
+        << failed.tree.lost.begin()->first;
+  }
+  if (failed.record == nullptr) return;
+  // What was not reached is as it was cleared, and the rest as in the whole tree.
+  for (const Difference& difference : differencesOf(whole, failed)) {
+    EXPECT_TRUE(isUnfinished(difference))
+        << difference.path << " is " << difference.failed << ", in the end " << difference.whole;
   }
 }
 
+// Says in the end how many allocations failed.
+class Total : public testing::Environment {
+ public:
+  static std::size_t failures;
+  void TearDown() override { std::printf("%zu allocations made to fail\n", failures); }
+};
+std::size_t Total::failures = 0;
+const auto* const kTotal = testing::AddGlobalTestEnvironment(new Total);
+
 void failEveryAllocation(const Flattening::Convert& convert, const Script& script) {
   const std::vector<Step>& steps = script.steps();
-  const Flattening whole(convert, Allocations::kNone, false);
+  const bool isPrevious = script.isPrevious();
+  const Flattening whole(convert, isPrevious, Allocations::kNone, false);
   ASSERT_EQ(whole.result, 1);
   EXPECT_EQ(whole.lines, "");
   ASSERT_TRUE(whole.tree.lost.empty());
@@ -272,13 +392,14 @@ void failEveryAllocation(const Flattening::Convert& convert, const Script& scrip
   }
   ASSERT_EQ(calls.size(), steps.size());
 
+  Total::failures += 2 * steps.size();
   for (std::size_t i = 0; i < steps.size(); ++i) {
     SCOPED_TRACE("allocation " + std::to_string(i) + " fails");
-    const Flattening failed(convert, i, false);
+    const Flattening failed(convert, isPrevious, i, false);
     if (steps[i].lines.empty()) {
       expectSilent(failed, steps[i], whole);
     } else {
-      expectReported(failed, steps[i]);
+      expectReported(failed, steps[i], whole);
       EXPECT_EQ(failed.allocations.calls().size(), i + 1) << "goes on after a failure";
     }
   }
@@ -288,9 +409,9 @@ void failEveryAllocation(const Flattening::Convert& convert, const Script& scrip
     SCOPED_TRACE("memory has run out from allocation " + std::to_string(i) + " on");
     std::size_t reporting = i;
     while (reporting < steps.size() && steps[reporting].lines.empty()) ++reporting;
-    const Flattening failed(convert, i, true);
+    const Flattening failed(convert, isPrevious, i, true);
     if (reporting < steps.size()) {
-      expectReported(failed, steps[reporting]);
+      expectReported(failed, steps[reporting], whole);
     } else {
       EXPECT_EQ(failed.result, 1);
       EXPECT_EQ(failed.lines, "");
@@ -316,36 +437,61 @@ TYPED_TEST_SUITE(Failures, Layouts, );
 
 // The nightly backup.
 
-void writeNightlyUnixNode(Script& script) {
+// What of the nightly backup a form asks for.
+struct Wanted {
+  bool onlyLedger = false;
+  std::vector<std::string> disks;  // empty for all
+  int unixKind = 0;
+  const char* unixText = "";
+};
+
+void writeHomeDisk(Script& script, uint32_t index) {
+  script.disk(index);
+  script.within("Disk", [&] {
+    script.texts({"/home", "s3ss10n"});
+    script.silent(8);  // user and second password in a row
+    script.diskItem(0);
+    script.within("DiskItem", [&] {
+      script.texts({"/home/ledgers"});
+      script.fileList({"2003.db", "2004.db"});
+    });
+    script.diskItem(1);
+    script.texts({"/home"});
+    script.filter(0);
+    script.texts({"vol*"});
+    script.filter(1);
+  });
+}
+
+void writeRootDisk(Script& script, uint32_t index) {
+  script.disk(index);
+  script.within("Disk", [&] {
+    script.texts({"/", "r00t"});
+    script.diskItem(0);
+    script.texts({"/etc"});
+  });
+}
+
+void writeNightlyUnixNode(Script& script, const Wanted& wanted) {
+  const std::vector<std::string> all = {"/home", "/"};
+  const bool hasText = *wanted.unixText != '\0';
+  const std::size_t textSize = std::strlen(wanted.unixText) + 1;
   script.node(0);
   script.within("Unix Node", [&] {
     script.within("Base BKQDiskNode", [&] {
-      script.silent(5);  // OS version, an empty second text behind it
-      script.silent(8);  // node name, likewise
+      // OS version and node name; behind the one that gets no text stands an empty one.
+      hasText&& wanted.unixKind == 1 ? script.firstText(5) : script.silent(5);
+      hasText&& wanted.unixKind == 2 ? script.firstText(8) : script.silent(8);
       if (!script.isPrevious()) script.texts({"accounting"});
       script.texts({"10.0.0.5", "root", "tr0ub4dor", "payroll"});
-      script.disk(0);
-      script.within("Disk", [&] {
-        script.texts({"/home", "s3ss10n"});
-        script.silent(8);  // user and second password in a row
-        script.diskItem(0);
-        script.within("DiskItem", [&] {
-          script.texts({"/home/ledgers"});
-          script.fileList({"2003.db", "2004.db"});
-        });
-        script.diskItem(1);
-        script.texts({"/home"});
-        script.filter(0);
-        script.texts({"vol*"});
-        script.filter(1);
-      });
-      script.disk(1);
-      script.within("Disk", [&] {
-        script.texts({"/", "r00t"});
-        script.diskItem(0);
-        script.texts({"/etc"});
-      });
+      uint32_t index = 0;
+      for (const std::string& disk : wanted.disks.empty() ? all : wanted.disks) {
+        disk == "/" ? writeRootDisk(script, index++) : writeHomeDisk(script, index++);
+      }
     });
+    if (!hasText) return;
+    if (wanted.unixKind == 1) script.block("pszNodeOSVer", 4 + textSize, true);
+    if (wanted.unixKind == 2) script.block("pszNodeName", 7 + textSize, true);
   });
 }
 
@@ -372,35 +518,7 @@ void writeNightlyWindowsNode(Script& script) {
   });
 }
 
-void writeNightlyDestination(Script& script) {
-  script.node(0);
-  script.within("Tape Node", [&] {
-    script.texts({"library1"});
-    script.tape(0);
-    script.texts({"DAILY", "NIGHT-01", "/ledgers", "shelf 4"});
-    script.extension({"sa", "syb4se"});
-    script.tapeItem(0);
-    script.tapeItem(1);
-    script.texts({"/etc/passwd"});
-    script.filter(0);
-    script.texts({"*.db"});
-    script.tape(1);
-    script.texts({"DAILY", "NIGHT-02", "t4pe"});
-  });
-}
-
-void writeNightly(Script& script) {
-  script.within("Base BKQJob", [&] {
-    script.jobRecord();
-    script.texts({"operator", "/var/log/nightly.rpt", "Nightly backup of the accounting machines",
-                  "/usr/local/bin/quiesce", "/usr/local/bin/resume", "backup1"});
-    script.texts({"faxhost", "faxuser", "f4x", "555-0100", "cover.txt"});
-    if (script.isPrevious()) script.texts({"Night shift"});
-    script.texts({"mailhost", "mailuser", "m4il", "sys:mhs", "ops@acme", "ops"});
-    script.texts({"printhost", "printuser", "pr1nt", "Q_NIGHT", "NIGHTSET"});
-  });
-  script.sharedText("s3ss10n", 4);  // the session password, of four disks without their own
-  writeNightlyUnixNode(script);
+void writeNightlyOtherNodes(Script& script) {
   writeNightlyWindowsNode(script);
   script.node(2);
   script.within("Node", [&] {
@@ -422,10 +540,45 @@ void writeNightly(Script& script) {
       script.texts({"master"});
     });
   });
+}
+
+void writeNightlyDestination(Script& script) {
+  script.node(0);
+  script.within("Tape Node", [&] {
+    script.texts({"library1"});
+    script.tape(0);
+    script.texts({"DAILY", "NIGHT-01", "/ledgers", "shelf 4"});
+    script.extension({"sa", "syb4se"});
+    script.tapeItem(0);
+    script.tapeItem(1);
+    script.texts({"/etc/passwd"});
+    script.filter(0);
+    script.texts({"*.db"});
+    script.tape(1);
+    script.texts({"DAILY", "NIGHT-02", "t4pe"});
+  });
+}
+
+void writeNightly(Script& script, const Wanted& wanted) {
+  script.within("Base BKQJob", [&] {
+    script.jobRecord();
+    script.texts({"operator", "/var/log/nightly.rpt", "Nightly backup of the accounting machines",
+                  "/usr/local/bin/quiesce", "/usr/local/bin/resume", "backup1"});
+    script.texts({"faxhost", "faxuser", "f4x", "555-0100", "cover.txt"});
+    if (script.isPrevious()) script.texts({"Night shift"});
+    script.texts({"mailhost", "mailuser", "m4il", "sys:mhs", "ops@acme", "ops"});
+    script.texts({"printhost", "printuser", "pr1nt", "Q_NIGHT", "NIGHTSET"});
+  });
+  // The session password, of four disks without their own, one of them of the first node.
+  const bool hasHome =
+      wanted.disks.empty() || wanted.disks.front() == "/home" || wanted.disks.back() == "/home";
+  script.sharedText("s3ss10n", wanted.onlyLedger ? hasHome : 4);
+  writeNightlyUnixNode(script, wanted);
+  if (!wanted.onlyLedger) writeNightlyOtherNodes(script);
   writeNightlyDestination(script);
   // Filter by filter, node by node; the second node has two of its own.
   for (uint32_t filter = 0; filter < 4; ++filter) {
-    for (uint32_t node = 0; node < 4; ++node) {
+    for (uint32_t node = 0; node < (wanted.onlyLedger ? 1 : 4); ++node) {
       script.filter(node == 1 ? filter + 2 : filter);
       if (filter == 0) script.texts({"/tmp"});
       if (filter == 1) script.texts({"*.o"});
@@ -433,9 +586,86 @@ void writeNightly(Script& script) {
   }
 }
 
-TYPED_TEST(Failures, NightlyBackup) {
+// The nightly backup as a job of another class.
+template <class Job>
+class NightlyAs {
+ public:
+  explicit NightlyAs(NightlyBackup& nightly) : nightly_(nightly.job()), job_(new Job("nightly")) {
+    static_cast<BKQJob&>(*job_).mycopy(&nightly_);
+    job_->setSessionPassword("s3ss10n");
+    job_->setOpenFileInfo(*new BKQOpenFileInfo);
+    BKQNodeCol* nodes = nullptr;
+    nightly_.resetSourceNodes();
+    const unsigned int nodeCount = nightly_.enumSourceNodes(nodes, 4);
+    for (unsigned int i = 0; i < nodeCount; ++i) {
+      job_->addSourceNode(*static_cast<BKQNode*>(nodes->at(i)));
+    }
+    delete nodes;
+    BKQFilterCol* filters = nullptr;
+    nightly_.resetFilters();
+    const unsigned int filterCount = nightly_.enumFilters(filters, 4);
+    for (unsigned int i = 0; i < filterCount; ++i) {
+      job_->addFilter(*static_cast<BKQFilter*>(filters->at(i)));
+    }
+    delete filters;
+    job_->setDestination(*nightly_.getDestination());
+  }
+  ~NightlyAs() {
+    // The destination stays the other job's.
+    job_->setDestination(*new BKQTapeNode(""));
+    deleteClone(job_, nightly_);
+  }
+  NightlyAs(const NightlyAs&) = delete;
+  NightlyAs& operator=(const NightlyAs&) = delete;
+
+  Job& job() { return *job_; }
+
+ private:
+  BKQBackupJob& nightly_;
+  Job* job_;
+};
+
+// Every form of the conversion of a backup.
+template <class L, class Job>
+void failBackup(Job& job) {
+  NameList noNames{};
+  NameList home{"/home"};
+  NameList both{"/", "/home"};
+  const struct {
+    std::function<int(void*& out)> convert;
+    Wanted wanted;
+  } forms[] = {
+      {[&](void*& out) { return L::convert(job, out); }, {}},
+      {[&](void*& out) { return L::convert(job, out, ""); }, {}},
+      {[&](void*& out) { return L::convert(job, out, "ledger"); }, {true, {}, 0, ""}},
+      {[&](void*& out) { return L::convert(job, out, "", noNames); }, {}},
+      {[&](void*& out) { return L::convert(job, out, "ledger", both); },
+       {true, {"/", "/home"}, 0, ""}},
+      {[&](void*& out) { return L::convert(job, out, "", 0, ""); }, {}},
+      {[&](void*& out) { return L::convert(job, out, "ledger", 1, "extra"); },
+       {true, {}, 1, "extra"}},
+      {[&](void*& out) { return L::convert(job, out, "", noNames, 2, ""); }, {}},
+      {[&](void*& out) { return L::convert(job, out, "ledger", home, 2, "extra"); },
+       {true, {"/home"}, 2, "extra"}},
+  };
+  for (const auto& form : forms) {
+    Script script(L::kPrevious);
+    writeNightly(script, form.wanted);
+    failEveryAllocation(form.convert, script);
+  }
+}
+
+template <class L, class... Jobs>
+void failBackups() {
   NightlyBackup nightly;
-  this->failAll(nightly.job(), writeNightly);
+  (failBackup<L>(NightlyAs<Jobs>(nightly).job()), ...);
+}
+
+TYPED_TEST(Failures, Backups) {
+  NightlyBackup nightly;
+  failBackup<TypeParam>(nightly.job());
+  failBackups<TypeParam, BKQBackupJob, BKQCruiseBackupJob, BKQCruiseMakeupJob, BKQRotationMakeupJob,
+              BKQCustomBackupJob, BKQDatabaseBackupJob>();
 }
 
 // The second text of a UNIX node.
@@ -468,13 +698,13 @@ TYPED_TEST(Failures, SecondTextOfAUnixNode) {
       script.block(c.field, c.size, c.isRealloc);
     });
     const auto convert = [&](void*& out) { return TypeParam::convert(job, out, "", c.mode, "xy"); };
-    const Flattening whole(convert, Allocations::kNone, false);
+    const Flattening whole(convert, script.isPrevious(), Allocations::kNone, false);
     ASSERT_EQ(whole.allocations.calls().size(), script.steps().size());
 
-    const Flattening failed(convert, script.steps().size() - 1, false);
+    const Flattening failed(convert, script.isPrevious(), script.steps().size() - 1, false);
     EXPECT_EQ(failed.allocations.calls().back().isRealloc, c.isRealloc);
     EXPECT_EQ(failed.allocations.calls().back().size, c.size);
-    expectReported(failed, script.steps().back());
+    expectReported(failed, script.steps().back(), whole);
     // The field is null, and the option bit says nothing of a second text.
     const char* source = pointerAt(failed.record, 16);
     EXPECT_EQ(pointerAt(source, c.mode == 1 ? 4 : 8), nullptr);
@@ -490,7 +720,8 @@ TYPED_TEST(Failures, SecondTextBehindAFirstThatFailed) {
   BKQBackupJob job;
   job.addSourceNode(node);
   const auto convert = [&](void*& out) { return TypeParam::convert(job, out, "", 1, "xy"); };
-  const Flattening failed(convert, 2, false);  // after the job and the node record
+  const Flattening failed(convert, TypeParam::kPrevious, 2,
+                          false);  // after the job and the node record
   EXPECT_EQ(failed.result, 1);
   EXPECT_EQ(failed.lines, "");
   const char* source = pointerAt(failed.record, 16);
@@ -551,6 +782,7 @@ BKQDiskNode& makeMachine(Keeper& keeper) {
 BKQTapeNode* makeLibrary(BKQTapeNode* node, Keeper& keeper) {
   node->addFilter(keeper.make<BKQDirFilter>(BKQFilter::Include, "/a"));
   auto& first = keeper.make<BKQTape>("G", "T");
+  first.setSessionNumber(5);
   auto& extension = keeper.make<BKQTapeXtension>(5L);
   extension.setDBuser("sa");
   extension.setDBpw("pw");
@@ -562,34 +794,64 @@ BKQTapeNode* makeLibrary(BKQTapeNode* node, Keeper& keeper) {
   first.addFilter(keeper.make<BKQFileFilter>(BKQFilter::Include, "f"));
   first.addFilter(keeper.make<BKQFileFilter>(BKQFilter::Include, "g"));
   node->addTape(first);
-  node->addTape(keeper.make<BKQTape>("G", "U"));
+  auto& second = keeper.make<BKQTape>("G", "U");
+  second.setSessionNumber(9);
+  node->addTape(second);
   return node;
 }
 
+// Which of the two tapes a form asks for.
+enum class Tapes { kBoth, kFirst, kSecond, kNone };
+
 // `password` is what tapes without one of their own take from the job; null when it has none.
-void writeLibrary(Script& script, const char* password) {
+void writeLibrary(Script& script, const char* password, Tapes wanted) {
+  const auto writeTape = [&](uint32_t index, const char* name) {
+    script.tape(index);
+    script.texts({"G", name});
+    if (password != nullptr) script.texts({password});
+  };
   script.within("Tape Node", [&] {
     script.within("Base BKQNode", [&] {
       script.texts({"library"});
       script.nodeFilter(0);
       script.texts({"/a"});
     });
-    script.tape(0);
-    script.texts({"G", "T"});
-    if (password != nullptr) script.texts({password});
-    script.extension({"sa", "pw"});
-    script.tapeItem(0);
-    script.texts({"//srv"});
-    script.tapeItem(1);
-    script.texts({"//srv"});
-    script.filter(0);
-    script.texts({"f"});
-    script.filter(1);
-    script.texts({"g"});
-    script.tape(1);
-    script.texts({"G", "U"});
-    if (password != nullptr) script.texts({password});
+    if (wanted == Tapes::kBoth || wanted == Tapes::kFirst) {
+      writeTape(0, "T");
+      script.extension({"sa", "pw"});
+      script.tapeItem(0);
+      script.texts({"//srv"});
+      script.tapeItem(1);
+      script.texts({"//srv"});
+      script.filter(0);
+      script.texts({"f"});
+      script.filter(1);
+      script.texts({"g"});
+    }
+    if (wanted == Tapes::kBoth) writeTape(1, "U");
+    if (wanted == Tapes::kSecond) writeTape(0, "U");
   });
+}
+
+// Every form of the conversions that narrow the tapes.
+template <class L, class Job>
+void failTapeForms(Job& job, const std::function<void(Script&, Tapes)>& write) {
+  const auto session = [](int number) { return static_cast<unsigned short>(number); };
+  const struct {
+    std::function<int(void*& out)> convert;
+    Tapes wanted;
+  } forms[] = {
+      {[&](void*& out) { return L::convert(job, out); }, Tapes::kBoth},
+      {[&](void*& out) { return L::convert(job, out, "", session(0)); }, Tapes::kBoth},
+      {[&](void*& out) { return L::convert(job, out, "T", session(0)); }, Tapes::kFirst},
+      {[&](void*& out) { return L::convert(job, out, "", session(9)); }, Tapes::kSecond},
+      {[&](void*& out) { return L::convert(job, out, "T", session(9)); }, Tapes::kNone},
+  };
+  for (const auto& form : forms) {
+    Script script(L::kPrevious);
+    write(script, form.wanted);
+    failEveryAllocation(form.convert, script);
+  }
 }
 
 TYPED_TEST(Failures, BaseJob) {
@@ -602,14 +864,15 @@ TYPED_TEST(Failures, BaseJob) {
   });
 }
 
-void writeRestore(Script& script) {
+void writeRestore(Script& script, Tapes wanted) {
   script.within("Base BKQJob", [&] {
     script.jobRecord();
     script.texts({"owner"});
   });
-  script.sharedText("secret", 2);  // the session password, of two tapes
+  // The session password, of each tape.
+  script.sharedText("secret", wanted == Tapes::kBoth ? 2 : wanted == Tapes::kNone ? 0 : 1);
   script.node(0);
-  writeLibrary(script, "secret");
+  writeLibrary(script, "secret", wanted);
   script.node(1);
   script.texts({"other"});
 
@@ -684,18 +947,18 @@ void fillRestore(BKQRestoreJob& job, Keeper& keeper) {
 TYPED_TEST(Failures, Restore) {
   BKQRestoreJob job("restore");
   fillRestore(job, this->keeper_);
-  this->failAll(job, writeRestore);
+  failTapeForms<TypeParam>(job, writeRestore);
 }
 
 TYPED_TEST(Failures, DatabaseRestore) {
   BKQDatabaseRestoreJob job("restore");
   fillRestore(job, this->keeper_);
-  this->failAll(job, writeRestore);
+  failTapeForms<TypeParam>(job, writeRestore);
 }
 
-void writeTapeSources(Script& script) {
+void writeTapeSources(Script& script, Tapes wanted) {
   script.node(0);
-  writeLibrary(script, nullptr);
+  writeLibrary(script, nullptr, wanted);
   script.node(1);
   script.texts({"other"});
 }
@@ -706,10 +969,10 @@ TYPED_TEST(Failures, Verify) {
   job.addSourceNode(
       *makeLibrary(&this->keeper_.template make<BKQTapeNode>("library"), this->keeper_));
   job.addSourceNode(this->keeper_.template make<BKQTapeNode>("other"));
-  this->failAll(job, [](Script& script) {
+  failTapeForms<TypeParam>(job, [](Script& script, Tapes wanted) {
     script.jobRecord();
     script.texts({"owner"});
-    writeTapeSources(script);
+    writeTapeSources(script, wanted);
   });
 }
 
@@ -720,21 +983,25 @@ TYPED_TEST(Failures, Compare) {
       *makeLibrary(&this->keeper_.template make<BKQTapeNode>("library"), this->keeper_));
   job.addSourceNode(this->keeper_.template make<BKQTapeNode>("other"));
   job.setDestination(makeMachine(this->keeper_));
-  for (const char* overridePath : {"", "\\other"}) {
-    const bool isOverridden = *overridePath != '\0';
-    this->failAll(
-        job,
-        [&](Script& script) {
-          script.within("Base BKQVerifyJob", [&] {
-            script.jobRecord();
-            script.texts({"owner"});
-            writeTapeSources(script);
-          });
-          script.node(0);
-          script.within("Disk Node", [&] { writeMachine(script, isOverridden); });
-        },
-        overridePath);
-  }
+  const auto write = [](Script& script, Tapes wanted, bool isOverridden) {
+    script.within("Base BKQVerifyJob", [&] {
+      script.jobRecord();
+      script.texts({"owner"});
+      writeTapeSources(script, wanted);
+    });
+    script.node(0);
+    script.within("Disk Node", [&] { writeMachine(script, isOverridden); });
+  };
+  failTapeForms<TypeParam>(job,
+                           [&](Script& script, Tapes wanted) { write(script, wanted, false); });
+  this->failAll(
+      job, [&](Script& script) { write(script, Tapes::kBoth, true); }, "\\other");
+  this->failAll(
+      job, [&](Script& script) { write(script, Tapes::kSecond, true); }, "",
+      static_cast<unsigned short>(9), "\\other");
+  this->failAll(
+      job, [&](Script& script) { write(script, Tapes::kFirst, false); }, "T",
+      static_cast<unsigned short>(0), "");
 }
 
 TYPED_TEST(Failures, Merge) {
@@ -742,13 +1009,13 @@ TYPED_TEST(Failures, Merge) {
   job.setOwner("owner");
   job.setSource(*makeLibrary(new BKQTapeNode("library"), this->keeper_));
   job.setDestination(makeMachine(this->keeper_));
-  this->failAll(job, [](Script& script) {
+  failTapeForms<TypeParam>(job, [](Script& script, Tapes wanted) {
     script.within("Base BKQJob", [&] {
       script.jobRecord();
       script.texts({"owner"});
     });
     script.node(0);
-    writeLibrary(script, nullptr);
+    writeLibrary(script, nullptr, wanted);
     script.node(0);
     script.within("Disk Node", [&] { writeMachine(script, false); });
   });
@@ -758,13 +1025,13 @@ TYPED_TEST(Failures, Scan) {
   BKQScanJob job;
   job.setOwner("owner");
   job.setSource(*makeLibrary(new BKQTapeNode("library"), this->keeper_));
-  this->failAll(job, [](Script& script) {
+  failTapeForms<TypeParam>(job, [](Script& script, Tapes wanted) {
     script.within("Base BKQJob", [&] {
       script.jobRecord();
       script.texts({"owner"});
     });
     script.node(0);
-    writeLibrary(script, nullptr);
+    writeLibrary(script, nullptr, wanted);
   });
 }
 

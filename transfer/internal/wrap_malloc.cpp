@@ -13,10 +13,12 @@ Allocations::~Allocations() {
 void Allocations::start() { active = this; }
 void Allocations::stop() { active = nullptr; }
 
-bool Allocations::note(bool isRealloc, std::size_t size) {
+bool Allocations::note(bool isRealloc, std::size_t size, void* block) {
   const std::size_t number = calls_.size();
   calls_.push_back({isRealloc, size});
-  return !(number == failing_ || (andAllAfter_ && number > failing_));
+  const bool fails = number == failing_ || (andAllAfter_ && number > failing_);
+  if (fails && block != nullptr) lost_ = block;
+  return !fails;
 }
 
 void Allocations::moved(void* from, void* to) {
@@ -33,7 +35,7 @@ void* __real_realloc(void* block, std::size_t size);
 
 void* __wrap_malloc(std::size_t size) {
   if (active == nullptr) return __real_malloc(size);
-  if (!active->note(false, size)) return nullptr;
+  if (!active->note(false, size, nullptr)) return nullptr;
   void* block = __real_malloc(size);
   active->moved(nullptr, block);
   return block;
@@ -41,7 +43,7 @@ void* __wrap_malloc(std::size_t size) {
 
 void* __wrap_realloc(void* block, std::size_t size) {
   if (active == nullptr) return __real_realloc(block, size);
-  if (!active->note(true, size)) return nullptr;
+  if (!active->note(true, size, block)) return nullptr;
   void* moved = __real_realloc(block, size);
   active->moved(block, moved);
   return moved;

@@ -14,7 +14,7 @@ struct AllocationCall {
 };
 
 // Notes every allocation between start() and stop(), and lets some fail. In the end it frees all
-// the blocks, those that a failed realloc() lost included.
+// the blocks that are not handed over.
 class Allocations {
  public:
   // Fails the allocation of that number, counted from 0, and with `andAllAfter` all later ones.
@@ -30,8 +30,16 @@ class Allocations {
 
   const std::vector<AllocationCall>& calls() const { return calls_; }
 
-  // For the wrapped functions: whether this call may succeed, and what it gave.
-  bool note(bool isRealloc, std::size_t size);
+  // How many blocks there are, and the one that a failing realloc() was to lengthen: whoever called
+  // it has forgotten it.
+  std::size_t blocks() const { return blocks_.size(); }
+  void* lost() const { return lost_; }
+  // From now on the blocks are the caller's to free.
+  void handOver() { blocks_.clear(); }
+
+  // For the wrapped functions: whether this call, for a block or a new one, may succeed, and what
+  // it gave.
+  bool note(bool isRealloc, std::size_t size, void* block);
   void moved(void* from, void* to);
 
  private:
@@ -39,6 +47,7 @@ class Allocations {
   bool andAllAfter_;
   std::vector<AllocationCall> calls_;
   std::set<void*> blocks_;
+  void* lost_ = nullptr;
 };
 
 #endif  // BKOQ_TRANSFER_INTERNAL_WRAP_MALLOC_H_
