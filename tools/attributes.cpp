@@ -6,13 +6,6 @@
 namespace bkoq::tool {
 namespace {
 
-std::string quoted(const std::string& text) { return "\"" + text + "\""; }
-
-std::string didYouMean(const std::string& word, const std::vector<std::string>& words) {
-  const std::string* nearest = nearestTo(word, words);
-  return nearest == nullptr ? "" : "; did you mean " + quoted(*nearest) + "?";
-}
-
 // The class that the value's "kind" names; null when there is none.
 const ObjectClass* classOf(Reader& reader, const Family& family, const Value& value) {
   const Value* kind = value.find("kind");
@@ -23,7 +16,7 @@ const ObjectClass* classOf(Reader& reader, const Family& family, const Value& va
   std::string all;
   for (const ObjectClass& candidate : family.classes) {
     kinds.push_back(candidate.kind);
-    all += (all.empty() ? "" : ", ") + quoted(candidate.kind);
+    all += (all.empty() ? "" : ", ") + inQuotes(candidate.kind);
   }
   if (kind == nullptr) {
     reader.problem(value, "\"kind\" is missing; it is one of " + all);
@@ -35,10 +28,12 @@ const ObjectClass* classOf(Reader& reader, const Family& family, const Value& va
   for (const ObjectClass& candidate : family.classes) {
     if (candidate.kind == word) return &candidate;
   }
-  const std::string hint = didYouMean(word, kinds);
-  reader.problem(*kind, quoted(word) + " is no kind of " + family.name +
-                            (hint.empty() ? "; it is one of " + all : hint));
-  return nullptr;
+  const std::string* nearest = nearestTo(word, kinds);
+  reader.problem(*kind, inQuotes(word) + " is no kind of " + family.name +
+                            (nearest == nullptr ? "; it is one of " + all
+                                                : "; did you mean " + inQuotes(*nearest) + "?"));
+  // Its attributes are then most likely meant as those of the nearest, and read as such.
+  return nearest == nullptr ? nullptr : &family.classes[nearest - kinds.data()];
 }
 
 void reportUnknown(Reader& reader, const Family& family, const ObjectClass& own,
@@ -46,21 +41,29 @@ void reportUnknown(Reader& reader, const Family& family, const ObjectClass& own,
   std::string others;
   for (const ObjectClass& other : family.classes) {
     if (&other == &own || other.find(member.key) == nullptr) continue;
-    others += (others.empty() ? "" : ", ") + quoted(other.kind);
+    others += (others.empty() ? "" : ", ") + inQuotes(other.kind);
   }
   if (!others.empty()) {
-    reader.problem(member.place, quoted(member.key) + " is no attribute of a " + family.name +
-                                     " of kind " + quoted(own.kind) + ", only of " + others);
+    reader.problem(member.place, inQuotes(member.key) + " is no attribute of a " + family.name +
+                                     " of kind " + inQuotes(own.kind) + ", only of " + others);
     return;
   }
   std::vector<std::string> keys;
   if (!own.kind.empty()) keys.emplace_back("kind");
   for (const Attribute& attribute : own.attributes) keys.push_back(attribute.key);
-  reader.problem(member.place, quoted(member.key) + " is no attribute of this " + family.name +
-                                   didYouMean(member.key, keys));
+  const std::string* nearest = nearestTo(member.key, keys);
+  reader.problem(member.place,
+                 inQuotes(member.key) + " is no attribute of this " + family.name +
+                     (nearest == nullptr ? "; \"bkoq new KIND\" shows those of each kind of job"
+                                         : "; did you mean " + inQuotes(*nearest) + "?"));
 }
 
 }  // namespace
+
+const RWCollectableTime& commandTime() {
+  static const RWCollectableTime now;
+  return now;
+}
 
 const Attribute* ObjectClass::find(const std::string& key) const {
   const auto found = std::find_if(attributes.begin(), attributes.end(),
@@ -76,7 +79,7 @@ void* readObject(Reader& reader, const Family& family, const Value& value) {
   std::set<std::string> seen;
   for (const Member& member : value.members) {
     if (!seen.insert(member.key).second) {
-      reader.problem(member.place, quoted(member.key) + " is given twice");
+      reader.problem(member.place, inQuotes(member.key) + " is given twice");
     } else if (own->find(member.key) == nullptr && (own->kind.empty() || member.key != "kind")) {
       reportUnknown(reader, family, *own, member);
     }
@@ -89,7 +92,9 @@ void* readObject(Reader& reader, const Family& family, const Value& value) {
       const Reader::Within within(reader, attribute.key);
       attribute.read(reader, attribute, made.object, *given);
     } else if (attribute.isRequired) {
-      reader.problem(value, quoted(attribute.key) + " is missing");
+      reader.problem(value, inQuotes(attribute.key) + " is missing");
+    } else if (attribute.setDefault) {
+      attribute.setDefault(made.object);
     }
   }
   return made.part;

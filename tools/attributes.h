@@ -47,6 +47,7 @@ struct Attribute {
   bool isRequired = false;
   std::string sample;  // as JSON, when starter files show the attribute as one that matters
   std::function<void(Reader&, const Attribute&, void* object, const Value&)> read;
+  std::function<void(void* object)> setDefault;  // what is set when it is not given; may be empty
 
   // The record field holds less than the accessor takes.
   Attribute& upTo(std::int64_t highest) {
@@ -120,6 +121,9 @@ void* readObject(Reader& reader, const Family& family, const Value& value);
 void readObjects(Reader& reader, const Family& family, const Value& value,
                  const std::function<void(void* part)>& take);
 
+// When the first of these was asked for.
+const RWCollectableTime& commandTime();
+
 // ---------------------------------------------------------------------- writing down the tables
 
 // Adds attributes of `Object` to a list. A setter is a member function, or a function that takes
@@ -147,7 +151,7 @@ class Table {
           std::string text;
           if (!reader.text(value, text)) return;
           if (std::invoke(set, object, text.c_str()) != 0) return;
-          reader.problem(value, "\"" + text + "\" " + complaint);
+          reader.problem(value, inQuotes(text) + " " + complaint);
         });
   }
 
@@ -235,6 +239,17 @@ class Table {
                    std::invoke(set, object, RWCollectableTime(seconds));
                  }
                });
+  }
+
+  // Now unless it is given: one moment for everything that a command makes, so that what it makes
+  // twice is the same.
+  template <class Set>
+  Attribute& timeOrNow(const char* key, Set set, const char* meaning) {
+    Attribute& attribute = time(key, set, meaning);
+    attribute.setDefault = [set](void* object) {
+      std::invoke(set, *static_cast<Object*>(object), commandTime());
+    };
+    return attribute;
   }
 
   // A list of so many times is set at once.

@@ -38,12 +38,22 @@ CLI::Validator oneOf(const std::vector<std::string>& words) {
       "");
 }
 
+CLI::Validator notEmpty() {
+  return CLI::Validator(
+      [](std::string& text) { return std::string(text.empty() ? "an empty text is none" : ""); },
+      "");
+}
+
 CLI::Validator between(long long least, long long most) {
   return CLI::Validator(
       [=](std::string& text) {
+        // The parser would take a leading zero for an octal number.
+        const std::size_t digits = text.find_first_not_of('-');
+        const bool isOctal = digits != std::string::npos && text[digits] == '0' &&
+                             text.find_first_of("0123456789", digits + 1) == digits + 1;
         char* end = nullptr;
         const long long number = std::strtoll(text.c_str(), &end, 0);
-        if (!text.empty() && *end == '\0' && number >= least && number <= most) {
+        if (!text.empty() && *end == '\0' && !isOctal && number >= least && number <= most) {
           return std::string();
         }
         return "\"" + text + "\" is no number from " + std::to_string(least) + " to " +
@@ -106,7 +116,10 @@ class CommandLine {
   std::string complaintAbout(int count, const char* const* arguments) const {
     const std::string first = count > 1 ? arguments[1] : "";
     if (first.empty()) return "a command is missing; see \"bkoq --help\"";
-    if (first[0] == '-') return "";
+    if (first[0] == '-') {
+      const CLI::Option* known = app_.get_option_no_throw(first);
+      return known != nullptr ? "" : "there is no option " + first + "; see \"bkoq --help\"";
+    }
     std::vector<std::string> commands;
     const CLI::App* command = nullptr;
     for (const CLI::App* each : app_.get_subcommands([](const CLI::App*) { return true; })) {
@@ -193,10 +206,13 @@ class CommandLine {
     number(sub, "--unix-kind", selection.unixKind, "K", INT32_MIN, INT32_MAX,
            "backups: 1 puts the text behind pszNodeOSVer, 2 behind pszNodeName of UNIX nodes");
     text(sub, "--unix-text", selection.unixText, "TEXT", "backups: the text");
-    sub.add_option("-o,--output", request_.image, "write an image that only its owner can read")
-        ->type_name("IMAGE");
+    auto* image =
+        sub.add_option("-o,--output", request_.image, "write an image that only its owner can read")
+            ->type_name("IMAGE")
+            ->check(notEmpty());
     json(sub);
     secrets(sub);
+    image->excludes(sub.get_option("--json"))->excludes(sub.get_option("--show-secrets"));
   }
 
   void describeShow() {
@@ -225,10 +241,14 @@ class CommandLine {
                    "fold texts at so many columns; at those of the terminal unless given")
         ->type_name("N")
         ->check(between(40, 10000));
-    field->excludes(at)->excludes(only)->excludes(annotate);
-    at->excludes(only)->excludes(annotate);
+    field->excludes(at)->excludes(only)->excludes(annotate)->check(notEmpty());
+    at->excludes(only)->excludes(annotate)->check(notEmpty());
+    only->check(notEmpty());
     json(sub);
     secrets(sub);
+    for (const char* other : {"--json", "--depth", "--width"}) {
+      annotate->excludes(sub.get_option(other));
+    }
   }
 
   void describeDiff() {

@@ -16,6 +16,10 @@ namespace {
 // What an image begins with, and no job file.
 constexpr const char* kImageMagic = "BKQ";
 
+bool isImage(const std::string& content) {
+  return content.compare(0, std::strlen(kImageMagic), kImageMagic) == 0;
+}
+
 const char* nameOf(BkoqLayout layout) {
   return layout == BKOQ_LAYOUT_CURRENT ? "current" : "previous";
 }
@@ -37,6 +41,10 @@ Status reportProblems(const Problems& problems, const std::string& file) {
 
 // The job of a file, without a job after messages.
 LoadedJob loadJob(const std::string& text, const std::string& file) {
+  if (isImage(text)) {
+    fail(shownName(file) + " is an image, not a job file");
+    return {};
+  }
   Problems problems;
   LoadedJob loaded = readJob(text, problems);
   if (!problems.empty()) {
@@ -62,15 +70,19 @@ BkoqPrintOptions printOptions(const Request& request) {
 
 // "3+12", "#3+12" or "12", which is a byte of the first block.
 bool parsePlace(const std::string& text, unsigned int& block, unsigned int& offset) {
+  const auto number = [](const char* at, char** end) {
+    const bool isHexadecimal = at[0] == '0' && at[1] == 'x';
+    return static_cast<unsigned int>(std::strtoul(at, end, isHexadecimal ? 16 : 10));
+  };
   const char* at = text.c_str();
   if (*at == '#') ++at;
   char* end = nullptr;
   if (std::strchr("0123456789", *at) == nullptr || *at == '\0') return false;
-  offset = static_cast<unsigned int>(std::strtoul(at, &end, 0));
+  offset = number(at, &end);
   block = 1;
   if (*end == '+' && end[1] >= '0' && end[1] <= '9') {
     block = offset;
-    offset = static_cast<unsigned int>(std::strtoul(end + 1, &end, 0));
+    offset = number(end + 1, &end);
   } else if (text[0] == '#') {
     return false;
   }
@@ -144,10 +156,6 @@ Status writeImage(const Tree& tree, const std::string& path) {
   if (status == BKOQ_BAD_TREE) return fail(error.text);
   if (status != BKOQ_OK) return fail(bkoqStatusText(status));
   return writePrivateFile(path, image);
-}
-
-bool isImage(const std::string& content) {
-  return content.compare(0, std::strlen(kImageMagic), kImageMagic) == 0;
 }
 
 // The tree of an image or of a job file.
@@ -244,6 +252,9 @@ Status diffCommand(const Request& request) {
   }
   Source sources[2];
   std::string contents[2];
+  if (request.files.front() == "-" && request.files.back() == "-" && !request.layouts) {
+    return fail("standard input can be one of the two files, not both");
+  }
   for (std::size_t i = 0; i < request.files.size(); ++i) {
     if (!readFile(request.files[i], contents[i])) return kFailed;
   }
@@ -314,11 +325,14 @@ Status layoutCommand(const Request& request) {
   const BkoqStatus status = request.compare
                                 ? bkoqPrintLayoutDifferences(record, format, bkoqFileSink, stdout)
                                 : bkoqPrintRecords(record, layout, format, bkoqFileSink, stdout);
+  const std::string& name = request.record;
+  const bool isPreviousName = name.size() > 4 && name.compare(name.size() - 4, 4, "_OLD") == 0;
   return printed(
       status,
-      "there is no record \"" + request.record + "\"" +
+      "there is no record \"" + name + "\"" +
           (request.compare ? std::string() : std::string(" in the ") + nameOf(layout) + " layout") +
-          "; see \"bkoq layout\"");
+          (isPreviousName && !request.previous ? "; its table comes with --previous"
+                                               : "; see \"bkoq layout\""));
 }
 
 Status schemaCommand(const Request& /*request*/) {

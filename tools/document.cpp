@@ -87,12 +87,22 @@ class Builder : public nlohmann::json_sax<nlohmann::json> {
 
   bool parse_error(std::size_t /*position*/, const std::string& /*lastToken*/,
                    const nlohmann::json::exception& problem) override {
-    // "[json.exception...] parse error at line 1, column 2: syntax error while ..."
+    constexpr int kNumberOverflow = 406;
+    if (problem.id == kNumberOverflow) {
+      error_ = {placeOf(startOfToken()), "the number is too large for any attribute"};
+      return false;
+    }
+    if (startOfToken() == text_.size() && levels_.empty()) {
+      error_ = {placeOf(text_.size()), "the file is empty; \"bkoq new\" prints one to start from"};
+      return false;
+    }
+    // "[json.exception...] parse error at line 1, column 2: syntax error while ...; last read: 'x'"
     std::string message = problem.what();
     const std::size_t place = message.find("column ");
     const std::size_t start = place == std::string::npos ? place : message.find(": ", place);
     if (start != std::string::npos) message.erase(0, start + 2);
-    error_.message = message;
+    // What was read may be a password.
+    error_.message = message.substr(0, message.find("; last read: "));
     // The last character read is the wrong one, unless the text ended.
     error_.place = placeOf(read_ == 0 || read_ >= text_.size() ? read_ : read_ - 1);
     return false;

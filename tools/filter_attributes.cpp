@@ -66,25 +66,25 @@ const Family& filters() {
         filters, "beforeTime", "BKQBeforeTimeFilter", "files with a time stamp before a bound",
         makeTime<BKQBeforeTimeFilter>, [](Table<BKQBeforeTimeFilter>& t) {
           describeTime(t);
-          t.time("time", &BKQBeforeTimeFilter::setTime, "the bound, now unless given; lTime")
+          t.timeOrNow("time", &BKQBeforeTimeFilter::setTime, "the bound, now unless given; lTime")
               .shown("\"2004-03-01T21:00:00\"");
         });
     addClass<BKQFilter, BKQAfterTimeFilter>(
         filters, "afterTime", "BKQAfterTimeFilter", "files with a time stamp after a bound",
         makeTime<BKQAfterTimeFilter>, [](Table<BKQAfterTimeFilter>& t) {
           describeTime(t);
-          t.time("time", &BKQAfterTimeFilter::setTime, "the bound, now unless given; lTime")
+          t.timeOrNow("time", &BKQAfterTimeFilter::setTime, "the bound, now unless given; lTime")
               .shown("\"2004-03-01T21:00:00\"");
         });
     addClass<BKQFilter, BKQBetweenTimeFilter>(
         filters, "betweenTime", "BKQBetweenTimeFilter", "files with a time stamp between bounds",
         makeTime<BKQBetweenTimeFilter>, [](Table<BKQBetweenTimeFilter>& t) {
           describeTime(t);
-          t.time("startTime", &BKQBetweenTimeFilter::setStartTime,
-                 "the first bound, now unless given; lStartTime")
+          t.timeOrNow("startTime", &BKQBetweenTimeFilter::setStartTime,
+                      "the first bound, now unless given; lStartTime")
               .shown("\"2004-02-01T00:00:00\"");
-          t.time("endTime", &BKQBetweenTimeFilter::setEndTime,
-                 "the second bound, now unless given; lEndTime")
+          t.timeOrNow("endTime", &BKQBetweenTimeFilter::setEndTime,
+                      "the second bound, now unless given; lEndTime")
               .shown("\"2004-03-01T00:00:00\"");
         });
     addClass<BKQFilter, BKQWithinTimeFilter>(

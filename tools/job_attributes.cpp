@@ -28,6 +28,7 @@ template <class Job>
 void describeJob(Table<Job>& t) {
   t.number("jobID", &BKQJob::setJobID, "in no record");
   t.number("jobNumber", &BKQJob::setJobNumber, "number of the instance; in no record");
+  t.number("instanceID", &BKQJob::setInstanceID, "another name of jobNumber, which it replaces");
   t.number("scriptType", &BKQJob::setScriptType, "usScriptType");
   t.number("jobStatus", &BKQJob::setJobStatus, "the server's code; usJobStatus").upTo(0xFFFF);
   t.number("options", &BKQJob::setOptions,

@@ -10,7 +10,12 @@ LoadedJob readJob(const std::string& text, Problems& problems) {
   Value root;
   SyntaxError error;
   if (!parseDocument(text, root, error)) {
-    problems.add(error.place, "", error.message);
+    const std::size_t first = text.find_first_not_of(" \t\r\n\xEF\xBB\xBF");
+    const bool looksLikeJob =
+        first == std::string::npos || std::string("{[/").find(text[first]) != std::string::npos;
+    problems.add(
+        error.place, "",
+        looksLikeJob ? error.message : "neither a job file, which begins with {, nor an image");
     return loaded;
   }
   Reader reader(problems, loaded.kept);

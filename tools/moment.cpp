@@ -7,6 +7,9 @@
 namespace bkoq::tool {
 namespace {
 
+// A record holds seconds of the local clock, which may be a day off.
+constexpr std::int64_t kEarliest = -2147212800;
+constexpr const char* kRange = "is out of range: 1901-12-17T00:00:00Z to 2037-02-06T06:28:15Z";
 constexpr const char* kForm =
     "is no time; write it as \"2004-03-01T21:00:00\", with \"Z\" or an offset such as \"+01:00\" "
     "behind it unless it is local";
@@ -92,7 +95,7 @@ const char* parseMoment(const std::string& text, std::int64_t& seconds) {
   }
   if (hour > 23 || minute > 59 || second > 59) return "names a time of day that does not exist";
   // A year more on both sides, for the offsets; the rest is tested below.
-  if (year < 1900 || year > 2038) return "is out of range: 1901 to 2037";
+  if (year < 1900 || year > 2038) return kRange;
 
   const std::int64_t utc =
       daysSince1970(year, month, day) * 86400 + hour * 3600 + minute * 60 + second;
@@ -109,16 +112,14 @@ const char* parseMoment(const std::string& text, std::int64_t& seconds) {
     fields.tm_isdst = -1;
     const std::time_t local = std::mktime(&fields);
     if (local == static_cast<std::time_t>(-1) && (utc > 100000 || utc < -100000)) {
-      return "is out of range";
+      return kRange;
     }
     if (fields.tm_hour != hour || fields.tm_min != minute || fields.tm_mday != day) {
       return "does not exist in the local time zone: the clock was put forward over it";
     }
     seconds = local;
   }
-  if (seconds < -kSecondsBefore1970 || seconds > INT64_C(0xFFFFFFFF) - kSecondsBefore1970) {
-    return "is out of range: 1901-01-01T00:00:00Z to 2037-02-06T06:28:15Z";
-  }
+  if (seconds < kEarliest || seconds > INT64_C(0xFFFFFFFF) - kSecondsBefore1970) return kRange;
   return nullptr;
 }
 

@@ -10,6 +10,8 @@
 #include <cstdlib>
 #include <cstring>
 
+#include "tools/problems.h"
+
 namespace bkoq::tool {
 namespace {
 
@@ -33,7 +35,7 @@ Status cannotWrite(const std::string& path) {
 
 Status fail(const std::string& message) {
   std::fflush(stdout);  // so that both streams stay in order on a terminal
-  std::fprintf(stderr, "bkoq: %s\n", message.c_str());
+  std::fprintf(stderr, "bkoq: %s\n", printable(message).c_str());
   return kFailed;
 }
 
@@ -63,7 +65,9 @@ bool readFile(const std::string& path, std::string& content) {
     while ((count = std::fread(piece, 1, sizeof(piece), file)) != 0) content.append(piece, count);
   }
   const bool failed = file == nullptr || std::ferror(file) != 0;
-  if (failed) fail("cannot read " + path + ": " + std::strerror(errno));
+  if (failed) {
+    fail("cannot read " + (path == "-" ? "standard input" : path) + ": " + std::strerror(errno));
+  }
   if (file != nullptr && file != stdin) std::fclose(file);
   return !failed;
 }

@@ -29,6 +29,15 @@ class Problems {
   std::vector<Problem> list_;
 };
 
+// A text of a file as messages show it: in quotes, and shortened when it is long.
+std::string inQuotes(const std::string& text);
+// The same without quotes, for numbers.
+std::string shortened(const std::string& text);
+
+// Whatever a message holds, as one line that a terminal shows and does not obey: control characters
+// and what is no UTF-8 are written as \u001B and \xFF.
+std::string printable(const std::string& text);
+
 // "job.json:3:5: sourceNodes[0].priority: 70000 is out of range: 0 to 65535"
 std::string lineOf(const Problem& problem, const std::string& file);
 

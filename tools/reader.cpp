@@ -37,7 +37,7 @@ bool Reader::number(const Value& value, std::int64_t least, std::int64_t most,
   } else if (value.type == Value::Type::kReal) {
     // Also what is too large for a whole number of the parser's.
     if (value.text.find_first_of(".eE") != std::string::npos) {
-      problem(value, value.text + " is no whole number");
+      problem(value, shortened(value.text) + " is no whole number");
       return false;
     }
     number = value.text[0] == '-' ? INT64_MIN : INT64_MAX;
@@ -47,14 +47,14 @@ bool Reader::number(const Value& value, std::int64_t least, std::int64_t most,
     const unsigned long long parsed = std::strtoull(value.text.c_str() + 2, &end, 16);
     if (value.text.size() == 2 || *end != '\0' || value.text[2] == '-' || value.text[2] == '+' ||
         end != value.text.c_str() + value.text.size()) {
-      problem(value, "\"" + value.text + "\" is no hexadecimal number");
+      problem(value, inQuotes(value.text) + " is no hexadecimal number");
       return false;
     }
     number = errno != 0 || parsed > INT64_MAX ? INT64_MAX : static_cast<std::int64_t>(parsed);
   } else if (value.type == Value::Type::kText) {
     if (words == nullptr) {
       problem(value,
-              "a number is expected, or a text such as \"0x1F\", not \"" + value.text + "\"");
+              "a number is expected, or a text such as \"0x1F\", not " + inQuotes(value.text));
       return false;
     }
     std::vector<std::string> names;
@@ -68,7 +68,7 @@ bool Reader::number(const Value& value, std::int64_t least, std::int64_t most,
       all += (all.empty() ? "\"" : ", \"") + names.back() + "\"";
     }
     const std::string* nearest = nearestTo(value.text, names);
-    std::string message = "\"" + value.text + "\" is none of " + all;
+    std::string message = inQuotes(value.text) + " is none of " + all;
     if (nearest != nullptr) message += "; did you mean \"" + *nearest + "\"?";
     problem(value, message);
     return false;
@@ -76,8 +76,8 @@ bool Reader::number(const Value& value, std::int64_t least, std::int64_t most,
     return wrongType(value, wanted);
   }
   if (number >= least && number <= most) return true;
-  problem(value,
-          written + " is out of range: " + std::to_string(least) + " to " + std::to_string(most));
+  problem(value, shortened(written) + " is out of range: " + std::to_string(least) + " to " +
+                     std::to_string(most));
   return false;
 }
 
@@ -86,7 +86,7 @@ bool Reader::time(const Value& value, unsigned long& seconds) {
   std::int64_t moment = 0;
   const char* complaint = parseMoment(value.text, moment);
   if (complaint != nullptr) {
-    problem(value, "\"" + value.text + "\" " + complaint);
+    problem(value, inQuotes(value.text) + " " + complaint);
     return false;
   }
   seconds = static_cast<unsigned long>(moment + kSecondsBefore1970);
@@ -98,12 +98,7 @@ bool Reader::seconds(const Value& value, long& seconds) {
   if (value.type == Value::Type::kText && value.text.compare(0, 2, "0x") != 0) {
     const char* complaint = parseMoment(value.text, number);
     if (complaint != nullptr) {
-      problem(value, "\"" + value.text + "\" " + complaint);
-      return false;
-    }
-    if (number < INT32_MIN) {
-      problem(value,
-              "\"" + value.text + "\" is out of range: 1901-12-13T20:45:52Z is the earliest");
+      problem(value, inQuotes(value.text) + " " + complaint);
       return false;
     }
   } else if (!this->number(value, INT32_MIN, INT32_MAX, nullptr, number)) {

@@ -5,9 +5,9 @@ namespace {
 
 template <class Schedule>
 void describeSchedule(Table<Schedule>& t) {
-  t.time("submitTime", &BKQSchedule::setSubmitTime, "now unless given; lSubmitTime")
+  t.timeOrNow("submitTime", &BKQSchedule::setSubmitTime, "now unless given; lSubmitTime")
       .shown("\"2004-03-01T20:00:00\"");
-  t.time("execTime", &BKQSchedule::setExecTime, "now unless given; lExecTime")
+  t.timeOrNow("execTime", &BKQSchedule::setExecTime, "now unless given; lExecTime")
       .shown("\"2004-03-01T21:00:00\"");
   t.text("poolName", &BKQSchedule::setPoolName, "media pool; in no record");
   t.flag(
@@ -204,7 +204,8 @@ const Family& exceptionDays() {
         days, "", "BKQExceptionDay", "a day on which a rotation differs; in no record",
         [](const Value&) { return new BKQExceptionDay; },
         [](Table<BKQExceptionDay>& t) {
-          t.time("exceptionTime", &BKQExceptionDay::setExceptionTime, "the day, now unless given")
+          t.timeOrNow("exceptionTime", &BKQExceptionDay::setExceptionTime,
+                      "the day, now unless given")
               .shown("\"2004-12-24\"");
           t.number("jobType", &BKQExceptionDay::setJobType, "the server's code");
           t.number("options", &BKQExceptionDay::setOptions, "option bits");
