@@ -12,7 +12,8 @@ namespace {
                 " library a new major version and this row"    \
                 " the new size")
 
-constexpr unsigned int kList = sizeof(RWSlistCollectables);
+constexpr unsigned int kList = 16;
+EXPECT_SIZE(RWSlistCollectables, kList);
 
 EXPECT_SIZE(RWCollectable, 4);
 EXPECT_SIZE(RWCString, 4);

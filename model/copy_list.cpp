@@ -51,11 +51,22 @@ void destroyUnlessHeld(const RWSlistCollectables& list, const RWSlistCollectable
 
 }  // namespace
 
+namespace {
+
+unsigned int countOf(const RWSlistCollectables& list, const RWCollectable* object) {
+  unsigned int count = 0;
+  for (unsigned int i = 0; i < list.entries(); ++i) count += list.at(i) == object ? 1 : 0;
+  return count;
+}
+
+}  // namespace
+
 bool holds(const RWSlistCollectables& list, const RWCollectable* object) {
-  for (unsigned int i = 0; i < list.entries(); ++i) {
-    if (list.at(i) == object) return true;
-  }
-  return false;
+  return countOf(list, object) > 0;
+}
+
+bool holdsTwice(const RWSlistCollectables& list, const RWCollectable* object) {
+  return countOf(list, object) > 1;
 }
 
 void replaceDoubled(RWSlistCollectables& list, const RWSlistCollectables& source,

@@ -28,6 +28,7 @@ void appendClones(RWSlistCollectables& list, const RWSlistCollectables& source) 
 
 // Whether the list holds this very object, whatever its class calls equal.
 bool holds(const RWSlistCollectables& list, const RWCollectable* object);
+bool holdsTwice(const RWSlistCollectables& list, const RWCollectable* object);
 
 // Makes `list` hold the elements of `source`, then `clones`. Of its former elements those that
 // `source` does not hold are deleted, each once, but for `alsoKept`.

@@ -68,7 +68,7 @@ BKQJob::~BKQJob() {
 }
 
 RWBoolean BKQJob::isEqual(const RWCollectable* other) const {
-  return static_cast<const BKQJob*>(other)->jobId_ == jobId_ ? 1 : 0;
+  return other != nullptr && static_cast<const BKQJob*>(other)->jobId_ == jobId_ ? 1 : 0;
 }
 
 BKQJob* BKQJob::clone() { return nullptr; }
@@ -308,15 +308,23 @@ unsigned int BKQBackupJob::enumSourceNodes(BKQNodeCol*& out, unsigned int n) {
 int BKQBackupJob::removeSourceNode(BKQNode& node) {
   for (unsigned int i = 0; i < sourceNodes_.entries(); ++i) {
     auto* held = static_cast<BKQNode*>(sourceNodes_.at(i));
-    if (held->getNodeName() == node.getNodeName()) {
+    if (held->getNodeName() != node.getNodeName()) continue;
+    const RWCollectable* found = sourceNodes_.find(held);
+    if (bkoq::holdsTwice(sourceNodes_, found)) {
+      sourceNodes_.remove(held);
+    } else {
+      if (found == destination_) destination_ = nullptr;
       sourceNodes_.removeAndDestroy(held);
-      return 0;
     }
+    return 0;
   }
   return -1;
 }
 
-void BKQBackupJob::clearSourceNodes() { sourceNodes_.clearAndDestroy(); }
+void BKQBackupJob::clearSourceNodes() {
+  if (bkoq::holds(sourceNodes_, destination_)) destination_ = nullptr;
+  sourceNodes_.clearAndDestroy();
+}
 
 int BKQBackupJob::destinationExists() { return destination_ != nullptr ? 1 : 0; }
 

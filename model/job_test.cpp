@@ -11,6 +11,8 @@
 #include "testing/attributes.h"
 #include "testing/counted.h"
 #include "testing/failing_new.h"
+#include "testing/foreign_attachments.h"
+#include "testing/foreign_filter.h"
 #include "testing/heap.h"
 #include "testing/parts.h"
 #include "testing/private_member.h"
@@ -344,6 +346,7 @@ TEST(Job, EqualByID) {
   other.setJobID(5);
   EXPECT_EQ(job.isEqual(&other), 1);
   EXPECT_EQ(other.isEqual(&job), 1);
+  EXPECT_EQ(job.isEqual(nullptr), 0);
   other.setJobID(6);
   EXPECT_EQ(job.isEqual(&other), 0);
 }
@@ -917,6 +920,55 @@ void expectClonesInScarceMemory(BKQJob& job) {
 TEST(BackupJob, ClonesInScarceMemory) {
   NightlyBackup nightly;
   expectClonesInScarceMemory(nightly.job());
+}
+
+TEST(BackupJob, NodeListedTwiceIsDeletedWithItsLastPlace) {
+  int destroyed = 0;
+  auto* node = new Counted<BKQMacNode>(destroyed, "n");
+  BKQBackupJob job;
+  job.addSourceNode(*node);
+  job.addSourceNode(*node);
+  EXPECT_EQ(job.removeSourceNode(*node), 0);
+  EXPECT_EQ(job.sourceNodeEntries(), 1u);
+  EXPECT_EQ(destroyed, 0);
+  EXPECT_EQ(job.removeSourceNode(*node), 0);
+  EXPECT_EQ(job.sourceNodeEntries(), 0u);
+  EXPECT_EQ(destroyed, 1);
+}
+
+TEST(BackupJob, DestinationAmongTheSourcesGoesWithThem) {
+  for (const bool clears : {true, false}) {
+    int destroyed = 0;
+    auto* node = new Counted<BKQTapeNode>(destroyed, "n");
+    {
+      BKQBackupJob job;
+      job.addSourceNode(*node);
+      job.setDestination(*node);
+      clears ? job.clearSourceNodes() : static_cast<void>(job.removeSourceNode(*node));
+      EXPECT_EQ(destroyed, 1);
+      EXPECT_EQ(job.destinationExists(), 0);
+    }
+    EXPECT_EQ(destroyed, 1);
+  }
+}
+
+// A client's class that inherits clone() from a root class.
+TEST(RestoreJob, PartsThatCloneToNullAreMissingFromACopy) {
+  ForeignFilter filter(1);
+  BKQFileFilter own(BKQFilter::Include, "*");
+  BKQRestoreJob job("n");
+  job.addFilter(filter);
+  job.addFilter(own);
+  job.BKQJob::setSchedule(*new ForeignSchedule);
+  job.setEMailInfo(*new ForeignEMail([](void*, bool) { return 1; }));
+  const std::unique_ptr<BKQRestoreJob> clone(job.clone());
+  EXPECT_EQ(clone->filterEntries(), 1u);
+  EXPECT_EQ(clone->scheduleExists(), 0);
+  EXPECT_EQ(clone->emailInfoExists(), 0);
+  BKQFilterCol* filters = nullptr;
+  ASSERT_EQ(clone->enumFilters(filters, 1), 1u);
+  delete filters->at(0);
+  delete filters;
 }
 
 // Nor does a copy delete what its source holds; without memory to look that up fast it is looked up

@@ -136,6 +136,7 @@ BKQDiskNode::~BKQDiskNode() = default;
 BKQDiskNode* BKQDiskNode::clone() { return nullptr; }
 
 int BKQDiskNode::compareTo(const RWCollectable* other) const {
+  if (other == nullptr) return -1;
   const unsigned short theirs = static_cast<const BKQDiskNode*>(other)->getPriority();
   if (theirs == kNoPriority) return -1;
   const auto left = static_cast<short>(getPriority());

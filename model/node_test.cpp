@@ -278,6 +278,7 @@ TEST(DiskNode, OrderByPriority) {
     other.setPriority(row.other);
     EXPECT_EQ(own.compareTo(&other), row.result) << row.own << " and " << row.other;
   }
+  EXPECT_EQ(BKQMacNode("n").compareTo(nullptr), -1);
 }
 
 TEST(DiskNode, RemovesTheFirstDiskOfTheName) {

@@ -155,7 +155,10 @@ unsigned int BKQCustomSchedule::getType() const { return 0; }
 
 void BKQCustomSchedule::getRepeat(unsigned short* repeat1, unsigned short* repeat2,
                                   unsigned short* repeat3, unsigned short* repeat4) const {
-  getRepeat(*repeat1, *repeat2, *repeat3, *repeat4);
+  unsigned short* const repeats[] = {repeat1, repeat2, repeat3, repeat4};
+  for (unsigned int i = 0; i < 4; ++i) {
+    if (repeats[i] != nullptr) *repeats[i] = repeats_[i];
+  }
 }
 
 void BKQCustomSchedule::getRepeat(unsigned short& repeat1, unsigned short& repeat2,

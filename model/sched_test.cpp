@@ -172,6 +172,13 @@ TEST(CustomSchedule, RepeatValuesInOrderThroughBothForms) {
   EXPECT_EQ(c, 7);
   EXPECT_EQ(d, 8);
   EXPECT_EQ(clone->getSkipWeekDayFlag(), 9);
+
+  clone->setRepeat(1, 2, 3, 4);
+  clone->getRepeat(nullptr, &b, nullptr, nullptr);
+  clone->getRepeat(&a, nullptr, nullptr, nullptr);
+  EXPECT_EQ(a, 1);
+  EXPECT_EQ(b, 2);
+  EXPECT_EQ(c, 7);
 }
 
 TEST(CustomSchedule, Attributes) {

@@ -13,8 +13,10 @@ class RWvostream {};
 
 namespace {
 
-static_assert(sizeof(RWCollectable) == 4 && sizeof(RWCString) == 4 && sizeof(RWTime) == 4, "");
-static_assert(sizeof(RWCollectableString) == 8 && sizeof(RWCollectableTime) == 8, "");
+static_assert(sizeof(RWCollectable) == 4 && sizeof(RWCString) == 4 && sizeof(RWTime) == 4,
+              "clients that were compiled before hold these by value: they keep their sizes");
+static_assert(sizeof(RWCollectableString) == 8 && sizeof(RWCollectableTime) == 8,
+              "clients that were compiled before hold these by value: they keep their sizes");
 
 #if defined(__i386__)
 // A pointer to a virtual operation holds one more than the offset of its slot.
@@ -26,6 +28,7 @@ size_t slotOf(Operation operation) {
 }
 
 TEST(Collectable, OperationsStandInTheirSlots) {
+  SCOPED_TRACE("clients that were compiled before call these by number: none may move or go");
   EXPECT_EQ(0U, slotOf(&RWCollectable::newSpecies));
   EXPECT_EQ(1U, slotOf(&RWCollectable::copy));
   EXPECT_EQ(2U, slotOf(&RWCollectable::isA));

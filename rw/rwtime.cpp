@@ -49,6 +49,7 @@ RWTime::RWTime(const struct tm* fields, const RWZone& /*zone*/) noexcept : secon
 }
 
 void RWTime::extract(struct tm* fields, const RWZone& /*zone*/) const noexcept {
+  if (fields == nullptr) return;
   // localtime_r() alone need not look at TZ again.
   tzset();
   const int64_t unixTime = static_cast<int64_t>(seconds_) - kTimeTZero;

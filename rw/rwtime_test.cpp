@@ -109,6 +109,7 @@ TEST_F(Time, ExtractsEveryCalendarField) {
     moveTo(row.zone);
     struct tm fields;
     memset(&fields, 0x5a, sizeof fields);
+    RWTime(row.count).extract(nullptr);
     RWTime(row.count).extract(&fields);
     EXPECT_EQ(row.year, fields.tm_year + 1900);
     EXPECT_EQ(row.month, fields.tm_mon + 1);

@@ -130,6 +130,7 @@ unsigned int RWSlistCollectables::occurrencesOf(const RWCollectable* target) con
 }
 
 void RWSlistCollectables::apply(void (*function)(RWCollectable*, void*), void* data) {
+  if (function == nullptr) return;
   for (unsigned int i = 0; i < entries_; ++i) function(elements_[i], data);
 }
 

@@ -221,6 +221,7 @@ TEST_F(List, CopiesAddressesNotElements) {
 TEST_F(List, AppliesAFunctionInOrder) {
   for (RWCollectable* element : Elements{&a_, &b_, &a_}) list_.insert(element);
   Elements seen;
+  list_.apply(nullptr, nullptr);
   list_.apply(
       [](RWCollectable* element, void* data) { static_cast<Elements*>(data)->push_back(element); },
       &seen);

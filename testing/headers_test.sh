@@ -5,6 +5,11 @@ set -euo pipefail
 root=$1
 failed=0
 
+command -v g++ >/dev/null || command -v clang++ >/dev/null || {
+  echo "no compiler found: nothing is tested"
+  exit 1
+}
+
 compile() {  # compiler language standard header
   printf '#include <%s>\n' "$4" |
     "$1" -m32 -x "$2" -std="$3" -pedantic -Wall -Wextra -Werror -I"$root/include" -fsyntax-only - || {

@@ -385,6 +385,22 @@ TYPED_TEST(NodeConversion, PreviousNDSTypeIsNoNDSTreeOfItsOwn) {
   EXPECT_EQ(this->record.ulMediaCount, 1u);
 }
 
+TYPED_TEST(NodeConversion, WhatIsNoTextNamesNoDisk) {
+  BKQWinNTNode node("n");
+  NamedDisk disk("C:");
+  node.addDisk(disk);
+  RWCollectable object;
+  NameList names{};
+  names.insert(&object);
+  names.insert(&disk);
+  ASSERT_EQ(this->convert(node, names), 1);
+  EXPECT_EQ(this->record.ulMediaCount, 0u);
+  RWCollectableString name("C:");
+  names.insert(&name);
+  ASSERT_EQ(this->convert(node, names), 1);
+  EXPECT_EQ(this->diskNames(), std::vector<std::string>{"C:"});
+}
+
 TYPED_TEST(NodeConversion, AllDisksInTheirOrder) {
   BKQWinNTNode node("n");
   NamedDisk c("C:", 1);

@@ -19,6 +19,7 @@ template <class Layout>
 int Flatten<Layout>::disk(BKQDisk& disk, void*& rec, const char* overridePath) {
   if (rec == nullptr) return noRecord();
   auto& record = *static_cast<typename Layout::Disk*>(rec);
+  const HeldText<Layout> path(overridePath);
   // Every item conversion below reads the name of its disk from here.
   Layout::diskName() = disk.name_;
 
@@ -50,7 +51,7 @@ int Flatten<Layout>::disk(BKQDisk& disk, void*& rec, const char* overridePath) {
   }
 
   if (!disk.items_.isEmpty()) passAll(disk.items_, disk.itemCursor_);
-  if (overridePath != nullptr && *overridePath != '\0') {
+  if (!path.isEmpty()) {
     // One item stands for all of them.
     if (!disk.items_.isEmpty() && record.pDiskItems == nullptr) {
       record.ulDiskItemCount = 1;
@@ -58,7 +59,7 @@ int Flatten<Layout>::disk(BKQDisk& disk, void*& rec, const char* overridePath) {
       if (record.pDiskItems == nullptr) return 0;
       void* element = record.pDiskItems;
       auto& item = *static_cast<BKQDiskItem*>(disk.items_.at(0));
-      if (!Layout::convert(item, element, overridePath)) return failedToConvert("DiskItem");
+      if (!Layout::convert(item, element, path)) return failedToConvert("DiskItem");
     }
   } else {
     for (unsigned int i = 0; i < disk.items_.entries(); ++i) {

@@ -92,6 +92,28 @@ struct Flatten {
   static int addDisk(BKQDisk& disk, typename Layout::Node& record, const char* overridePath);
 };
 
+// A text that the caller of a conversion hands in. It may lie in the variable that takes the name
+// of each disk on the way, and stays what it was all the same.
+template <class Layout>
+class HeldText {
+ public:
+  HeldText(const char* text) : text_(text) {
+    const RWCString& name = Layout::diskName();
+    if (text < name.data() || text > name.data() + name.length()) return;
+    copy_ = text;
+    text_ = copy_.data();
+  }
+  HeldText(const HeldText&) = delete;
+  HeldText& operator=(const HeldText&) = delete;
+
+  bool isEmpty() const { return text_ == nullptr || *text_ == '\0'; }
+  operator const char*() const { return text_; }
+
+ private:
+  const char* text_;
+  RWCString copy_;
+};
+
 // Sets the cursor of a list where handing out all its elements leaves it.
 template <class Cursor>
 void passAll(const RWSlistCollectables& list, Cursor& cursor) {

@@ -75,7 +75,9 @@ int Flatten<Layout>::backupJob(BKQBackupJob& job, void*& out, const char* nodeNa
                                RWSlistCollectables& disks, int unixKind, const char* unixText) {
   const KeptTimes keptTimes;
   if (!Flatten::job(job, out)) return failedToConvert("Base BKQJob");
-  const Text wantedName(nodeName);
+  const HeldText<Layout> heldName(nodeName);
+  const HeldText<Layout> heldText(unixText);
+  const Text wantedName(heldName);
   auto& record = *static_cast<typename Layout::Job*>(out);
 
   Layout::diskEncryption() = static_cast<unsigned int>(job.encryption_);
@@ -98,7 +100,7 @@ int Flatten<Layout>::backupJob(BKQBackupJob& job, void*& out, const char* nodeNa
     // A client's own class may answer any node type: its class decides what it can be asked for.
     if (node->nodeType() == BKQNode::UnixNode) {
       auto* unixNode = dynamic_cast<BKQUnixNode*>(node);
-      if (unixNode == nullptr || !Layout::convert(*unixNode, element, disks, unixKind, unixText)) {
+      if (unixNode == nullptr || !Layout::convert(*unixNode, element, disks, unixKind, heldText)) {
         return failedToConvert("Unix Node");
       }
     } else {
@@ -193,13 +195,14 @@ int Flatten<Layout>::verifyJob(BKQVerifyJob& job, void*& out, const char* tapeNa
 template <class Layout>
 int Flatten<Layout>::compareJob(BKQCompareJob& job, void*& out, const char* tapeName,
                                 unsigned short sessionNumber, const char* overridePath) {
+  const HeldText<Layout> path(overridePath);
   if (!verifyJob(job, out, tapeName, sessionNumber)) return failedToConvert("Base BKQVerifyJob");
   auto& record = *static_cast<typename Layout::Job*>(out);
 
   ++record.ulNumDestNodes;
   void* element = firstNode(record.pDestNodes);
   if (element == nullptr) return 0;
-  if (job.destination_ == nullptr || !Layout::convert(*job.destination_, element, overridePath)) {
+  if (job.destination_ == nullptr || !Layout::convert(*job.destination_, element, path)) {
     return failedToConvert("Disk Node");
   }
   return 1;

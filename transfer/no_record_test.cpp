@@ -37,10 +37,17 @@ TYPED_TEST(NoRecord, Nodes) {
       "Failed to convert Base BKQNode\n"
       "Failed to convert Base BKQRestoreNode\n",
       BKQDBRestoreNode("n"));
-  this->expectLines(
+  this->expectLines("Failed to convert Base BKQNode\n", BKQMacNode("n"), names, "/override");
+  TypeParam::unixOptions() = 77;
+  BKQUnixNode unix("n");
+  unix.setUnixOptions(1);
+  const std::string unixLines =
       "Failed to convert Base BKQNode\n"
-      "Failed to convert Base BKQDiskNode\n",
-      BKQUnixNode("n"), names, 1, "text");
+      "Failed to convert Base BKQDiskNode\n";
+  this->expectLines(unixLines, unix);
+  this->expectLines(unixLines, unix, names, 1, "text");
+  EXPECT_EQ(TypeParam::unixOptions(), 77u);
+  TypeParam::unixOptions() = 0;
 }
 
 TYPED_TEST(NoRecord, Media) {

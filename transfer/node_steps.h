@@ -61,6 +61,7 @@ int Flatten<Layout>::addDisk(BKQDisk& disk, typename Layout::Node& record,
 template <class Layout>
 int Flatten<Layout>::diskNode(BKQDiskNode& node, void*& rec, RWSlistCollectables& names,
                               const char* overridePath) {
+  const HeldText<Layout> path(overridePath);
   if (!Flatten::node(node, rec)) return failedToConvert("Base BKQNode");
   // An NDS tree has no disks of its own to flatten.
   if (node.disks_.isEmpty() || node.nodeType() == BKQNode::NDSNode) return 1;
@@ -69,17 +70,18 @@ int Flatten<Layout>::diskNode(BKQDiskNode& node, void*& rec, RWSlistCollectables
   passAll(node.disks_, node.diskCursor_);
   if (names.isEmpty()) {
     for (unsigned int i = 0; i < node.disks_.entries(); ++i) {
-      if (!addDisk(*static_cast<BKQDisk*>(node.disks_.at(i)), record, overridePath)) return 0;
+      if (!addDisk(*static_cast<BKQDisk*>(node.disks_.at(i)), record, path)) return 0;
     }
     return 1;
   }
   for (unsigned int n = 0; n < names.entries(); ++n) {
     const auto* name = dynamic_cast<const RWCollectableString*>(names.at(n));
     if (name == nullptr) continue;
-    const Text wantedName(*name);
+    const RWCString held(*name);
+    const Text wantedName(held);
     for (unsigned int i = 0; i < node.disks_.entries(); ++i) {
       auto* disk = static_cast<BKQDisk*>(node.disks_.at(i));
-      if (wantedName.equals(disk->name_) && !addDisk(*disk, record, overridePath)) return 0;
+      if (wantedName.equals(disk->name_) && !addDisk(*disk, record, path)) return 0;
     }
   }
   return 1;
@@ -111,9 +113,10 @@ int Flatten<Layout>::unixNode(BKQUnixNode& node, void*& rec) {
 template <class Layout>
 int Flatten<Layout>::unixNode(BKQUnixNode& node, void*& rec, RWSlistCollectables& names, int mode,
                               const char* extra) {
-  Layout::unixOptions() = node.unixOptions_;
+  if (rec != nullptr) Layout::unixOptions() = node.unixOptions_;
+  const HeldText<Layout> held(extra);
   if (!diskNode(node, rec, names, "")) return failedToConvert("Base BKQDiskNode");
-  const Text extraText(extra);
+  const Text extraText(held);
   if (extraText.isEmpty()) return 1;
   auto& record = *static_cast<typename Layout::Node*>(rec);
 

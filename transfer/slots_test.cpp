@@ -25,6 +25,8 @@ namespace {
 
 // Where the operations of a collectable stand.
 constexpr std::size_t kDestroy = 4;
+constexpr std::size_t kCompareTo = 6;
+constexpr std::size_t kIsEqual = 8;
 constexpr std::size_t kClone = 13;
 constexpr std::size_t kKind = 14;
 constexpr std::size_t kConvert = 15;
@@ -277,13 +279,47 @@ TEST_F(Slots, PartsClone) {
   }
 }
 
+// The classes that compare in a way of their own: jobs by ID, machines by priority, texts and times
+// by value.
+TEST_F(Slots, CollectablesCompareThroughTheirs) {
+  const auto isEqual = [](const RWCollectable& left, const RWCollectable& right) {
+    return callSlot<RWBoolean, const RWCollectable*>(&left, kIsEqual, &right) != 0;
+  };
+  const auto compare = [](const RWCollectable& left, const RWCollectable& right) {
+    return callSlot<int, const RWCollectable*>(&left, kCompareTo, &right);
+  };
+  BKQBackupJob job("a");
+  BKQScanJob sameID;
+  EXPECT_TRUE(isEqual(job, sameID));
+  sameID.setJobID(7);
+  EXPECT_FALSE(isEqual(job, sameID));
+  BKQMacNode first("a");
+  BKQMacNode second("b");
+  first.setPriority(1);
+  second.setPriority(2);
+  EXPECT_EQ(compare(first, second), -1);
+  EXPECT_EQ(compare(second, first), 1);
+  EXPECT_FALSE(isEqual(first, second));
+  EXPECT_TRUE(isEqual(RWCollectableString("x"), RWCollectableString("x")));
+  EXPECT_FALSE(isEqual(RWCollectableString("x"), RWCollectableString("y")));
+  EXPECT_LT(compare(RWCollectableString("x"), RWCollectableString("y")), 0);
+  EXPECT_TRUE(isEqual(RWCollectableTime(5), RWCollectableTime(5)));
+  EXPECT_GT(compare(RWCollectableTime(6), RWCollectableTime(5)), 0);
+}
+
 TEST_F(Slots, CollectablesAreDeletedThroughTheirs) {
   int destroyed = 0;
   callSlot<void>(new Counted<BKQJob>(destroyed), kDestroy);
   callSlot<void>(new Counted<BKQUnixNode>(destroyed, "n"), kDestroy);
   callSlot<void>(new Counted<BKQDirFilter>(destroyed), kDestroy);
   callSlot<void>(new Counted<BKQRegularSchedule>(destroyed), kDestroy);
-  EXPECT_EQ(destroyed, 4);
+  callSlot<void>(new Counted<BKQDisk>(destroyed), kDestroy);
+  callSlot<void>(new Counted<BKQDiskItem>(destroyed), kDestroy);
+  callSlot<void>(new Counted<BKQTape>(destroyed), kDestroy);
+  callSlot<void>(new Counted<BKQTapeItem>(destroyed), kDestroy);
+  callSlot<void>(new Counted<BKQTapeXtension>(destroyed), kDestroy);
+  callSlot<void>(new Counted<BKQNodeCol>(destroyed), kDestroy);
+  EXPECT_EQ(destroyed, 10);
 }
 
 // What is no collectable begins at slot 0; the destructor of the e-mail classes stands behind the

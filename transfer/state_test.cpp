@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 #include <stdlib.h>
 
+#include <memory>
 #include <set>
 #include <string>
 #include <type_traits>
@@ -41,12 +42,100 @@ TEST(StateVariables, AreWordsPointersAndOneTextOfEightBytes) {
   };
   EXPECT_EQ(std::set<const void*>(std::begin(variables), std::end(variables)).size(), 24u);
 
-  static_assert(std::is_same<decltype(BK6_NEWTAPETIMEOUT), unsigned int>::value, "");
-  static_assert(std::is_same<decltype(BK6_DISKSESSIONPW), char*>::value, "");
-  static_assert(std::is_same<decltype(BK6_TAPESESSIONPW_OLD), char*>::value, "");
-  static_assert(std::is_same<decltype(UNIX_OPTIONS_OLD), unsigned int>::value, "");
-  static_assert(sizeof(BK6_NEWTAPETIMEOUT) == 4 && sizeof(BK6_DISKSESSIONPW) == 4, "");
-  static_assert(sizeof(DISK_DISKNAME) == 8 && sizeof(DISK_DISKNAME_OLD) == 8, "");
+#define EXPECT_KEPT(condition) \
+  static_assert(condition, "clients read and write this variable as it was: its type is fixed")
+  EXPECT_KEPT((std::is_same<decltype(BK6_NEWTAPETIMEOUT), unsigned int>::value));
+  EXPECT_KEPT((std::is_same<decltype(BK6_DISKSESSIONPW), char*>::value));
+  EXPECT_KEPT((std::is_same<decltype(BK6_TAPESESSIONPW_OLD), char*>::value));
+  EXPECT_KEPT((std::is_same<decltype(UNIX_OPTIONS_OLD), unsigned int>::value));
+  EXPECT_KEPT((sizeof(BK6_NEWTAPETIMEOUT) == 4 && sizeof(BK6_DISKSESSIONPW) == 4));
+  EXPECT_KEPT((sizeof(DISK_DISKNAME) == 8 && sizeof(DISK_DISKNAME_OLD) == 8));
+}
+
+// A client may hand in what the last flattening left in the variables; it changes on the way.
+template <class L>
+class TextsInTheDiskName : public testing::Test {
+ protected:
+  TextsInTheDiskName() {
+    L::diskName() = kLong;
+    for (const char* name : {"first", "second"}) {
+      disks_.emplace_back(new BKQDisk);
+      disks_.back()->setDiskName(name);
+      disks_.back()->addDiskItem(item_);
+    }
+  }
+  ~TextsInTheDiskName() override { L::diskName() = ""; }
+
+  template <class Node>
+  Node& addDisks(Node& node) {
+    for (auto& disk : disks_) node.addDisk(*disk);
+    return node;
+  }
+  static std::string pathOf(const typename L::Node& node, unsigned int disk) {
+    return static_cast<typename L::Disk*>(node.pMedia)[disk].pDiskItems[0].pszPath;
+  }
+
+  static constexpr const char* kLong = "a name that is longer than those of the disks";
+  BKQDiskItem item_{"item"};
+  std::vector<std::unique_ptr<BKQDisk>> disks_;
+};
+TYPED_TEST_SUITE(TextsInTheDiskName, Layouts, );
+
+TYPED_TEST(TextsInTheDiskName, OverrideADisk) {
+  typename TypeParam::Node node{};
+  node.ulMediaCount = 1;
+  node.pMedia = calloc(1, sizeof(typename TypeParam::Disk));
+  ASSERT_EQ(TypeParam::convert(*this->disks_[0], node.pMedia, TypeParam::diskName().data()), 1);
+  EXPECT_EQ(this->pathOf(node, 0), this->kLong);
+  freeNodeContents(node, Media::kDisks);
+}
+
+TYPED_TEST(TextsInTheDiskName, OverrideEveryDiskOfANode) {
+  BKQMacNode node("n");
+  typename TypeParam::Node record{};
+  void* rec = &record;
+  ASSERT_EQ(TypeParam::convert(this->addDisks(node), rec, TypeParam::diskName().data()), 1);
+  EXPECT_EQ(this->pathOf(record, 0), this->kLong);
+  EXPECT_EQ(this->pathOf(record, 1), this->kLong);
+  freeNodeContents(record, Media::kDisks);
+}
+
+TYPED_TEST(TextsInTheDiskName, OverrideEveryDiskOfAComparison) {
+  BKQCompareJob job("n");
+  job.setDestination(this->addDisks(*new BKQMacNode("n")));
+  void* out = nullptr;
+  ASSERT_EQ(TypeParam::convert(job, out, TypeParam::diskName().data()), 1);
+  auto* record = static_cast<typename TypeParam::Job*>(out);
+  EXPECT_EQ(this->pathOf(record->pDestNodes[0], 1), this->kLong);
+  freeJobRecord(record);
+}
+
+TYPED_TEST(TextsInTheDiskName, NameTheDisksOfANode) {
+  this->disks_[1]->setDiskName(this->kLong);
+  this->disks_[0]->setDiskName(this->kLong);
+  BKQMacNode node("n");
+  RWSlistCollectables names;
+  names.insert(&TypeParam::diskName());
+  typename TypeParam::Node record{};
+  void* rec = &record;
+  ASSERT_EQ(TypeParam::convert(this->addDisks(node), rec, names), 1);
+  EXPECT_EQ(record.ulMediaCount, 2u);
+  freeNodeContents(record, Media::kDisks);
+}
+
+TYPED_TEST(TextsInTheDiskName, NameTheNodesOfABackupAndFollowTheirTexts) {
+  BKQUnixNode first(this->kLong);
+  BKQUnixNode second(this->kLong);
+  BKQBackupJob job;
+  job.addSourceNode(this->addDisks(first));
+  job.addSourceNode(this->addDisks(second));
+  const char* text = TypeParam::diskName().data();
+  void* out = nullptr;
+  ASSERT_EQ(TypeParam::convert(job, out, text, 1, text), 1);
+  auto* record = static_cast<typename TypeParam::Job*>(out);
+  ASSERT_EQ(record->ulNumSourceNodes, 2u);
+  EXPECT_STREQ(record->pSourceNodes[1].pszNodeOSVer + 1, this->kLong);
+  freeJobRecord(record);
 }
 
 template <class L>

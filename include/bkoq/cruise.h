@@ -6,6 +6,7 @@
 #include "bkoq/sched.h"
 
 /// One day of a rotation.
+/// A null text is the empty text.
 class BKOQ_API BKQJobUnit : public RWCollectable {
  public:
   /// What is run on a day; the server's code. The previous layout takes the low 8 bits.
@@ -72,6 +73,7 @@ class BKOQ_API BKQExceptionDay : public RWCollectable {
 };
 
 /// A media rotation: a job mask with one unit a day, and days of exception.
+/// A null text is the empty text.
 class BKOQ_API BKQRotationSchedule : public BKQRegularSchedule {
  public:
   BKQRotationSchedule();            ///< no mask, no days; every number 0, every text empty
@@ -86,8 +88,8 @@ class BKOQ_API BKQRotationSchedule : public BKQRegularSchedule {
   int convertToBK2_old(void*& schedBlock, void*& rotationBlock) override;
 
   BKQJobMask* getJobMask() const;  ///< null when none is set
-  /// Adopts the mask itself, which must live on the heap. The mask that it replaces is abandoned,
-  /// not deleted.
+  /// Adopts the mask itself, which must live on the heap and must not be deleted by the caller; more
+  /// schedules than one may hold it. The mask that it replaces is abandoned, not deleted.
   void setJobMask(const BKQJobMask& mask);
   const RWCollectableString& getSetName() const;  ///< media set name; pszSetName
   void setSetName(const char* name);
@@ -137,6 +139,7 @@ class BKOQ_API BKQRotationSchedule : public BKQRegularSchedule {
 };
 
 /// The automatic grandfather-father-son rotation.
+/// A null text is the empty text.
 class BKOQ_API BKQCruiseSchedule : public BKQRotationSchedule {
  public:
   /// The server's code; usCruiseMethod takes the low 16 bits.

@@ -9,6 +9,7 @@ class BKQFilter;
 
 /// One path on a disk, with its options and, if wanted, the names of the files below it. Becomes
 /// one BKDISKITEM.
+/// A null text is the empty text.
 class BKOQ_API BKQDiskItem : public RWCollectable {
  public:
   BKQDiskItem();  ///< empty path, options 1
@@ -26,7 +27,7 @@ class BKOQ_API BKQDiskItem : public RWCollectable {
   int convertToBK2(void*& rec);
   int convertToBK2_old(void*& rec);
   /// Fills path and options only: `overridePath`, or the item's own path when that is empty or
-  /// null. 1.
+  /// null. 1, or 0 after a line on the standard error stream for a null pointer.
   int convertToBK2(void*& rec, const char* overridePath);
   int convertToBK2_old(void*& rec, const char* overridePath);
 
@@ -63,6 +64,7 @@ class BKOQ_API BKQDiskItem : public RWCollectable {
 };
 
 /// One disk of a machine: a volume, a drive, a database area, the Registry. Becomes one BKDDISK.
+/// A null text is the empty text.
 class BKOQ_API BKQDisk : public RWCollectable {
  public:
   /// The server's disk-type codes; usDiskType takes the low 16 bits. 11, 22 and 31 join user and

@@ -6,6 +6,7 @@
 
 /// Notification of a job's outcome by e-mail; fills BKEMAILINFO, inside the job record at byte 156.
 /// Abstract root. Every text is empty at first; an empty one leaves a null pointer in the record.
+/// A null text is the empty text.
 class BKOQ_API BKQEMail {
  public:
   BKQEMail();
@@ -15,7 +16,7 @@ class BKOQ_API BKQEMail {
   virtual BKQEMail* clone();
   virtual unsigned int emailType() const = 0;  ///< 0 Internet, 1 MHS; reaches no record
   /// Fills the zeroed block that `block` points to; 1, or 0 after a line on the standard error
-  /// stream.
+  /// stream for a null pointer.
   virtual int convertToBK2(void*& block);
   virtual int convertToBK2_old(void*& block);
   virtual ~BKQEMail();

@@ -11,6 +11,7 @@
 ///
 /// Every conversion fills one zeroed BKFILTER_FILE entry that the caller allocated and returns 1,
 /// or 0 after a line on the standard error stream, for a null pointer too.
+/// A null text is the empty text.
 class BKOQ_API BKQFilter : public RWCollectable {
  public:
   /// Goes into usInclExcl; any 32-bit value passes through, the record takes its low 16 bits.

@@ -17,9 +17,11 @@ class BKQPrintQueue;
 /// What every job has. Jobs live by these rules:
 ///
 /// - Objects attached to a job (schedule, fax, e-mail, print queue, open-file information,
-///   destination) are adopted: they must live on the heap and must not be deleted by the caller. A
-///   setter abandons what it replaces. Nodes and filters are kept by address and never deleted with
-///   the job.
+///   destination) are adopted: they must live on the heap, belong to one job only and must not be
+///   deleted by the caller. A setter abandons what it replaces. Nodes and filters are kept by
+///   address and never deleted with the job.
+/// - A copy holds the clone() of each part. A client's own class must override clone(): one that it
+///   inherits from a root class gives null, and the part is missing from the copy.
 /// - convertToBK2() flattens the job into a BKQJDATATRANSFER, convertToBK2_old() into a
 ///   BKQJDATATRANSFER_OLD. The result is 1 with the record in `out`, which the caller owns: it and
 ///   every block that hangs from it are from malloc(). Or it is 0 after lines on the standard error
@@ -41,7 +43,7 @@ class BKOQ_API BKQJob : public RWCollectable {
   BKQJob(const BKQJob&) = delete;
   BKQJob& operator=(const BKQJob&) = delete;
 
-  /// 1 exactly when `other`, which must be a job, has the same job ID.
+  /// 1 exactly when `other`, which must be a job or null, is one with the same job ID.
   RWBoolean isEqual(const RWCollectable* other) const override;
 
   /// A new job of the same class, filled by its mycopy(), owned by the caller. Null from a plain
@@ -195,7 +197,7 @@ class BKOQ_API BKQBackupJob : public BKQJob {
 
   /// The short forms take all nodes, an empty list, kind 0 and an empty text for what they lack.
   /// With a non-empty `nodeName` only the source nodes of exactly that name go. `disks`, a list of
-  /// RWCollectableStrings, narrows the disks of every source node (see BKQDiskNode). `unixKind` and
+  /// texts, narrows the disks of every source node (see BKQDiskNode). `unixKind` and
   /// `unixText` reach UNIX source nodes only (see BKQUnixNode).
   int convertToBK2(void*& out) override;
   int convertToBK2(void*& out, const char* nodeName);
@@ -214,9 +216,11 @@ class BKOQ_API BKQBackupJob : public BKQJob {
   /// can be added but not flattened.
   RWCollectable* addSourceNode(BKQNode& node);
   /// Unlinks and deletes the first source node of the same name, which may be `node` itself; 0, or
-  /// -1 when there is none.
+  /// -1 when there is none. A node that is listed more than once is deleted with its last place; one
+  /// that is the destination, too, leaves the job without.
   int removeSourceNode(BKQNode& node);
-  void clearSourceNodes();  ///< unlinks and deletes every source node
+  /// Unlinks every source node and deletes each once; a destination among them goes, too.
+  void clearSourceNodes();
   unsigned int sourceNodeEntries() const;
   void resetSourceNodes();
   unsigned int enumSourceNodes(BKQNodeCol*& out, unsigned int n);
@@ -485,7 +489,7 @@ class BKOQ_API BKQCompareJob : public BKQVerifyJob {
   unsigned int jobType() const override;  ///< 11
 
   /// As BKQRestoreJob selects tapes; `overridePath` as BKQDiskNode takes it. The job must have a
-  /// destination. A UNIX destination is flattened as any disk node is: it does not set
+  /// destination: without one the result is 0, with an empty node in the record. A UNIX destination is flattened as any disk node is: it does not set
   /// UNIX_OPTIONS.
   int convertToBK2(void*& out) override;
   int convertToBK2(void*& out, const char* overridePath);

@@ -14,8 +14,9 @@ class BKQTape;
 /// or BKNODE_OLD.
 ///
 /// A conversion fills the zeroed record that `rec` points to and hangs arrays and texts from it. It
-/// returns 1, or 0 after its lines on the standard error stream; nothing is freed then, and a count
-/// may be one higher than its array, which is null after a failed allocation.
+/// returns 1, or 0 after its lines on the standard error stream, for a null pointer too; nothing is
+/// freed then, and a count may be one higher than its array, which is null after a failed
+/// allocation. A null text is the empty text everywhere.
 class BKOQ_API BKQNode : public RWCollectable {
  public:
   /// Node kinds, as nodeType() gives them and usNodeType takes them.
@@ -133,13 +134,15 @@ class BKOQ_API BKQDiskNode : public BKQNode {
   BKQDiskNode* clone() override;  ///< null
   unsigned int nodeType() const override = 0;
   /// Orders machines by priority: -1 whenever the other's is 255, even when this one's is too; else
-  /// 0, 1 or -1 by the priorities as signed 16-bit numbers. `other` must be a disk node.
+  /// 0, 1 or -1 by the priorities as signed 16-bit numbers. `other` must be a disk node; nothing
+  /// counts as one of priority 255.
   int compareTo(const RWCollectable* other) const override;
 
   int convertToBK2(void*& rec) override;
   int convertToBK2_old(void*& rec) override;
   /// Only the disks that `names`, a list of RWCollectableStrings, names, in the order of that list;
-  /// an empty list takes all disks in their own order. A name listed twice gives two records.
+  /// an empty list takes all disks in their own order. A name listed twice gives two records; what
+  /// is no RWCollectableString names no disk.
   int convertToBK2(void*& rec, RWSlistCollectables& names);
   int convertToBK2_old(void*& rec, RWSlistCollectables& names);
   /// A non-empty `overridePath` replaces the items of every disk by one with that path.

@@ -7,6 +7,7 @@
 /// Notification of a job's outcome on a print queue; fills BKPRINTQ, inside the job record at byte
 /// 180. Every text is empty at first; an empty one leaves a null pointer in the record. The
 /// destructor is not virtual: do not derive from this class what has to be destroyed through it.
+/// A null text is the empty text.
 class BKOQ_API BKQPrintQueue {
  public:
   BKQPrintQueue();

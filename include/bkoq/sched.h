@@ -87,6 +87,7 @@ class BKOQ_API BKQJobMask : public RWCollectable {
 /// A conversion fills the schedule block and, for rotations, the rotation block of the job record
 /// in place: `schedBlock` points to a BKSCHEDINFO, `rotationBlock` to a BKROTATIONINFO. It returns
 /// 1, or 0 after a line on the standard error stream, for a null pointer too.
+/// A null text is the empty text.
 class BKOQ_API BKQSchedule : public RWCollectable {
  public:
   BKQSchedule();  ///< all times are now, no pool name, run-now flag 0
@@ -147,7 +148,7 @@ class BKOQ_API BKQCustomSchedule : public BKQRegularSchedule {
   int convertToBK2(void*& schedBlock, void*& rotationBlock) override;
   int convertToBK2_old(void*& schedBlock, void*& rotationBlock) override;
 
-  /// The repeat values in order; usRepeat1 to usRepeat4.
+  /// The repeat values in order; usRepeat1 to usRepeat4. A null pointer asks for none.
   void getRepeat(unsigned short* repeat1, unsigned short* repeat2, unsigned short* repeat3,
                  unsigned short* repeat4) const;
   void getRepeat(unsigned short& repeat1, unsigned short& repeat2, unsigned short& repeat3,

@@ -9,6 +9,7 @@ class BKQFilter;
 
 /// Database credentials and the end time of a tape's session. Becomes one BKDTAPEX in the current
 /// layout; the previous layout takes only its session end time.
+/// A null text is the empty text.
 class BKOQ_API BKQTapeXtension : public RWCollectable {
  public:
   BKQTapeXtension();
@@ -38,6 +39,7 @@ class BKOQ_API BKQTapeXtension : public RWCollectable {
 };
 
 /// One file or directory on a tape. Becomes one BKTAPEITEM.
+/// A null text is the empty text.
 class BKOQ_API BKQTapeItem : public RWCollectable {
  public:
   BKQTapeItem();
@@ -78,6 +80,7 @@ class BKOQ_API BKQTapeItem : public RWCollectable {
 };
 
 /// One tape that a job reads or writes. Becomes one BKDTAPE, or one BKDTAPE_OLD.
+/// A null text is the empty text.
 class BKOQ_API BKQTape : public RWCollectable {
  public:
   BKQTape();

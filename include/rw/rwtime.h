@@ -20,8 +20,9 @@ class RW_API RWTime {
 
   unsigned long seconds() const noexcept { return seconds_; }
 
-  /// Fills every calendar field, the daylight-saving flag included. A moment before the first one
-  /// that time_t holds (1901-12-13 20:45:52 UTC) gets that one's offset from UTC.
+  /// Fills every calendar field, the daylight-saving flag included; nothing for a null pointer. A
+  /// moment before the first one that time_t holds (1901-12-13 20:45:52 UTC) gets that one's offset
+  /// from UTC.
   void extract(struct tm* fields, const RWZone& zone = RWZone::local()) const noexcept;
 
  private:

@@ -77,7 +77,7 @@ class RW_API RWSlistCollectables : public RWCollectable, public RWSlist {
   unsigned int index(const RWCollectable* target) const;
   /// How many elements are equal.
   unsigned int occurrencesOf(const RWCollectable* target) const;
-  /// Calls `function` with each element in turn and with `data`.
+  /// Calls `function`, unless it is null, with each element in turn and with `data`.
   void apply(void (*function)(RWCollectable* element, void* data), void* data);
 };
 
