@@ -5,6 +5,7 @@
 #include <stdlib.h>
 
 #include <memory>
+#include <string>
 #include <vector>
 
 #include "testing/free_records.h"
@@ -102,6 +103,38 @@ TYPED_TEST(JobTimes, AreReadInTheZoneThatAForeignFilterSets) {
   setenv("TZ", kFiveHoursWest, 1);
   const std::vector<int32_t> bounds = {kJanuary - 18000, kJanuary + 32400, ofTheMachine,
                                        kJanuary - 18000};
+  EXPECT_EQ(this->boundsOf(0), bounds);
+  EXPECT_EQ(this->boundsOf(1), bounds);
+}
+
+// Zones that are alike in their beginnings or ends, and such as are too long to be remembered.
+TYPED_TEST(JobTimes, AreReadInTheirOwnOfSimilarZones) {
+  const std::string longName = "<" + std::string(80, 'A') + ">";
+  const std::string longZones[] = {longName + "5", longName + "-9"};
+  const struct {
+    const char* zone;
+    int32_t offset;
+  } rows[] = {
+      {"AAAA0:30", -1800},
+      {"BBB-1", 3600},
+      {"BBB-1:30", 5400},
+      {"AAAA0:30", -1800},
+      {"BBB-1", 3600},
+      {"BBB-0:30", 1800},
+      {longZones[0].c_str(), -18000},
+      {longZones[1].c_str(), 32400},
+      {"BBB-1", 3600},
+      {longZones[1].c_str(), 32400},
+      {longZones[0].c_str(), -18000},
+  };
+  std::vector<std::unique_ptr<ForeignZoneFilter>> filters;
+  std::vector<int32_t> bounds;
+  for (const auto& row : rows) {
+    filters.push_back(std::make_unique<ForeignZoneFilter>(row.zone, storedTime(kJanuary)));
+    this->job.addFilter(*filters.back());
+    bounds.push_back(kJanuary + row.offset);
+  }
+  const TimeZone restored(kUtc);
   EXPECT_EQ(this->boundsOf(0), bounds);
   EXPECT_EQ(this->boundsOf(1), bounds);
 }

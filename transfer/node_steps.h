@@ -165,7 +165,6 @@ int Flatten<Layout>::dbRestoreNode(BKQDBRestoreNode& node, void*& rec) {
   if (!restoreNode(node, rec)) return failedToConvert("Base BKQRestoreNode");
   auto* disk =
       static_cast<typename Layout::Disk*>(static_cast<typename Layout::Node*>(rec)->pMedia);
-  if (disk == nullptr) return 1;
   disk->usDiskType = static_cast<uint16_t>(node.fsType_);
   disk->ulOptions = node.dbOptions_;
 

@@ -459,6 +459,7 @@ class Failures : public testing::Test {
 
   TimeZone zone_{kFiveHoursWest};
   Keeper keeper_;
+  BKQPrintQueue queue_;
 };
 
 TYPED_TEST_SUITE(Failures, Layouts, );
@@ -883,21 +884,48 @@ void failTapeForms(Job& job, const std::function<void(Script&, Tapes)>& write) {
   }
 }
 
+// What every kind of job can have, as another job than the nightly backup has it: Internet e-mail
+// and a grandfather-father-son rotation.
+void fillBase(BKQJob& job, BKQPrintQueue& queue) {
+  job.setOwner("owner");
+  job.setReportFile("report");
+  job.setComments("comments");
+  job.setBeforeJob("before");
+  job.setAfterJob("after");
+  job.setHost("host");
+  auto* fax = new BKQFax;
+  fax->setHostName("faxhost");
+  fax->setReceiverName("receiver");
+  job.setFaxInfo(*fax);
+  auto* email = new BKQInternetEMail;
+  email->setHostName("mailhost");
+  email->setUserName("mailuser");
+  email->setUserPW("m4il");
+  job.setEMailInfo(*email);
+  queue.setQueueName("Q");
+  job.setPrintQueue(queue);
+  auto* schedule = new BKQCruiseSchedule;
+  schedule->setSetName("SET");
+  schedule->setJobMask(*new BKQJobMask);
+  job.BKQJob::setSchedule(*schedule);
+}
+
+void writeBase(Script& script) {
+  script.jobRecord();
+  script.texts({"owner", "report", "comments", "before", "after", "host", "faxhost"});
+  if (script.isPrevious()) script.texts({"receiver"});
+  script.texts({"mailhost", "mailuser", "m4il", "Q", "SET"});
+}
+
 TYPED_TEST(Failures, BaseJob) {
   BKQJob job;
-  job.setOwner("owner");
-  job.setHost("host");
-  this->failAll(job, [](Script& script) {
-    script.jobRecord();
-    script.texts({"owner", "host"});
-  });
+  BKQPrintQueue queue;
+  fillBase(job, queue);
+  this->failAll(job, writeBase);
 }
 
 void writeRestore(Script& script, Tapes wanted) {
-  script.within("Base BKQJob", [&] {
-    script.jobRecord();
-    script.texts({"owner"});
-  });
+  script.within("Base BKQJob", [&] { writeBase(script); });
   // The session password, of each tape.
   script.sharedText("secret", wanted == Tapes::kBoth ? 2 : wanted == Tapes::kNone ? 0 : 1);
   script.node(0);
@@ -951,8 +979,8 @@ void writeRestore(Script& script, Tapes wanted) {
   }
 }
 
-void fillRestore(BKQRestoreJob& job, Keeper& keeper) {
-  job.setOwner("owner");
+void fillRestore(BKQRestoreJob& job, Keeper& keeper, BKQPrintQueue& queue) {
+  fillBase(job, queue);
   job.setSessionPassword("secret");
   job.addSourceNode(*makeLibrary(&keeper.make<BKQTapeNode>("library"), keeper));
   job.addSourceNode(keeper.make<BKQTapeNode>("other"));
@@ -975,13 +1003,13 @@ void fillRestore(BKQRestoreJob& job, Keeper& keeper) {
 
 TYPED_TEST(Failures, Restore) {
   BKQRestoreJob job("restore");
-  fillRestore(job, this->keeper_);
+  fillRestore(job, this->keeper_, this->queue_);
   failTapeForms<TypeParam>(job, writeRestore);
 }
 
 TYPED_TEST(Failures, DatabaseRestore) {
   BKQDatabaseRestoreJob job("restore");
-  fillRestore(job, this->keeper_);
+  fillRestore(job, this->keeper_, this->queue_);
   failTapeForms<TypeParam>(job, writeRestore);
 }
 
@@ -994,28 +1022,26 @@ void writeTapeSources(Script& script, Tapes wanted) {
 
 TYPED_TEST(Failures, Verify) {
   BKQVerifyJob job("verify");
-  job.setOwner("owner");
+  fillBase(job, this->queue_);
   job.addSourceNode(
       *makeLibrary(&this->keeper_.template make<BKQTapeNode>("library"), this->keeper_));
   job.addSourceNode(this->keeper_.template make<BKQTapeNode>("other"));
   failTapeForms<TypeParam>(job, [](Script& script, Tapes wanted) {
-    script.jobRecord();
-    script.texts({"owner"});
+    writeBase(script);
     writeTapeSources(script, wanted);
   });
 }
 
 TYPED_TEST(Failures, Compare) {
   BKQCompareJob job("compare");
-  job.setOwner("owner");
+  fillBase(job, this->queue_);
   job.addSourceNode(
       *makeLibrary(&this->keeper_.template make<BKQTapeNode>("library"), this->keeper_));
   job.addSourceNode(this->keeper_.template make<BKQTapeNode>("other"));
   job.setDestination(makeMachine(this->keeper_));
   const auto write = [](Script& script, Tapes wanted, bool isOverridden) {
     script.within("Base BKQVerifyJob", [&] {
-      script.jobRecord();
-      script.texts({"owner"});
+      writeBase(script);
       writeTapeSources(script, wanted);
     });
     script.node(0);
@@ -1035,14 +1061,11 @@ TYPED_TEST(Failures, Compare) {
 
 TYPED_TEST(Failures, Merge) {
   BKQMergeJob job;
-  job.setOwner("owner");
+  fillBase(job, this->queue_);
   job.setSource(*makeLibrary(new BKQTapeNode("library"), this->keeper_));
   job.setDestination(makeMachine(this->keeper_));
   failTapeForms<TypeParam>(job, [](Script& script, Tapes wanted) {
-    script.within("Base BKQJob", [&] {
-      script.jobRecord();
-      script.texts({"owner"});
-    });
+    script.within("Base BKQJob", [&] { writeBase(script); });
     script.node(0);
     writeLibrary(script, nullptr, wanted);
     script.node(0);
@@ -1052,13 +1075,10 @@ TYPED_TEST(Failures, Merge) {
 
 TYPED_TEST(Failures, Scan) {
   BKQScanJob job;
-  job.setOwner("owner");
+  fillBase(job, this->queue_);
   job.setSource(*makeLibrary(new BKQTapeNode("library"), this->keeper_));
   failTapeForms<TypeParam>(job, [](Script& script, Tapes wanted) {
-    script.within("Base BKQJob", [&] {
-      script.jobRecord();
-      script.texts({"owner"});
-    });
+    script.within("Base BKQJob", [&] { writeBase(script); });
     script.node(0);
     writeLibrary(script, nullptr, wanted);
   });
