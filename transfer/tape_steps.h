@@ -59,7 +59,7 @@ int Flatten<Layout>::tapeItem(BKQTapeItem& item, void*& rec) {
   const Text name(item.fileOrDir_);
   if (name.isEmpty()) return 1;
   // The server's form of a path begins with "//"; anything else gets one "/", also "/etc".
-  const bool isServerForm = name.length >= 2 && name.data[0] == '/' && name.data[1] == '/';
+  const bool isServerForm = name.data[0] == '/' && name.data[1] == '/';
   record.pszFileOrDir = isServerForm ? duplicate(name) : joinTexts("/", name, 1);
   return 1;
 }
