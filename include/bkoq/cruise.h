@@ -88,8 +88,8 @@ class BKOQ_API BKQRotationSchedule : public BKQRegularSchedule {
   int convertToBK2_old(void*& schedBlock, void*& rotationBlock) override;
 
   BKQJobMask* getJobMask() const;  ///< null when none is set
-  /// Adopts the mask itself, which must live on the heap and must not be deleted by the caller; more
-  /// schedules than one may hold it. The mask that it replaces is abandoned, not deleted.
+  /// Adopts the mask itself, which must live on the heap and must not be deleted by the caller;
+  /// more schedules than one may hold it. The mask that it replaces is abandoned, not deleted.
   void setJobMask(const BKQJobMask& mask);
   const RWCollectableString& getSetName() const;  ///< media set name; pszSetName
   void setSetName(const char* name);
