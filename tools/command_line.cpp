@@ -137,7 +137,7 @@ class CommandLine {
       const std::string given = arguments[i];
       const std::string name = given.substr(0, given.find('='));
       if (name.compare(0, 2, "--") != 0 || command->get_option_no_throw(name) != nullptr) continue;
-      return first + " has no option " + name +
+      return std::string(first).append(" has no option ").append(name) +
              hint(name, options, std::string("bkoq ").append(first));
     }
     return "";
