@@ -77,7 +77,8 @@ void measurePeer() {
     std::vector<double> floor;
   } peers[] = {{"builder", &kPeer, {}, {}},
                {"object API", &kPeer, {}, {}},
-               {"objects made, too", nullptr, {}, {}}};
+               {"object API, its objects filled", nullptr, {}, {}},
+               {"objects made on both sides", nullptr, {}, {}}};
   for (const auto& job : jobs) {
     const Job& content = job.second;
     Model model(content);
@@ -98,8 +99,9 @@ void measurePeer() {
       Work peer;
     } contests[] = {{flatten, flattenFloor, [&] { packPlain(content); }},
                     {flatten, flattenFloor, [&] { objects.pack(); }},
+                    {flatten, flattenFloor, [&] { PeerModel(content).pack(); }},
                     {makeAndFlatten, copyAndFlattenFloor, [&] { PeerModel(content).pack(); }}};
-    for (int i = 0; i < 3; ++i) {
+    for (int i = 0; i < 4; ++i) {
       const Comparison library = compareTimes(contests[i].library, contests[i].peer, 11);
       const Comparison floor = compareTimes(contests[i].floor, contests[i].peer, 11);
       Table::row(job.first + ", " + peers[i].name, library.ratio, nullptr,
