@@ -97,11 +97,14 @@ struct Flatten {
 template <class Layout>
 class HeldText {
  public:
-  HeldText(const char* text) : text_(text) {
+  HeldText(const char* text) : text_(text), copy_(nullptr) {
     const RWCString& name = Layout::diskName();
     if (text < name.data() || text > name.data() + name.length()) return;
-    copy_ = text;
-    text_ = copy_.data();
+    copy_ = duplicate(text);
+    text_ = copy_;
+  }
+  ~HeldText() {
+    if (copy_ != nullptr) free(copy_);
   }
   HeldText(const HeldText&) = delete;
   HeldText& operator=(const HeldText&) = delete;
@@ -111,7 +114,7 @@ class HeldText {
 
  private:
   const char* text_;
-  RWCString copy_;
+  char* copy_;
 };
 
 // Sets the cursor of a list where handing out all its elements leaves it.
