@@ -97,7 +97,9 @@ struct Flatten {
 template <class Layout>
 class HeldText {
  public:
-  HeldText(const char* text) : text_(text), copy_(nullptr) {
+  HeldText(const char* text) : text_(""), copy_(nullptr) {
+    if (text == nullptr || *text == '\0') return;
+    text_ = text;
     const RWCString& name = Layout::diskName();
     if (text < name.data() || text > name.data() + name.length()) return;
     copy_ = duplicate(text);
@@ -110,6 +112,7 @@ class HeldText {
   HeldText& operator=(const HeldText&) = delete;
 
   bool isEmpty() const { return text_ == nullptr || *text_ == '\0'; }
+  // Null when memory ran out, which counts as empty.
   operator const char*() const { return text_; }
 
  private:
