@@ -73,7 +73,7 @@ void measurePeer() {
   struct {
     const char* name;
     const Limit* must;
-    std::vector<double> library;
+    std::vector<double> ours;
     std::vector<double> floor;
   } peers[] = {{"builder", &kPeer, {}, {}},
                {"object API", &kPeer, {}, {}},
@@ -94,7 +94,7 @@ void measurePeer() {
       freePlain(flattenPlain(copy));
     };
     const struct {
-      Work library;
+      Work ours;
       Work floor;
       Work peer;
     } contests[] = {{flatten, flattenFloor, [&] { packPlain(content); }},
@@ -102,16 +102,16 @@ void measurePeer() {
                     {flatten, flattenFloor, [&] { PeerModel(content).pack(); }},
                     {makeAndFlatten, copyAndFlattenFloor, [&] { PeerModel(content).pack(); }}};
     for (int i = 0; i < 4; ++i) {
-      const Comparison library = compareTimes(contests[i].library, contests[i].peer, 11);
+      const Comparison ours = compareTimes(contests[i].ours, contests[i].peer, 11);
       const Comparison floor = compareTimes(contests[i].floor, contests[i].peer, 11);
-      Table::row(job.first + ", " + peers[i].name, library.ratio, nullptr,
+      Table::row(job.first + ", " + peers[i].name, ours.ratio, nullptr,
                  "the floor " + decimal(floor.ratio.median));
-      peers[i].library.push_back(library.ratio.median);
+      peers[i].ours.push_back(ours.ratio.median);
       peers[i].floor.push_back(floor.ratio.median);
     }
   }
   for (const auto& peer : peers) {
-    Table::row(std::string("geometric mean, ") + peer.name, geometricMean(peer.library), peer.must,
+    Table::row(std::string("geometric mean, ") + peer.name, geometricMean(peer.ours), peer.must,
                "the floor " + decimal(geometricMean(peer.floor)));
   }
 }
