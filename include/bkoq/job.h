@@ -216,8 +216,8 @@ class BKOQ_API BKQBackupJob : public BKQJob {
   /// can be added but not flattened.
   RWCollectable* addSourceNode(BKQNode& node);
   /// Unlinks and deletes the first source node of the same name, which may be `node` itself; 0, or
-  /// -1 when there is none. A node that is listed more than once is deleted with its last place; one
-  /// that is the destination, too, leaves the job without.
+  /// -1 when there is none. A node that is listed more than once is deleted with its last place;
+  /// one that is the destination, too, leaves the job without.
   int removeSourceNode(BKQNode& node);
   /// Unlinks every source node and deletes each once; a destination among them goes, too.
   void clearSourceNodes();
@@ -489,8 +489,8 @@ class BKOQ_API BKQCompareJob : public BKQVerifyJob {
   unsigned int jobType() const override;  ///< 11
 
   /// As BKQRestoreJob selects tapes; `overridePath` as BKQDiskNode takes it. The job must have a
-  /// destination: without one the result is 0, with an empty node in the record. A UNIX destination is flattened as any disk node is: it does not set
-  /// UNIX_OPTIONS.
+  /// destination: without one the result is 0, with an empty node in the record. A UNIX destination
+  /// is flattened as any disk node is: it does not set UNIX_OPTIONS.
   int convertToBK2(void*& out) override;
   int convertToBK2(void*& out, const char* overridePath);
   int convertToBK2(void*& out, const char* tapeName, unsigned short sessionNumber);

@@ -1,5 +1,5 @@
-/* Preloaded into the command: the library's allocation of a job record fails, as when memory has run
-   out. */
+/* Preloaded into the command: the library's allocation of a job record fails, as when memory has
+   run out. */
 #define _GNU_SOURCE
 #include <dlfcn.h>
 #include <stddef.h>
