@@ -108,8 +108,7 @@ int Flatten<Layout>::diskItem(BKQDiskItem& item, void*& rec) {
     if (record.pFileList == nullptr) {
       return isFirst ? failedInMalloc("File List") : failedInRealloc("File List");
     }
-    memcpy(record.pFileList + end, name.data, name.length);
-    record.pFileList[size - 1] = '\0';
+    copyBytes(record.pFileList + end, name.data, name.length + 1);
     end = size;
   }
   return 1;

@@ -99,8 +99,7 @@ inline int appendSecondText(char*& field, const Text& extra, const char* fieldNa
     field = static_cast<char*>(realloc(field, size));
     if (field == nullptr) return failedInRealloc(fieldName);
   }
-  memcpy(field + firstLength + 1, extra.data, extra.length);
-  field[size - 1] = '\0';
+  copyBytes(field + firstLength + 1, extra.data, extra.length + 1);
   return 1;
 }
 

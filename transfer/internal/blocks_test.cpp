@@ -1,0 +1,50 @@
+#include "transfer/blocks.h"
+
+#include <gtest/gtest.h>
+
+#include <cstdlib>
+#include <string>
+
+namespace {
+
+// No two bytes of it alike up to 94, so that each one copied from elsewhere shows.
+std::string textOf(std::size_t length) {
+  std::string text;
+  for (std::size_t i = 0; i < length; ++i) text += static_cast<char>('!' + i % 94);
+  return text;
+}
+
+// The bytes of a block, which is freed.
+std::string taken(char* block, std::size_t size) {
+  const std::string bytes(block, size);
+  std::free(block);
+  return bytes;
+}
+
+TEST(Blocks, CopyTheBytesThatWereCountedAndNoOther) {
+  for (std::size_t count = 0; count <= 80; ++count) {
+    const std::string from = textOf(count);
+    std::string to(count + 2, '\x7f');
+    bkoq::copyBytes(&to[1], from.data(), count);
+    EXPECT_EQ(to, '\x7f' + from + '\x7f') << count << " bytes";
+  }
+}
+
+TEST(Blocks, HoldTextsOfAnyLength) {
+  const std::string nul(1, '\0');
+  for (std::size_t length = 0; length <= 80; ++length) {
+    const std::string first = textOf(length);
+    const std::string second = textOf(80 - length);
+    const bkoq::Text firstText(first.c_str());
+    const bkoq::Text secondText(second.c_str());
+    EXPECT_EQ(taken(bkoq::duplicate(firstText), length + 1), first + nul);
+    EXPECT_EQ(taken(bkoq::duplicateFirst(firstText), length + 2), first + nul + nul);
+    EXPECT_EQ(taken(bkoq::joinTexts(firstText, secondText, 1), 81), first + second + nul);
+    EXPECT_EQ(taken(bkoq::packTexts(firstText, secondText), 82), first + nul + second + nul);
+    if (length == 80) continue;
+    EXPECT_EQ(taken(bkoq::copyCredentials(true, firstText, secondText), 83),
+              first + ':' + second + nul + nul);
+  }
+}
+
+}  // namespace
