@@ -3,6 +3,8 @@
 
 #include <bkoq/records.h>
 
+#include <memory>
+
 #include "bench/content.h"
 
 namespace bkoq::bench {
@@ -14,6 +16,12 @@ BKQJDATATRANSFER* flattenPlain(const Job& job);
 
 // Frees a record tree of a backup job, whoever made it, as barely.
 void freePlain(void* job);
+
+struct PlainFree {
+  void operator()(void* job) const { freePlain(job); }
+};
+// A record tree that is freed so.
+using Tree = std::unique_ptr<void, PlainFree>;
 
 }  // namespace bkoq::bench
 

@@ -21,11 +21,19 @@ Spread spreadOf(std::vector<double> values) {
   return {median, values.front(), values.back()};
 }
 
-unsigned int repeatsFor(const Work& work) {
+Timing timingOf(const Work& work) {
+  return [work](unsigned int repeats) {
+    const double start = processNanoseconds();
+    for (unsigned int i = 0; i < repeats; ++i) work();
+    return (processNanoseconds() - start) / repeats;
+  };
+}
+
+unsigned int repeatsFor(const Timing& timing) {
   constexpr double kSlice = 4e6;
   unsigned int repeats = 1;
   for (;;) {
-    const double slice = timeOf(work, repeats) * repeats;
+    const double slice = timing(repeats) * repeats;
     if (slice >= kSlice) return repeats;
     repeats = slice < kSlice / 16
                   ? repeats * 8
@@ -33,13 +41,7 @@ unsigned int repeatsFor(const Work& work) {
   }
 }
 
-double timeOf(const Work& work, unsigned int repeats) {
-  const double start = processNanoseconds();
-  for (unsigned int i = 0; i < repeats; ++i) work();
-  return (processNanoseconds() - start) / repeats;
-}
-
-Comparison compareTimes(const Work& first, const Work& second, unsigned int rounds) {
+Comparison compareTimings(const Timing& first, const Timing& second, unsigned int rounds) {
   const unsigned int repeats = repeatsFor(first);
   const unsigned int itsRepeats = repeatsFor(second);
   std::vector<double> ratios;
@@ -47,14 +49,18 @@ Comparison compareTimes(const Work& first, const Work& second, unsigned int roun
   std::vector<double> itsTimes;
   for (unsigned int i = 0; i < rounds; ++i) {
     const bool firstLeads = i % 2 == 0;
-    double time = firstLeads ? timeOf(first, repeats) : 0;
-    const double itsTime = timeOf(second, itsRepeats);
-    if (!firstLeads) time = timeOf(first, repeats);
+    double time = firstLeads ? first(repeats) : 0;
+    const double itsTime = second(itsRepeats);
+    if (!firstLeads) time = first(repeats);
     ratios.push_back(time / itsTime);
     times.push_back(time);
     itsTimes.push_back(itsTime);
   }
   return {spreadOf(ratios), spreadOf(times).median, spreadOf(itsTimes).median};
+}
+
+Comparison compareTimes(const Work& first, const Work& second, unsigned int rounds) {
+  return compareTimings(timingOf(first), timingOf(second), rounds);
 }
 
 double geometricMean(const std::vector<double>& values) {

@@ -14,7 +14,7 @@ class Packer {
  public:
   explicit Packer(const Job& job) : job_(job) {}
 
-  std::size_t pack() {
+  flatbuffers::DetachedBuffer pack() {
     const auto owner = pack(job_.owner);
     const auto host = pack(job_.host);
     const auto reportFile = pack(job_.reportFile);
@@ -27,7 +27,7 @@ class Packer {
     builder_.Finish(peer::CreateJob(builder_, owner, host, reportFile, comments, beforeJob,
                                     afterJob, job_.status, job_.scriptType, job_.beforeJobWait,
                                     job_.options, nodes, destination, tapes));
-    return builder_.Release().size();
+    return builder_.Release();
   }
 
  private:
@@ -212,7 +212,7 @@ void fill(peer::TapeT& out, const Tape& tape) {
 
 }  // namespace
 
-std::size_t packPlain(const Job& job) { return Packer(job).pack(); }
+flatbuffers::DetachedBuffer packPlain(const Job& job) { return Packer(job).pack(); }
 
 PeerModel::PeerModel(const Job& content) : job_(std::make_unique<peer::JobT>()) {
   peer::JobT& job = *job_;
@@ -240,10 +240,10 @@ PeerModel::PeerModel(const Job& content) : job_(std::make_unique<peer::JobT>()) 
 
 PeerModel::~PeerModel() = default;
 
-std::size_t PeerModel::pack() const {
+flatbuffers::DetachedBuffer PeerModel::pack() const {
   FlatBufferBuilder builder;
   builder.Finish(peer::CreateJob(builder, job_.get()));
-  return builder.Release().size();
+  return builder.Release();
 }
 
 }  // namespace bkoq::bench

@@ -1,7 +1,8 @@
 #ifndef BKOQ_BENCH_PEER_H_
 #define BKOQ_BENCH_PEER_H_
 
-#include <cstddef>
+#include <flatbuffers/detached_buffer.h>
+
 #include <memory>
 
 #include "bench/content.h"
@@ -12,9 +13,8 @@ namespace peer {
 struct JobT;
 }
 
-// What a job's records carry as one block by FlatBuffers, from the plain structures; freed at once.
-// Gives its size.
-std::size_t packPlain(const Job& job);
+// What a job's records carry as one block by FlatBuffers, from the plain structures.
+flatbuffers::DetachedBuffer packPlain(const Job& job);
 
 // The objects that FlatBuffers' compiler generates, for the same content, packed in the same way.
 class PeerModel {
@@ -24,7 +24,7 @@ class PeerModel {
   PeerModel(const PeerModel&) = delete;
   PeerModel& operator=(const PeerModel&) = delete;
 
-  std::size_t pack() const;
+  flatbuffers::DetachedBuffer pack() const;
 
  private:
   std::unique_ptr<peer::JobT> job_;

@@ -2,6 +2,7 @@
 
 #include <cstdio>
 #include <cstdlib>
+#include <memory>
 #include <string>
 #include <vector>
 
@@ -92,19 +93,29 @@ void measureFirst() {
 
 void measureGrowth() {
   Table::section("exponent of time over size, from 1,000 to 64,000 elements");
+  struct Size {
+    Model model;
+    Timing timing;
+    unsigned int repeats;
+  };
   for (const Shape& shape : growingShapes()) {
-    std::vector<double> sizes;
-    std::vector<double> times;
-    for (unsigned int elements = 1000; elements <= 64000; elements *= 2) {
-      Model model(shape.make(elements));
-      const Work work = [&] { freePlain(model.flatten()); };
-      const unsigned int repeats = repeatsFor(work);
-      std::vector<double> rounds;
-      for (int i = 0; i < 9; ++i) rounds.push_back(timeOf(work, repeats));
-      sizes.push_back(elements);
-      times.push_back(spreadOf(rounds).median);
+    std::vector<double> elements;
+    std::vector<std::unique_ptr<Size>> sizes;
+    for (unsigned int count = 1000; count <= 64000; count *= 2) {
+      elements.push_back(count);
+      sizes.emplace_back(new Size{Model(shape.make(count)), {}, 0});
+      Size& size = *sizes.back();
+      size.timing = timingOf([&size] { freePlain(size.model.flatten()); });
+      size.repeats = repeatsFor(size.timing);
     }
-    Table::row(shape.name, exponentOf(sizes, times), &kExponent);
+    // Each round takes all sizes, so that a machine that slows down meanwhile slows all of them.
+    std::vector<double> rounds;
+    for (int i = 0; i < 21; ++i) {
+      std::vector<double> times;
+      for (const auto& size : sizes) times.push_back(size->timing(size->repeats));
+      rounds.push_back(exponentOf(elements, times));
+    }
+    Table::row(shape.name, spreadOf(rounds), &kExponent);
   }
 }
 

@@ -1,5 +1,6 @@
 #include <cstdio>
 #include <cstdlib>
+#include <iterator>
 #include <string>
 #include <utility>
 #include <vector>
@@ -63,55 +64,59 @@ void convertEachBound(const Job& job) {
 }  // namespace
 
 void measurePeer() {
-  Table::section("library / FlatBuffers, each with the freeing of what it made");
+  Table::section("library / FlatBuffers");
   std::vector<std::pair<std::string, Job>> jobs = {{"typical job", typicalJob()}};
   for (const Shape& shape : growingShapes()) {
     for (const unsigned int elements : {1000U, 10000U, 100000U}) {
       jobs.emplace_back(countText(elements) + " " + shape.name, shape.make(elements));
     }
   }
-  struct {
+  struct Peer {
     const char* name;
     const Limit* must;
     std::vector<double> ours;
     std::vector<double> floor;
   } peers[] = {{"builder", &kPeer, {}, {}},
                {"object API", &kPeer, {}, {}},
-               {"object API, its objects filled", nullptr, {}, {}},
-               {"objects made on both sides", nullptr, {}, {}}};
+               {"builder and freeing", nullptr, {}, {}},
+               {"object API and freeing", nullptr, {}, {}},
+               {"filling, object API and freeing", nullptr, {}, {}},
+               {"objects, object API and freeing", nullptr, {}, {}}};
   for (const auto& job : jobs) {
     const Job& content = job.second;
     Model model(content);
     const PeerModel objects(content);
-    const Work flatten = [&] { freePlain(model.flatten()); };
-    const Work makeAndFlatten = [&] {
-      Model made(content);
-      freePlain(made.flatten());
-    };
-    const Work flattenFloor = [&] { freePlain(flattenPlain(content)); };
-    const Work copyAndFlattenFloor = [&] {
-      const Job copy = content;
-      freePlain(flattenPlain(copy));
-    };
+    const auto flatten = [&] { return Tree(model.flatten()); };
+    const auto flattenFloor = [&] { return Tree(flattenPlain(content)); };
+    const auto pack = [&] { return packPlain(content); };
+    const auto packObjects = [&] { return objects.pack(); };
+    const Timing fillAndPack = timingOf([&] { PeerModel(content).pack(); });
     const struct {
-      Work ours;
-      Work floor;
-      Work peer;
-    } contests[] = {{flatten, flattenFloor, [&] { packPlain(content); }},
-                    {flatten, flattenFloor, [&] { objects.pack(); }},
-                    {flatten, flattenFloor, [&] { PeerModel(content).pack(); }},
-                    {makeAndFlatten, copyAndFlattenFloor, [&] { PeerModel(content).pack(); }}};
-    for (int i = 0; i < 4; ++i) {
-      const Comparison ours = compareTimes(contests[i].ours, contests[i].peer, 11);
-      const Comparison floor = compareTimes(contests[i].floor, contests[i].peer, 11);
+      Timing ours;
+      Timing floor;
+      Timing peer;
+    } contests[] = {
+        {timingOfMaking(flatten), timingOfMaking(flattenFloor), timingOfMaking(pack)},
+        {timingOfMaking(flatten), timingOfMaking(flattenFloor), timingOfMaking(packObjects)},
+        {timingOf(flatten), timingOf(flattenFloor), timingOf(pack)},
+        {timingOf(flatten), timingOf(flattenFloor), timingOf(packObjects)},
+        {timingOf(flatten), timingOf(flattenFloor), fillAndPack},
+        {timingOf([&] { Tree(Model(content).flatten()); }), timingOf([&] {
+           const Job copy = content;
+           Tree(flattenPlain(copy));
+         }),
+         fillAndPack}};
+    for (std::size_t i = 0; i < std::size(peers); ++i) {
+      const Comparison ours = compareTimings(contests[i].ours, contests[i].peer, 11);
+      const Comparison floor = compareTimings(contests[i].floor, contests[i].peer, 11);
       Table::row(job.first + ", " + peers[i].name, ours.ratio, nullptr,
                  "the floor " + decimal(floor.ratio.median));
       peers[i].ours.push_back(ours.ratio.median);
       peers[i].floor.push_back(floor.ratio.median);
     }
   }
-  for (const auto& peer : peers) {
-    Table::row(std::string("geometric mean, ") + peer.name, geometricMean(peer.ours), peer.must,
+  for (const Peer& peer : peers) {
+    Table::row(std::string("mean, ") + peer.name, geometricMean(peer.ours), peer.must,
                "the floor " + decimal(geometricMean(peer.floor)));
   }
 }

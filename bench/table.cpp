@@ -14,7 +14,7 @@ void print(const std::string& measure, double value, const std::string& range, c
                   value <= must->value ? "ok" : "OVER");
     verdict = text;
   }
-  std::printf("%-38s %9.3f  %-15s %-12s  %s\n", measure.c_str(), value, range.c_str(),
+  std::printf("%-50s %9.3f  %-15s %-12s  %s\n", measure.c_str(), value, range.c_str(),
               verdict.c_str(), remark.c_str());
   std::fflush(stdout);
 }
@@ -22,7 +22,7 @@ void print(const std::string& measure, double value, const std::string& range, c
 }  // namespace
 
 void Table::section(const char* title) {
-  std::printf("\n%s\n%-38s %9s  %-15s %-12s\n", title, "measure", "value", "min .. max", "must");
+  std::printf("\n%s\n%-50s %9s  %-15s %-12s\n", title, "measure", "value", "min .. max", "must");
   std::fflush(stdout);
 }
 
