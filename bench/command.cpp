@@ -64,7 +64,7 @@ std::string outputOf(const std::vector<std::string>& command) {
     _exit(127);
   }
   close(ends[1]);
-  const std::string output = readAll(ends[0]);
+  std::string output = readAll(ends[0]);
   close(ends[0]);
   int status = 0;
   if (child < 0 || waitpid(child, &status, 0) != child || status != 0) fail(command[0], output);

@@ -39,15 +39,15 @@ void* malloc(std::size_t size) {
   note(size);
   return __libc_malloc(size);
 }
-void* calloc(std::size_t count, std::size_t size) {
-  note(count * size);
-  return __libc_calloc(count, size);
+void* calloc(std::size_t nmemb, std::size_t size) {
+  note(nmemb * size);
+  return __libc_calloc(nmemb, size);
 }
-void* realloc(void* block, std::size_t size) {
+void* realloc(void* ptr, std::size_t size) {
   note(size);
-  return __libc_realloc(block, size);
+  return __libc_realloc(ptr, size);
 }
-void free(void* block) { __libc_free(block); }
+void free(void* ptr) { __libc_free(ptr); }
 
 }  // extern "C"
 #pragma GCC visibility pop

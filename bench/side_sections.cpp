@@ -179,13 +179,13 @@ void measureBuilding() {
     constexpr unsigned int kElements = 10000;
     const Job content = shape.make(kElements);
     const Comparison times =
-        compareTimes([&] { Model model(content); }, [&] { Job copy = content; }, 11);
+        compareTimes([&] { Model model(content); }, [&] { static_cast<void>(Job(content)); }, 11);
     Table::row(countText(kElements) + " " + shape.name, times.ratio, nullptr,
                timeText(times.nanoseconds / kElements) + " an element");
   }
   const Job content = typicalJob();
   const Comparison times =
-      compareTimes([&] { Model model(content); }, [&] { Job copy = content; }, 21);
+      compareTimes([&] { Model model(content); }, [&] { static_cast<void>(Job(content)); }, 21);
   Table::row("typical job", times.ratio, nullptr, timeText(times.nanoseconds));
 }
 

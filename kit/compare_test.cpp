@@ -12,8 +12,8 @@ std::string differences(const Tree<First>& first, const Tree<Second>& second,
                         const BkoqPrintOptions& options = {}) {
   std::string text;
   std::uint32_t count = 0;
-  EXPECT_EQ(bkoqPrintDifferences(first.get(), LayoutOf<First>::value, second.get(),
-                                 LayoutOf<Second>::value, &options, appendToString, &text, &count),
+  EXPECT_EQ(bkoqPrintDifferences(first.get(), LayoutOf<First>::kValue, second.get(),
+                                 LayoutOf<Second>::kValue, &options, appendToString, &text, &count),
             BKOQ_OK);
   if (options.format == BKOQ_FORMAT_TEXT) {
     EXPECT_EQ(count, static_cast<std::uint32_t>(std::count(text.begin(), text.end(), '\n')));

@@ -10,7 +10,7 @@ namespace {
 template <class Job>
 BkoqFreed freeTree(Tree<Job> job) {
   BkoqFreed freed{};
-  EXPECT_EQ(bkoqFree(job.release(), LayoutOf<Job>::value, &freed), BKOQ_OK);
+  EXPECT_EQ(bkoqFree(job.release(), LayoutOf<Job>::kValue, &freed), BKOQ_OK);
   return freed;
 }
 

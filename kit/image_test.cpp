@@ -431,7 +431,7 @@ TEST(Image, IsReadAsHostileInput) {
     Bytes image = good;
     image.resize(row.size);
     for (const Change& change : row.changes) {
-      std::copy(change.bytes.begin(), change.bytes.end(), image.begin() + change.at);
+      std::copy(change.bytes.begin(), change.bytes.end(), image.data() + change.at);
     }
     if (row.problem != BKOQ_IMAGE_CHECKSUM) seal(image);
 
@@ -492,7 +492,7 @@ TEST(Image, SurvivesEveryChangedByteAndEveryCut) {
         // What is taken is taken whole.
         EXPECT_EQ(written(reading.root, reading.layout), image) << "byte " << i;
       }
-      Bytes cut(good.begin(), good.begin() + i / 4 * 4);
+      Bytes cut(good.data(), good.data() + i / 4 * 4);
       if (cut.size() < 32) continue;
       putWord(cut, 16, static_cast<std::uint32_t>(cut.size()));
       seal(cut);

@@ -12,7 +12,7 @@ std::string expected(const char* text) { return text + 1; }
 template <class Job>
 std::string printed(const Tree<Job>& job, const BkoqPrintOptions& options) {
   std::string text;
-  EXPECT_EQ(bkoqPrint(job.get(), LayoutOf<Job>::value, &options, appendToString, &text), BKOQ_OK);
+  EXPECT_EQ(bkoqPrint(job.get(), LayoutOf<Job>::kValue, &options, appendToString, &text), BKOQ_OK);
   return text;
 }
 

@@ -33,16 +33,16 @@ template <class Record>
 struct LayoutOf;
 template <>
 struct LayoutOf<BKQJDATATRANSFER> {
-  static constexpr BkoqLayout value = BKOQ_LAYOUT_CURRENT;
+  static constexpr BkoqLayout kValue = BKOQ_LAYOUT_CURRENT;
 };
 template <>
 struct LayoutOf<BKQJDATATRANSFER_OLD> {
-  static constexpr BkoqLayout value = BKOQ_LAYOUT_PREVIOUS;
+  static constexpr BkoqLayout kValue = BKOQ_LAYOUT_PREVIOUS;
 };
 
 template <class Job>
 struct FreeTree {
-  void operator()(Job* job) const { bkoqFree(job, LayoutOf<Job>::value, nullptr); }
+  void operator()(Job* job) const { bkoqFree(job, LayoutOf<Job>::kValue, nullptr); }
 };
 // A tree that the kit frees at the end of the test; LeakSanitizer sees what it forgets.
 template <class Job>

@@ -84,7 +84,7 @@ class Tree {
 
   std::uint32_t add();
   Link* linkAt(std::uint32_t block, std::uint32_t offset);
-  bool equals(std::uint32_t block, const unsigned char* real, Mismatch& mismatch);
+  bool equals(std::uint32_t index, const unsigned char* real, Mismatch& mismatch);
   std::string path() const;
 
   std::vector<Block> blocks_;

@@ -26,7 +26,7 @@ class FreshState : public testing::EmptyTestEventListener {
   }
 };
 
-const bool registered = [] {
+const bool kRegistered = [] {
   testing::UnitTest::GetInstance()->listeners().Append(new FreshState);
   return true;
 }();

@@ -68,20 +68,20 @@ void __libc_free(void* block);
 
 void* malloc(std::size_t size) { return Heap::failsNow() ? nullptr : __libc_malloc(size); }
 
-void* calloc(std::size_t count, std::size_t size) {
-  return Heap::failsNow() ? nullptr : __libc_calloc(count, size);
+void* calloc(std::size_t nmemb, std::size_t size) {
+  return Heap::failsNow() ? nullptr : __libc_calloc(nmemb, size);
 }
 
-void* realloc(void* block, std::size_t size) {
+void* realloc(void* ptr, std::size_t size) {
   if (size != 0 && Heap::failsNow()) return nullptr;
-  void* moved = __libc_realloc(block, size);
-  if (moved != block && (moved != nullptr || size == 0)) Heap::freed(block);
+  void* moved = __libc_realloc(ptr, size);
+  if (moved != ptr && (moved != nullptr || size == 0)) Heap::freed(ptr);
   return moved;
 }
 
-void free(void* block) {
-  if (block != nullptr) Heap::freed(block);
-  __libc_free(block);
+void free(void* ptr) {
+  if (ptr != nullptr) Heap::freed(ptr);
+  __libc_free(ptr);
 }
 
 }  // extern "C"

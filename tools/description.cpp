@@ -176,7 +176,7 @@ std::string helpText(const CLI::App& app) {
 }
 
 std::string manPage(const CLI::App& app) {
-  const std::string name = app.get_name();
+  const std::string& name = app.get_name();
   std::string text = ".TH " + upper(name) + " 1\n.SH NAME\n" + name + " \\- " +
                      escaped(app.get_description()) + "\n.SH SYNOPSIS\n.B " +
                      escaped(usageOf(app)) + "\n.SH OPTIONS\n" + manOptions(app) + ".SH COMMANDS\n";
@@ -191,7 +191,7 @@ std::string manPage(const CLI::App& app) {
 }
 
 std::string bashCompletion(const CLI::App& app) {
-  const std::string name = app.get_name();
+  const std::string& name = app.get_name();
   std::vector<std::string> names;
   std::string cases;
   for (const CLI::App* command : commandsOf(app)) {
@@ -235,7 +235,7 @@ std::string bashCompletion(const CLI::App& app) {
 }
 
 std::string zshCompletion(const CLI::App& app) {
-  const std::string name = app.get_name();
+  const std::string& name = app.get_name();
   std::string list;
   std::string cases;
   for (const CLI::App* command : commandsOf(app)) {

@@ -40,6 +40,10 @@ class Digits {
   std::size_t at_ = 0;
 };
 
+constexpr std::int64_t kMinute = 60;
+constexpr std::int64_t kHour = 60 * kMinute;
+constexpr std::int64_t kDay = 24 * kHour;
+
 bool isLeap(int year) { return year % 4 == 0 && (year % 100 != 0 || year % 400 == 0); }
 
 int daysOf(int year, int month) {
@@ -86,7 +90,7 @@ const char* parseMoment(const std::string& text, std::int64_t& seconds) {
       }
       if (hours > 23 || minutes > 59) return "has an offset that does not exist";
       hasOffset = true;
-      offset = sign * (hours * 3600 + minutes * 60);
+      offset = sign * (hours * kHour + minutes * kMinute);
     }
   }
   if (!digits.atEnd()) return kForm;
@@ -98,7 +102,7 @@ const char* parseMoment(const std::string& text, std::int64_t& seconds) {
   if (year < 1900 || year > 2038) return kRange;
 
   const std::int64_t utc =
-      daysSince1970(year, month, day) * 86400 + hour * 3600 + minute * 60 + second;
+      daysSince1970(year, month, day) * kDay + hour * kHour + minute * kMinute + second;
   if (hasOffset) {
     seconds = utc - offset;
   } else {

@@ -86,7 +86,7 @@ std::string shownValue(const Attribute& attribute, unsigned int level) {
   if (!isNested(attribute)) return plainValue(attribute);
   const Family& family = attribute.family();
   const bool isList = attribute.shape == Shape::kObjects;
-  const std::string text =
+  std::string text =
       object(family.classes.front(), family.classes.size() > 1, level + (isList ? 1 : 0));
   if (!isList) return text;
   return "[\n" + indentOf(level + 1) + text + "\n" + indentOf(level) + "]";

@@ -330,7 +330,7 @@ TEST(FilterConversions, OfBothLayoutsGiveTheSameBytes) {
   ASSERT_EQ(between.convertToBK2(at), 1);
   at = &previous;
   ASSERT_EQ(between.convertToBK2_old(at), 1);
-  EXPECT_EQ(memcmp(&current, &previous, 32), 0);
+  EXPECT_EQ(memcmp(static_cast<const void*>(&current), &previous, 32), 0);
 }
 
 }  // namespace

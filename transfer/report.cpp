@@ -4,30 +4,16 @@
 #include <string.h>
 
 namespace bkoq {
-namespace {
 
-int writeLine(const char* start, const char* name) {
+void report(const char* start, const char* name) {
   // Longer than the longest text of the library's own: a name is never cut.
   char line[96];
   const size_t startLength = strlen(start);
   const size_t nameLength = strlen(name);
-  // A line ends with its newline and has no NUL. NOLINTBEGIN(bugprone-not-null-terminated-result)
   memcpy(line, start, startLength);
   memcpy(line + startLength, name, nameLength);
-  // NOLINTEND(bugprone-not-null-terminated-result)
   line[startLength + nameLength] = '\n';
   fwrite(line, 1, startLength + nameLength + 1, stderr);
-  return 0;
 }
-
-}  // namespace
-
-int failedToConvert(const char* part) { return writeLine("Failed to convert ", part); }
-
-int failedInMalloc(const char* name) { return writeLine("Failed in malloc ", name); }
-
-int failedInRealloc(const char* name) { return writeLine("Failed in realloc ", name); }
-
-int noRecord() { return writeLine("No record to convert into", ""); }
 
 }  // namespace bkoq

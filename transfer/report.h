@@ -3,16 +3,29 @@
 
 namespace bkoq {
 
-// Each is one write of one line to the standard error stream and allocates nothing, so that it
-// still works when memory has run out. All return 0, the result of the conversion that failed.
+// Writes a line to the standard error stream, both texts and nothing between them, in one write. It
+// allocates nothing, so that it still works when memory has run out.
+void report(const char* start, const char* name);
 
-// "Failed to convert " and the part's name.
-int failedToConvert(const char* part);
-// "Failed in malloc " or "Failed in realloc " and the name of the record or field.
-int failedInMalloc(const char* name);
-int failedInRealloc(const char* name);
-// "No record to convert into", for a client that hands over a null pointer.
-int noRecord();
+// What each reports is its text and the name of the part, record or field. All return 0, the result
+// of the conversion that failed.
+inline int failedToConvert(const char* part) {
+  report("Failed to convert ", part);
+  return 0;
+}
+inline int failedInMalloc(const char* name) {
+  report("Failed in malloc ", name);
+  return 0;
+}
+inline int failedInRealloc(const char* name) {
+  report("Failed in realloc ", name);
+  return 0;
+}
+// For a client that hands over a null pointer.
+inline int noRecord() {
+  report("No record to convert into", "");
+  return 0;
+}
 
 }  // namespace bkoq
 

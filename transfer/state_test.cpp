@@ -17,12 +17,12 @@
 namespace {
 
 // Taken before any test runs: the library is loaded then, and nothing is flattened yet.
-const StateValues currentAtLoad = stateOf<Current>();
-const StateValues previousAtLoad = stateOf<Previous>();
+const StateValues kCurrentAtLoad = stateOf<Current>();
+const StateValues kPreviousAtLoad = stateOf<Previous>();
 
 TEST(StateVariables, AreEmptyAtLoad) {
-  expectState(currentAtLoad, kEmptyState);
-  expectState(previousAtLoad, kEmptyState);
+  expectState(kCurrentAtLoad, kEmptyState);
+  expectState(kPreviousAtLoad, kEmptyState);
 }
 
 TEST(StateVariables, AreWordsPointersAndOneTextOfEightBytes) {

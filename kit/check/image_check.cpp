@@ -64,7 +64,7 @@ template <class Job>
 bool write(const std::string& base, const Tree<Job>& job) {
   std::string image;
   std::string lines;
-  const BkoqLayout layout = LayoutOf<Job>::value;
+  const BkoqLayout layout = LayoutOf<Job>::kValue;
   if (bkoqWriteImage(job.get(), layout, appendToString, &image, nullptr) != BKOQ_OK) return false;
   if (bkoqWalk(job.get(), layout, addLine, &lines) != BKOQ_OK) return false;
   std::ofstream(base + ".image", std::ios::binary) << image;

@@ -16,7 +16,7 @@ std::string textOf(std::size_t length) {
 
 // The bytes of a block, which is freed.
 std::string taken(char* block, std::size_t size) {
-  const std::string bytes(block, size);
+  std::string bytes(block, size);
   std::free(block);
   return bytes;
 }

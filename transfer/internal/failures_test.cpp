@@ -641,7 +641,7 @@ class NightlyAs {
   }
   ~NightlyAs() {
     // The destination stays the other job's.
-    job_->setDestination(*new BKQTapeNode(""));
+    job_->setDestination(*spareDestination_);
     deleteClone(job_, nightly_);
   }
   NightlyAs(const NightlyAs&) = delete;
@@ -652,6 +652,7 @@ class NightlyAs {
  private:
   BKQBackupJob& nightly_;
   Job* job_;
+  BKQTapeNode* spareDestination_ = new BKQTapeNode("");
 };
 
 // Every form of the conversion of a backup.
