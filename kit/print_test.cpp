@@ -635,6 +635,7 @@ TEST(Print, LetsNothingOfATextReachTheTerminalUnseen) {
       {"\xf0\x9f\x98\x80", "\"\xf0\x9f\x98\x80\"", "\"\xf0\x9f\x98\x80\""},
       // A control of the upper half, an override of the direction, a tag.
       {"\xc2\x9b", "\"\\xc2\\x9b\"", "\"\\u009b\""},
+      // NOLINTNEXTLINE(misc-misleading-bidirectional): that is what it is about
       {"\xe2\x80\xae", "\"\\xe2\\x80\\xae\"", "\"\\u202e\""},
       {"\xf3\xa0\x81\x81", "\"\\xf3\\xa0\\x81\\x81\"", "\"\\udb40\\udc41\""},
       // No UTF-8: a lone byte, an overlong form, a surrogate, too large, cut off.

@@ -2,7 +2,6 @@
 
 #include <gtest/gtest.h>
 #include <stdlib.h>
-#include <string.h>
 
 #include <string>
 #include <vector>
@@ -330,7 +329,8 @@ TEST(FilterConversions, OfBothLayoutsGiveTheSameBytes) {
   ASSERT_EQ(between.convertToBK2(at), 1);
   at = &previous;
   ASSERT_EQ(between.convertToBK2_old(at), 1);
-  EXPECT_EQ(memcmp(static_cast<const void*>(&current), &previous, 32), 0);
+  EXPECT_EQ(std::string(reinterpret_cast<const char*>(&current), 32),
+            std::string(reinterpret_cast<const char*>(&previous), 32));
 }
 
 }  // namespace
