@@ -96,6 +96,20 @@ std::string ofEach(const std::vector<Element*>& elements, Get get) {
   return all;
 }
 
+struct Credentials {
+  RWCollectableString user;
+  RWCollectableString password;
+};
+// Either half of what a class hands out at once.
+template <class Object, class Get>
+auto halfOf(Get get, RWCollectableString Credentials::*half) {
+  return [get, half](Object& object) {
+    Credentials all;
+    std::invoke(get, object, all.user, all.password);
+    return all.*half;
+  };
+}
+
 template <class Object, class Base>
 std::string filtersOf(Object& object, void (Base::*reset)(),
                       unsigned int (Base::*enumerate)(BKQFilterCol*&, unsigned int)) {
@@ -326,24 +340,10 @@ void describeJob(Rows<Job>& rows, const std::string& scheduleKind) {
       .text("poolName", &BKQJob::getPoolName, "pool of the job")
       .flag("snmp", &BKQJob::SNMPOn)
       .flag("ovix", &BKQJob::OvixOn)
-      .text(
-          "scriptUserID",
-          [](BKQJob& job) {
-            RWCollectableString user;
-            RWCollectableString password;
-            job.getScriptUserID(user, password);
-            return user;
-          },
-          "script's user")
-      .text(
-          "scriptUserPassword",
-          [](BKQJob& job) {
-            RWCollectableString user;
-            RWCollectableString password;
-            job.getScriptUserID(user, password);
-            return password;
-          },
-          "script's password")
+      .text("scriptUserID", halfOf<BKQJob>(&BKQJob::getScriptUserID, &Credentials::user),
+            "script's user")
+      .text("scriptUserPassword", halfOf<BKQJob>(&BKQJob::getScriptUserID, &Credentials::password),
+            "script's password")
       .row(
           "faxInfo", R"({"hostName": "host of the fax"})",
           [](BKQJob& job) { return of(faxOf(job), &BKQFax::getHostName); }, "host of the fax")
@@ -610,24 +610,11 @@ void describeDatabaseRestoreNode(Rows<BKQDBRestoreNode>& rows) {
   rows.number("nodeOptions", &BKQNode::getOptions, 70506)
       .number("options", &BKQDBRestoreNode::getOptions, 70508)
       .number("fsType", &BKQDBRestoreNode::getFStype, 509)
-      .text(
-          "dbUser",
-          [](BKQDBRestoreNode& node) {
-            RWCollectableString user;
-            RWCollectableString password;
-            node.getDBuser(user, password);
-            return user;
-          },
-          "database's user")
-      .text(
-          "dbPassword",
-          [](BKQDBRestoreNode& node) {
-            RWCollectableString user;
-            RWCollectableString password;
-            node.getDBuser(user, password);
-            return password;
-          },
-          "database's password");
+      .text("dbUser", halfOf<BKQDBRestoreNode>(&BKQDBRestoreNode::getDBuser, &Credentials::user),
+            "database's user")
+      .text("dbPassword",
+            halfOf<BKQDBRestoreNode>(&BKQDBRestoreNode::getDBuser, &Credentials::password),
+            "database's password");
 }
 
 void addNodes(std::vector<Case>& cases) {

@@ -24,8 +24,8 @@ struct Text {
   size_t length;
 };
 
-// memcpy() for texts, most of which are so short that its call costs more than the copy: a tenth of a
-// flattening. Two moves that overlap copy any length up to twice theirs.
+// memcpy() for texts, most of which are so short that its call costs more than the copy: a tenth of
+// a flattening. Two moves that overlap copy any length up to twice theirs.
 inline void copyBytes(char* to, const char* from, size_t count) {
   if (count > 32) {
     memcpy(to, from, count);

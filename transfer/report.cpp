@@ -10,8 +10,10 @@ void report(const char* start, const char* name) {
   char line[96];
   const size_t startLength = strlen(start);
   const size_t nameLength = strlen(name);
+  // A line ends with its newline and has no NUL. NOLINTBEGIN(bugprone-not-null-terminated-result)
   memcpy(line, start, startLength);
   memcpy(line + startLength, name, nameLength);
+  // NOLINTEND(bugprone-not-null-terminated-result)
   line[startLength + nameLength] = '\n';
   fwrite(line, 1, startLength + nameLength + 1, stderr);
 }
