@@ -53,6 +53,7 @@ std::string outputOf(const std::vector<std::string>& command) {
   const pid_t child = fork();
   if (child == 0) {
     std::vector<char*> arguments;
+    arguments.reserve(command.size() + 1);
     for (const std::string& argument : command)
       arguments.push_back(const_cast<char*>(argument.c_str()));
     arguments.push_back(nullptr);

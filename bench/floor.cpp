@@ -22,7 +22,7 @@ Record& append(std::uint32_t& count, Record*& array) {
 char* copy(const std::string& text, std::size_t nuls = 1) {
   if (text.empty()) return nullptr;
   char* block = static_cast<char*>(std::malloc(text.size() + nuls));
-  std::memcpy(block, text.data(), text.size());
+  std::memcpy(block, text.data(), text.size());  // NOLINT(bugprone-not-null-terminated-result)
   std::memset(block + text.size(), 0, nuls);
   return block;
 }

@@ -112,6 +112,7 @@ void measureGrowth() {
     std::vector<double> rounds;
     for (int i = 0; i < 21; ++i) {
       std::vector<double> times;
+      times.reserve(sizes.size());
       for (const auto& size : sizes) times.push_back(size->timing(size->repeats));
       rounds.push_back(exponentOf(elements, times));
     }

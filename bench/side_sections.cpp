@@ -64,7 +64,7 @@ void convertEachBound(const Job& job) {
 }  // namespace
 
 void measurePeer() {
-  Table::section("library / FlatBuffers");
+  Table::section("library / FlatBuffers, without and with the freeing of what was made");
   std::vector<std::pair<std::string, Job>> jobs = {{"typical job", typicalJob()}};
   for (const Shape& shape : growingShapes()) {
     for (const unsigned int elements : {1000U, 10000U, 100000U}) {

@@ -20,7 +20,7 @@ inline char* texts(std::initializer_list<const char*> all) {
   std::string content;
   for (const char* one : all) content.append(one).push_back('\0');
   char* block = static_cast<char*>(std::malloc(content.size()));
-  std::memcpy(block, content.data(), content.size());
+  content.copy(block, content.size());
   return block;
 }
 

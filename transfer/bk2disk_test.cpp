@@ -59,6 +59,7 @@ class DiskConversion : public testing::Test {
 
   template <class Layout>
   static void set(unsigned int nodeType, unsigned int unixOptions, unsigned int encryption,
+                  // NOLINTNEXTLINE(readability-non-const-parameter): as the variable is declared
                   unsigned int compression, char* password, const char* diskName) {
     Layout::currentNodeType() = nodeType;
     Layout::unixOptions() = unixOptions;

@@ -39,6 +39,7 @@ class TapeConversion : public testing::Test {
 
   template <class Layout>
   static void set(unsigned int newMethod, unsigned int spanMethod, unsigned int newTimeout,
+                  // NOLINTNEXTLINE(readability-non-const-parameter): as the variable is declared
                   unsigned int spanTimeout, char* password) {
     Layout::newTapeMethod() = newMethod;
     Layout::spanTapeMethod() = spanMethod;
