@@ -7,12 +7,6 @@ function(bkoq_collect out)
   set(${out} "${sources}" PARENT_SCOPE)
 endfunction()
 
-# Sets `out` to the test sources that match the patterns.
-function(bkoq_collect_tests out)
-  file(GLOB sources CONFIGURE_DEPENDS ${ARGN})
-  set(${out} "${sources}" PARENT_SCOPE)
-endfunction()
-
 # Warnings, visibility and the include root of the project's own sources.
 function(bkoq_target target)
   target_compile_options(${target} PRIVATE -Wall -Wextra)
@@ -41,10 +35,10 @@ function(bkoq_library target)
           INCLUDES DESTINATION ${CMAKE_INSTALL_INCLUDEDIR})
 endfunction()
 
-# The same, from an object library <target>_objects: tests of internals link the objects, since the
-# shared library hides what is inside.
+# The same, from an object library <target>_objects, to which bkoq_add_folder() adds: tests of
+# internals link the objects, since the shared library hides what is inside.
 function(bkoq_library_from_objects target)
-  add_library(${target}_objects OBJECT ${ARGN})
+  add_library(${target}_objects OBJECT)
   bkoq_target(${target}_objects)
   set_target_properties(${target}_objects PROPERTIES POSITION_INDEPENDENT_CODE ON)
   target_include_directories(${target}_objects PUBLIC ${PROJECT_SOURCE_DIR}/include)
@@ -52,4 +46,20 @@ function(bkoq_library_from_objects target)
   add_library(${target} SHARED $<TARGET_OBJECTS:${target}_objects>)
   set_target_properties(${target} PROPERTIES LINKER_LANGUAGE CXX)
   bkoq_library(${target})
+endfunction()
+
+# Adds the sources of this folder to the library, and its unit tests to <library>_test, which sees
+# the library as a client does. Those named after INTERNAL_TESTS look inside and go to
+# <library>_internal_test.
+function(bkoq_add_folder library)
+  cmake_parse_arguments(PARSE_ARGV 1 arg "" "" "INTERNAL_TESTS")
+  bkoq_collect(sources ${CMAKE_CURRENT_SOURCE_DIR}/*.cpp)
+  target_sources(${library}_objects PRIVATE ${sources})
+  list(TRANSFORM arg_INTERNAL_TESTS PREPEND ${CMAKE_CURRENT_SOURCE_DIR}/)
+  file(GLOB tests CONFIGURE_DEPENDS ${CMAKE_CURRENT_SOURCE_DIR}/*_test.cpp)
+  if(arg_INTERNAL_TESTS)
+    list(REMOVE_ITEM tests ${arg_INTERNAL_TESTS})
+  endif()
+  set_property(GLOBAL APPEND PROPERTY ${library}_tests ${tests})
+  set_property(GLOBAL APPEND PROPERTY ${library}_internal_tests ${arg_INTERNAL_TESTS})
 endfunction()

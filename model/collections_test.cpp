@@ -5,9 +5,9 @@
 #include <set>
 #include <string>
 
-#include "testing/attributes.h"
-#include "testing/counted.h"
-#include "testing/failing_new.h"
+#include "tests/support/attributes.h"
+#include "tests/support/counted.h"
+#include "tests/support/failing_new.h"
 
 namespace {
 

@@ -4,10 +4,10 @@
 #include <memory>
 #include <string>
 
-#include "testing/attributes.h"
-#include "testing/counted.h"
-#include "testing/failing_new.h"
-#include "testing/private_member.h"
+#include "tests/support/attributes.h"
+#include "tests/support/counted.h"
+#include "tests/support/failing_new.h"
+#include "tests/support/private_member.h"
 
 // The two names that no accessor reads, but that every copy carries.
 struct CruiseNames {

@@ -3,10 +3,10 @@
 
 #include <memory>
 
-#include "testing/attributes.h"
-#include "testing/counted.h"
-#include "testing/failing_new.h"
-#include "testing/private_member.h"
+#include "tests/support/attributes.h"
+#include "tests/support/counted.h"
+#include "tests/support/failing_new.h"
+#include "tests/support/private_member.h"
 
 // The range that the constructors store; no accessor reads it, but every copy carries it.
 struct StoredRange {

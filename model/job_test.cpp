@@ -8,14 +8,14 @@
 
 #include "examples/nightly_job.h"
 #include "examples/other_jobs.h"
-#include "testing/attributes.h"
-#include "testing/counted.h"
-#include "testing/failing_new.h"
-#include "testing/foreign_attachments.h"
-#include "testing/foreign_filter.h"
-#include "testing/heap.h"
-#include "testing/parts.h"
-#include "testing/private_member.h"
+#include "tests/support/attributes.h"
+#include "tests/support/counted.h"
+#include "tests/support/failing_new.h"
+#include "tests/support/foreign_attachments.h"
+#include "tests/support/foreign_filter.h"
+#include "tests/support/heap.h"
+#include "tests/support/parts.h"
+#include "tests/support/private_member.h"
 
 // Members that no accessor reads, but that every copy carries.
 struct Reserved3 {

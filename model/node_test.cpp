@@ -5,10 +5,10 @@
 #include <string>
 #include <type_traits>
 
-#include "testing/attributes.h"
-#include "testing/counted.h"
-#include "testing/failing_new.h"
-#include "testing/private_member.h"
+#include "tests/support/attributes.h"
+#include "tests/support/counted.h"
+#include "tests/support/failing_new.h"
+#include "tests/support/private_member.h"
 
 // Members that no accessor reads, but that every copy carries.
 struct NetwareList {

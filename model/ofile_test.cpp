@@ -3,8 +3,8 @@
 
 #include <memory>
 
-#include "testing/attributes.h"
-#include "testing/failing_new.h"
+#include "tests/support/attributes.h"
+#include "tests/support/failing_new.h"
 
 namespace {
 

@@ -3,10 +3,10 @@
 
 #include <memory>
 
-#include "testing/attributes.h"
-#include "testing/counted.h"
-#include "testing/failing_new.h"
-#include "testing/private_member.h"
+#include "tests/support/attributes.h"
+#include "tests/support/counted.h"
+#include "tests/support/failing_new.h"
+#include "tests/support/private_member.h"
 
 // The three lists that no accessor reads, but that every copy carries.
 struct CustomLists {

@@ -21,7 +21,7 @@
 #include <utility>
 #include <vector>
 
-#include "testing/time_zone.h"
+#include "tests/support/time_zone.h"
 #include "tools/job_file.h"
 #include "tools/moment.h"
 #include "tools/problems.h"

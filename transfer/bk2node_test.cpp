@@ -8,12 +8,12 @@
 #include <utility>
 #include <vector>
 
-#include "testing/block_size.h"
-#include "testing/foreign_filter.h"
-#include "testing/free_records.h"
-#include "testing/layouts.h"
-#include "testing/name_list.h"
-#include "testing/rows.h"
+#include "tests/support/block_size.h"
+#include "tests/support/foreign_filter.h"
+#include "tests/support/free_records.h"
+#include "tests/support/layouts.h"
+#include "tests/support/name_list.h"
+#include "tests/support/rows.h"
 
 namespace {
 

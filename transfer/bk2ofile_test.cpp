@@ -4,8 +4,8 @@
 
 #include <vector>
 
-#include "testing/layouts.h"
-#include "testing/rows.h"
+#include "tests/support/layouts.h"
+#include "tests/support/rows.h"
 
 namespace {
 

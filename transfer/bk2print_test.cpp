@@ -5,10 +5,10 @@
 
 #include <vector>
 
-#include "testing/block_size.h"
-#include "testing/free_records.h"
-#include "testing/layouts.h"
-#include "testing/rows.h"
+#include "tests/support/block_size.h"
+#include "tests/support/free_records.h"
+#include "tests/support/layouts.h"
+#include "tests/support/rows.h"
 
 namespace {
 

@@ -7,10 +7,10 @@
 #include <string>
 #include <vector>
 
-#include "testing/block_size.h"
-#include "testing/layouts.h"
-#include "testing/rows.h"
-#include "testing/time_zone.h"
+#include "tests/support/block_size.h"
+#include "tests/support/layouts.h"
+#include "tests/support/rows.h"
+#include "tests/support/time_zone.h"
 
 namespace {
 

@@ -6,12 +6,12 @@
 #include <string>
 #include <vector>
 
-#include "testing/block_size.h"
-#include "testing/foreign_filter.h"
-#include "testing/free_records.h"
-#include "testing/layouts.h"
-#include "testing/rows.h"
-#include "testing/stderr_capture.h"
+#include "tests/support/block_size.h"
+#include "tests/support/foreign_filter.h"
+#include "tests/support/free_records.h"
+#include "tests/support/layouts.h"
+#include "tests/support/rows.h"
+#include "tests/support/stderr_capture.h"
 
 namespace {
 

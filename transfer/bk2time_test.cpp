@@ -7,7 +7,7 @@
 #include <type_traits>
 
 #include "bkoq/bktime.h"
-#include "testing/time_zone.h"
+#include "tests/support/time_zone.h"
 
 namespace {
 

@@ -5,9 +5,9 @@
 #include <memory>
 #include <vector>
 
-#include "testing/layouts.h"
-#include "testing/rows.h"
-#include "testing/time_zone.h"
+#include "tests/support/layouts.h"
+#include "tests/support/rows.h"
+#include "tests/support/time_zone.h"
 
 namespace {
 

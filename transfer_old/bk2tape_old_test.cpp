@@ -3,8 +3,8 @@
 #include <gtest/gtest.h>
 #include <stdlib.h>
 
-#include "testing/layouts.h"
-#include "testing/rows.h"
+#include "tests/support/layouts.h"
+#include "tests/support/rows.h"
 
 namespace {
 

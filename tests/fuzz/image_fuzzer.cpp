@@ -1,0 +1,120 @@
+// The reader of images: whatever the bytes, it refuses them or gives a tree that can be walked,
+// printed, compared, written as the same image again, and freed.
+
+#include <bkoq/kit.h>
+
+#include <cstdint>
+#include <cstring>
+#include <vector>
+
+#include "tests/fuzz/require.h"
+
+namespace {
+
+using Bytes = std::vector<std::uint8_t>;
+
+constexpr std::size_t kHeader = 32;
+
+void putWord(Bytes& bytes, std::size_t offset, std::uint32_t value) {
+  for (int i = 0; i < 4; ++i) bytes[offset + i] = static_cast<std::uint8_t>(value >> (8 * i));
+}
+
+std::uint32_t checksumOf(const Bytes& bytes) {
+  std::uint32_t crc = 0xFFFFFFFF;
+  for (std::size_t i = 0; i < bytes.size(); ++i) {
+    crc ^= i >= 28 && i < 32 ? 0 : bytes[i];
+    for (int bit = 0; bit < 8; ++bit) crc = (crc & 1) != 0 ? crc >> 1 ^ 0xEDB88320u : crc >> 1;
+  }
+  return ~crc;
+}
+
+// Makes the header good, so that what lies behind it is reached, which no one could seal by chance.
+// The layout and the number of blocks stay as they are.
+Bytes sealed(const std::uint8_t* data, std::size_t size) {
+  Bytes bytes(data, data + size);
+  if (bytes.size() < kHeader) bytes.resize(kHeader);
+  bytes.resize((bytes.size() + 3) / 4 * 4);
+  std::memcpy(bytes.data(), "BKQIMAGE", 8);
+  putWord(bytes, 8, 1);
+  putWord(bytes, 12, 1 + (bytes[12] & 1));
+  putWord(bytes, 16, static_cast<std::uint32_t>(bytes.size()));
+  putWord(bytes, 20, 32);
+  putWord(bytes, 28, checksumOf(bytes));
+  return bytes;
+}
+
+int drop(void* user, const char* text, std::size_t size) {
+  // Reads all of it, for the sanitizers.
+  for (std::size_t i = 0; i < size; ++i) {
+    *static_cast<std::size_t*>(user) += static_cast<unsigned char>(text[i]);
+  }
+  return 0;
+}
+
+int keep(void* user, const char* text, std::size_t size) {
+  Bytes& bytes = *static_cast<Bytes*>(user);
+  bytes.insert(bytes.end(), text, text + size);
+  return 0;
+}
+
+int countVisit(const BkoqVisit* visit, void* user) {
+  std::size_t& sum = *static_cast<std::size_t*>(user);
+  sum += std::strlen(visit->path) + std::strlen(visit->record) + visit->width;
+  const auto* bytes = static_cast<const unsigned char*>(visit->bytes);
+  for (std::uint32_t i = 0; i < visit->width; ++i) sum += bytes[i];
+  const auto* target = static_cast<const unsigned char*>(visit->targetBytes);
+  for (std::uint32_t i = 0; target != nullptr && i < visit->targetSize; ++i) sum += target[i];
+  return 0;
+}
+
+void use(void* root, BkoqLayout layout) {
+  std::size_t sum = 0;
+  FUZZ_REQUIRE(bkoqWalk(root, layout, countVisit, &sum) == BKOQ_OK);
+  // One way of printing each time: the content chooses it.
+  static const BkoqFormat kFormats[] = {BKOQ_FORMAT_TEXT, BKOQ_FORMAT_JSON, BKOQ_FORMAT_ANNOTATED};
+  BkoqPrintOptions options = {};
+  options.format = kFormats[sum % 3];
+  options.showSecrets = static_cast<int>(sum & 1);
+  options.hideZero = static_cast<int>(sum >> 1 & 1);
+  FUZZ_REQUIRE(bkoqPrint(root, layout, &options, drop, &sum) == BKOQ_OK);
+  std::uint32_t differences = 1;
+  FUZZ_REQUIRE(bkoqCompare(root, layout, root, layout, 0, nullptr, nullptr, &differences) ==
+               BKOQ_OK);
+  FUZZ_REQUIRE(differences == 0);
+}
+
+void readImage(const Bytes& image) {
+  static const std::uint8_t kNothing = 0;
+  const std::uint8_t* bytes = image.empty() ? &kNothing : image.data();
+  BkoqLayout layout = BKOQ_LAYOUT_WIDEST;
+  void* root = nullptr;
+  BkoqImageError error = {};
+  const BkoqStatus status = bkoqReadImage(bytes, image.size(), &layout, &root, &error);
+  FUZZ_REQUIRE(status == BKOQ_OK || status == BKOQ_BAD_IMAGE || status == BKOQ_NO_MEMORY);
+  FUZZ_REQUIRE((status == BKOQ_BAD_IMAGE) == (error.problem != BKOQ_IMAGE_GOOD));
+  if (status == BKOQ_BAD_IMAGE) {
+    FUZZ_REQUIRE(std::memchr(error.text, 0, sizeof error.text) != nullptr && error.text[0] != '\0');
+    FUZZ_REQUIRE(std::memchr(error.path, 0, sizeof error.path) != nullptr);
+  }
+  if (root == nullptr) {
+    FUZZ_REQUIRE(status != BKOQ_OK);
+    return;
+  }
+  use(root, layout);
+  if (status == BKOQ_OK) {
+    Bytes again;
+    FUZZ_REQUIRE(bkoqWriteImage(root, layout, keep, &again, nullptr) == BKOQ_OK);
+    FUZZ_REQUIRE(again == image);
+  }
+  BkoqFreed freed = {};
+  FUZZ_REQUIRE(bkoqFree(root, layout, &freed) == BKOQ_OK);
+  FUZZ_REQUIRE(freed.notFreed == 0);
+}
+
+}  // namespace
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+  readImage(Bytes(data, data + size));
+  readImage(sealed(data, size));
+  return 0;
+}

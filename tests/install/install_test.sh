@@ -1,0 +1,83 @@
+#!/usr/bin/env bash
+# Installs a build into a folder of its own and uses it as clients do: by pkg-config, by
+# find_package(), header by header. A client of another pointer size must be turned away.
+# Usage: install_test.sh <cmake> <build folder> <generator> <C compiler> <C++ compiler> [flags]
+set -euo pipefail
+
+cmake=$1 build=$2 generator=$3 cc=$4 cxx=$5 flags=${6:-}
+here=$(cd "$(dirname "$0")" && pwd)/client
+work=$(mktemp -d)
+trap 'rm -rf "$work"' EXIT
+
+say() { echo "== $*"; }
+fail() {
+  echo "FAILED: $*" >&2
+  exit 1
+}
+# Says what it printed only if it fails.
+quietly() {
+  "$@" >"$work/log" 2>&1 || {
+    cat "$work/log"
+    fail "$*"
+  }
+}
+
+command -v pkg-config >/dev/null || fail "pkg-config is missing (Debian: apt-get install pkg-config)"
+
+say "installs into a prefix given at install time, from where it may be moved"
+quietly "$cmake" --install "$build" --prefix "$work/first"
+mv "$work/first" "$work/prefix"
+
+say "every header stands on its own, without a warning"
+cd "$work/prefix/include"
+for header in bkoq/*.h rw/*.h; do
+  for standard in c++11 c++17 c++20; do
+    quietly "$cxx" $flags -std=$standard -Wall -Wextra -Wpedantic -Werror -I. -x c++ -fsyntax-only \
+      -include "$header" /dev/null
+  done
+done
+for header in bkoq/records.h bkoq/records_old.h bkoq/kit.h; do
+  [ -e "$header" ] || continue
+  quietly "$cc" $flags -std=c11 -Wall -Wextra -Wpedantic -Werror -I. -x c -fsyntax-only \
+    -include "$header" /dev/null
+done
+cd "$work"
+
+say "a client is built through pkg-config and runs"
+pc=$(find "$work/prefix" -name bkoq.pc)
+[ -n "$pc" ] || fail "no bkoq.pc"
+PKG_CONFIG_PATH=$(dirname "$pc")
+export PKG_CONFIG_PATH
+quietly "$cxx" $flags -std=c++11 "$here/client.cpp" $(pkg-config --cflags --libs bkoq) -o client
+quietly ./client
+
+say "a C program with the kit alone"
+quietly "$cc" $flags -std=c11 "$here/kit_client.c" $(pkg-config --cflags --libs bkoqkit) -o kit_client
+quietly ./kit_client
+
+if [ -e "$work/prefix/bin/bkoq" ]; then
+  say "the command, its manual page and its completions"
+  quietly "$work/prefix/bin/bkoq" new backup
+  grep -q '^.TH BKOQ 1' "$work/prefix/share/man/man1/bkoq.1" || fail "no manual page"
+  grep -q '^complete ' "$work/prefix/share/bash-completion/completions/bkoq" || fail "no completion"
+  grep -q '^#compdef bkoq' "$work/prefix/share/zsh/site-functions/_bkoq" || fail "no completion"
+fi
+
+say "a client is built through find_package() and runs"
+quietly "$cmake" -S "$here" -B cmake-client -G "$generator" -DCMAKE_CXX_COMPILER="$cxx" \
+  -DCMAKE_CXX_FLAGS="$flags" -DCMAKE_PREFIX_PATH="$work/prefix"
+quietly "$cmake" --build cmake-client
+quietly cmake-client/client
+quietly cmake-client/rw_client
+
+if [ "$flags" = -m32 ]; then
+  say "a 64-bit client is turned away"
+  if "$cmake" -S "$here" -B cmake-client-64 -G "$generator" -DCMAKE_CXX_COMPILER="$cxx" \
+    -DCMAKE_CXX_FLAGS= -DCMAKE_PREFIX_PATH="$work/prefix" >log 2>&1; then
+    fail "find_package() took the 32-bit package for a 64-bit client"
+  fi
+  grep -q '32bit' log || {
+    cat log
+    fail "refused for another reason than the pointer size"
+  }
+fi

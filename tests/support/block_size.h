@@ -1,0 +1,35 @@
+#ifndef BKOQ_TESTS_SUPPORT_BLOCK_SIZE_H_
+#define BKOQ_TESTS_SUPPORT_BLOCK_SIZE_H_
+
+#include <gtest/gtest.h>
+#include <malloc.h>
+
+#include <cstddef>
+
+#if defined(__SANITIZE_ADDRESS__)
+#define BKOQ_TESTS_SUPPORT_SANITIZED 1
+#elif defined(__has_feature)
+#if __has_feature(address_sanitizer)
+#define BKOQ_TESTS_SUPPORT_SANITIZED 1
+#endif
+#endif
+
+// AddressSanitizer's allocator knows the exact size of a block, but copies it on each realloc().
+#ifdef BKOQ_TESTS_SUPPORT_SANITIZED
+constexpr bool kSanitized = true;
+#else
+constexpr bool kSanitized = false;
+#endif
+
+// Checks the size of a block from malloc(): exactly where the allocator tells it, else as a bound.
+inline void expectBlockSize(const void* block, std::size_t size) {
+  ASSERT_NE(block, nullptr);
+  const std::size_t usable = malloc_usable_size(const_cast<void*>(block));
+  if (kSanitized) {
+    EXPECT_EQ(usable, size);
+  } else {
+    EXPECT_GE(usable, size);
+  }
+}
+
+#endif  // BKOQ_TESTS_SUPPORT_BLOCK_SIZE_H_

@@ -1,0 +1,52 @@
+#ifndef BKOQ_TESTS_SUPPORT_FOREIGN_ATTACHMENTS_H_
+#define BKOQ_TESTS_SUPPORT_FOREIGN_ATTACHMENTS_H_
+
+#include <bkoq/bkoq.h>
+
+#include <functional>
+#include <utility>
+
+// Schedule and e-mail classes of a client's own, which do in a flattening what the test says. The
+// function gets the block inside the job record and whether it is for the previous layout; its
+// result is the conversion's.
+using ForeignConversion = std::function<int(void* block, bool isPrevious)>;
+
+class ForeignSchedule : public BKQSchedule {
+ public:
+  static constexpr std::size_t kBlockOffset = 56;  // where its block lies in the job record
+
+  explicit ForeignSchedule(ForeignConversion conversion) : conversion_(std::move(conversion)) {}
+
+  unsigned int getType() const override { return 9; }
+  int convertToBK2(void*& schedBlock, void*& rotationBlock) override {
+    rotationBlock_ = rotationBlock;
+    return conversion_(schedBlock, false);
+  }
+  int convertToBK2_old(void*& schedBlock, void*& rotationBlock) override {
+    rotationBlock_ = rotationBlock;
+    return conversion_(schedBlock, true);
+  }
+
+  // The rotation block of the last conversion.
+  void* rotationBlock() const { return rotationBlock_; }
+
+ private:
+  ForeignConversion conversion_;
+  void* rotationBlock_ = nullptr;
+};
+
+class ForeignEMail : public BKQEMail {
+ public:
+  static constexpr std::size_t kBlockOffset = 156;
+
+  explicit ForeignEMail(ForeignConversion conversion) : conversion_(std::move(conversion)) {}
+
+  unsigned int emailType() const override { return 9; }
+  int convertToBK2(void*& block) override { return conversion_(block, false); }
+  int convertToBK2_old(void*& block) override { return conversion_(block, true); }
+
+ private:
+  ForeignConversion conversion_;
+};
+
+#endif  // BKOQ_TESTS_SUPPORT_FOREIGN_ATTACHMENTS_H_

@@ -1,0 +1,90 @@
+#include "tests/support/heap.h"
+
+#include <cstddef>
+
+#ifdef BKOQ_TESTS_SUPPORT_SANITIZED
+#include <sanitizer/asan_interface.h>
+#endif
+
+// What the functions of the C library's heap tell.
+struct Heap {
+  static bool isWatched;
+  static unsigned int allocations;
+  static unsigned int failing;
+  static BlockWatch* watches;
+
+  static bool failsNow() { return isWatched && ++allocations == failing; }
+
+  static void freed(const void* block) {
+    for (BlockWatch* watch = watches; watch != nullptr; watch = watch->next_) {
+      if (watch->block_ == block) watch->isFreed_ = true;
+    }
+  }
+};
+
+bool Heap::isWatched = false;
+unsigned int Heap::allocations = 0;
+unsigned int Heap::failing = 0;
+BlockWatch* Heap::watches = nullptr;
+
+HeapWatch::HeapWatch(unsigned int failing) {
+  Heap::allocations = 0;
+  Heap::failing = failing;
+  Heap::isWatched = true;
+}
+
+HeapWatch::~HeapWatch() { Heap::isWatched = false; }
+
+unsigned int HeapWatch::allocations() const { return Heap::allocations; }
+
+BlockWatch::BlockWatch(const void* block) : block_(block), next_(Heap::watches) {
+  Heap::watches = this;
+}
+
+BlockWatch::~BlockWatch() {
+  BlockWatch** link = &Heap::watches;
+  while (*link != this) link = &(*link)->next_;
+  *link = next_;
+}
+
+#ifdef BKOQ_TESTS_SUPPORT_SANITIZED
+
+// A freed block is poisoned, and is not handed out again for long.
+bool BlockWatch::isFreed() const { return __asan_address_is_poisoned(block_) != 0; }
+
+#else
+
+bool BlockWatch::isFreed() const { return isFreed_; }
+
+// These take the place of the C library's own in the whole process. The test programs whose linker
+// wraps malloc() and realloc() come here from the real ones.
+#pragma GCC visibility push(default)
+extern "C" {
+
+void* __libc_malloc(std::size_t size);
+void* __libc_calloc(std::size_t count, std::size_t size);
+void* __libc_realloc(void* block, std::size_t size);
+void __libc_free(void* block);
+
+void* malloc(std::size_t size) { return Heap::failsNow() ? nullptr : __libc_malloc(size); }
+
+void* calloc(std::size_t nmemb, std::size_t size) {
+  return Heap::failsNow() ? nullptr : __libc_calloc(nmemb, size);
+}
+
+void* realloc(void* ptr, std::size_t size) {
+  if (size != 0 && Heap::failsNow()) return nullptr;
+  void* moved = __libc_realloc(ptr, size);
+  if (moved != ptr && (moved != nullptr || size == 0)) Heap::freed(ptr);
+  return moved;
+}
+
+void free(void* ptr) {
+  if (ptr != nullptr) Heap::freed(ptr);
+  __libc_free(ptr);
+}
+
+}  // extern "C"
+#pragma GCC visibility pop
+
+#endif
