@@ -19,15 +19,16 @@ function(bkoq_target target)
                         CXX_VISIBILITY_PRESET hidden VISIBILITY_INLINES_HIDDEN ON)
 endfunction()
 
-# A shared library that is installed and exported, with its alias bkoq::<target>. Symbols stay
-# open to interposition (no -Bsymbolic): client and library must see one copy of each variable.
+# A shared library that is installed and exported, with its alias bkoq::<target>. Client and library
+# must see one copy of each variable (so no -Bsymbolic), but the library calls its own functions
+# directly: in 32 bits the way through the table of symbols costs more than most of them.
 function(bkoq_library target)
   bkoq_target(${target})
   add_library(bkoq::${target} ALIAS ${target})
   target_include_directories(${target} PUBLIC $<BUILD_INTERFACE:${PROJECT_SOURCE_DIR}/include>)
   target_compile_features(${target} INTERFACE cxx_std_11)
   # A client's first flattening is often its only one: it finds every call bound already.
-  target_link_options(${target} PRIVATE -Wl,-z,now)
+  target_link_options(${target} PRIVATE -Wl,-z,now -Wl,-Bsymbolic-functions)
   set_target_properties(${target} PROPERTIES VERSION ${PROJECT_VERSION}
                         SOVERSION ${PROJECT_VERSION_MAJOR} INSTALL_RPATH "$ORIGIN")
   install(TARGETS ${target} EXPORT bkoq-targets
@@ -41,6 +42,7 @@ function(bkoq_library_from_objects target)
   add_library(${target}_objects OBJECT)
   bkoq_target(${target}_objects)
   set_target_properties(${target}_objects PROPERTIES POSITION_INDEPENDENT_CODE ON)
+  target_compile_options(${target}_objects PRIVATE -fno-semantic-interposition -fno-plt)
   target_include_directories(${target}_objects PUBLIC ${PROJECT_SOURCE_DIR}/include)
 
   add_library(${target} SHARED $<TARGET_OBJECTS:${target}_objects>)

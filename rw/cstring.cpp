@@ -40,6 +40,11 @@ void RWCString::hold(Block* block) noexcept {
 
 void RWCString::release(Block* block) noexcept {
   if (block == nullptr) return;
+  // Nobody else can come to hold what only this string holds, so most texts need no locked count.
+  if (__atomic_load_n(&block->holders, __ATOMIC_ACQUIRE) == 1) {
+    free(block);
+    return;
+  }
   // Whoever frees the block must come after everyone else's last look at it.
   if (__atomic_sub_fetch(&block->holders, 1U, __ATOMIC_ACQ_REL) == 0) free(block);
 }
