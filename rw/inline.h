@@ -3,9 +3,9 @@
 
 // What the libraries themselves compile in place of the smallest operations of strings and lists. A
 // model class has up to twenty strings, most of them empty, and each would cost a call into the
-// other library when the object is made, filled and deleted: a fifth of all that a client waits for.
-// The operations are still exported as functions, which is all that clients see: gnu_inline makes
-// no second copy of any.
+// other library when the object is made, filled and deleted: a fifth of all that a client waits
+// for. The operations are still exported as functions, which is all that clients see: gnu_inline
+// makes no second copy of any.
 //
 // Not public, so that a fix in here never needs a client to be compiled again.
 
@@ -15,6 +15,11 @@
 #include "rw/slistcol.h"
 
 #define RW_INLINE inline __attribute__((gnu_inline))
+
+#ifdef __clang__
+#pragma clang diagnostic push
+#pragma clang diagnostic ignored "-Wgnu-inline-cpp-without-extern"  // members cannot say extern
+#endif
 
 RW_INLINE RWCollectable::~RWCollectable() {}
 
@@ -38,6 +43,9 @@ RW_INLINE RWSlist::~RWSlist() {
 
 RW_INLINE RWSlistCollectables::~RWSlistCollectables() {}
 
+#ifdef __clang__
+#pragma clang diagnostic pop
+#endif
 #undef RW_INLINE
 
 #endif  // BKOQ_RW_INLINE_H_
