@@ -1,3 +1,5 @@
+#include "kit/print_records.h"
+
 #include <algorithm>
 #include <string>
 #include <vector>
@@ -171,6 +173,8 @@ std::vector<const RecordDef*> recordsNamed(const char* name, Layout layout) {
 
 void printRecords(const std::vector<const RecordDef*>& records, Layout layout, BkoqFormat format,
                   Output& out) {
+  if (format == BKOQ_FORMAT_C) return printC(records, layout, out);
+  if (format == BKOQ_FORMAT_MAGIC) return printMagic(out);
   if (format == BKOQ_FORMAT_JSON) {
     out.put(jsonStart("bkoq-layout") + ",\n  \"layout\": \"" + layoutName(layout) +
             "\",\n  \"records\": [");
@@ -297,7 +301,9 @@ bool isTableFormat(BkoqFormat format) {
 BkoqStatus bkoqPrintRecords(const char* record, BkoqLayout layout, BkoqFormat format, BkoqSink sink,
                             void* user) {
   using namespace bkoq;
-  if (sink == nullptr || !isLayout(layout) || !isTableFormat(format)) return BKOQ_BAD_ARGUMENT;
+  const bool isWhole = format == BKOQ_FORMAT_MAGIC && record == nullptr;
+  const bool isKnown = isTableFormat(format) || format == BKOQ_FORMAT_C || isWhole;
+  if (sink == nullptr || !isLayout(layout) || !isKnown) return BKOQ_BAD_ARGUMENT;
   return guarded([&] {
     const std::vector<const RecordDef*> records = recordsNamed(record, toLayout(layout));
     if (records.empty()) return BKOQ_NOT_FOUND;

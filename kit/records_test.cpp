@@ -283,6 +283,10 @@ TEST(Records, RefuseBadArguments) {
             BKOQ_BAD_ARGUMENT);
   EXPECT_EQ(bkoqPrintRecords(nullptr, current, BKOQ_FORMAT_ANNOTATED, sink, &text),
             BKOQ_BAD_ARGUMENT);
+  EXPECT_EQ(bkoqPrintRecords("BKNODE", current, BKOQ_FORMAT_MAGIC, appendToString, &text),
+            BKOQ_BAD_ARGUMENT);
+  EXPECT_EQ(bkoqPrintLayoutDifferences(nullptr, BKOQ_FORMAT_C, appendToString, &text),
+            BKOQ_BAD_ARGUMENT);
   EXPECT_EQ(bkoqPrintRecords(nullptr, current, plain, nullptr, &text), BKOQ_BAD_ARGUMENT);
   EXPECT_EQ(bkoqPrintLayoutDifferences("BKNOD", plain, sink, &text), BKOQ_NOT_FOUND);
   EXPECT_EQ(bkoqPrintLayoutDifferences(nullptr, BKOQ_FORMAT_ANNOTATED, sink, &text),

@@ -281,13 +281,24 @@ class CommandLine {
     CLI::App& sub = add("layout", "print the tables of the records",
                         "  bkoq layout BKNODE\n"
                         "  bkoq layout BKDTAPE_OLD --previous\n"
-                        "  bkoq layout --compare",
+                        "  bkoq layout --compare\n"
+                        "  bkoq layout --c > records.h\n"
+                        "  bkoq layout --magic > bkoq.magic && file -m bkoq.magic my-job.image",
                         [this] { return layoutCommand(request_); });
-    sub.add_option("RECORD", request_.record, "its name; all records unless given");
+    auto* record = sub.add_option("RECORD", request_.record, "its name; all records unless given");
     auto* previous = sub.add_flag("--previous", request_.previous, "those of the previous layout");
-    sub.add_flag("--compare", request_.compare, "only what differs between the layouts")
-        ->excludes(previous);
+    auto* compare =
+        sub.add_flag("--compare", request_.compare, "only what differs between the layouts")
+            ->excludes(previous);
     json(sub);
+    sub.add_flag("--c", request_.c, "print plain C structs")
+        ->excludes(compare)
+        ->excludes(sub.get_option("--json"));
+    auto* magic = sub.add_flag("--magic", request_.magic, "print the entry of images for file(1)")
+                      ->excludes(record)
+                      ->excludes(previous)
+                      ->excludes(compare);
+    for (const char* other : {"--json", "--c"}) magic->excludes(sub.get_option(other));
   }
 
   void describeSchema() {

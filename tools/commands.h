@@ -28,6 +28,8 @@ struct Request {
   std::string record;
   bool previous = false;
   bool compare = false;
+  bool c = false;
+  bool magic = false;
   std::string kind;
 };
 

@@ -127,6 +127,8 @@ typedef enum BkoqFormat {
   BKOQ_FORMAT_JSON,               /**< for programs: strict JSON, with a format version */
   BKOQ_FORMAT_ANNOTATED,          /**< bkoqPrint(): every byte of every block, block by block */
   BKOQ_FORMAT_MARKDOWN,           /**< bkoqPrintRecords(): tables for a page */
+  BKOQ_FORMAT_C,                  /**< bkoqPrintRecords(): plain C structs */
+  BKOQ_FORMAT_MAGIC,              /**< bkoqPrintRecords(): an entry for file(1) */
   BKOQ_FORMAT_WIDEST = 0x7FFFFFFF /**< no format */
 } BkoqFormat;
 
@@ -242,7 +244,8 @@ BKOQ_API BkoqStatus bkoqReadImage(const void* image, size_t size, BkoqLayout* la
 /* --------------------------------------------------------------------------------- records */
 
 /** Prints the table of a record: its fields with offset, width, kind, meaning and the attribute
-   that fills them. A null `record` stands for all. The formats are text, JSON and Markdown. */
+   that fills them. A null `record` stands for all. The formats are text, JSON, Markdown and C; and,
+   for all records of both layouts only, an entry by which file(1) tells images. */
 BKOQ_API BkoqStatus bkoqPrintRecords(const char* record, BkoqLayout layout, BkoqFormat format,
                                      BkoqSink sink, void* user);
 

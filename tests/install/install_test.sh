@@ -61,6 +61,8 @@ if [ -e "$work/prefix/bin/bkoq" ]; then
   grep -q '^.TH BKOQ 1' "$work/prefix/share/man/man1/bkoq.1" || fail "no manual page"
   grep -q '^complete ' "$work/prefix/share/bash-completion/completions/bkoq" || fail "no completion"
   grep -q '^#compdef bkoq' "$work/prefix/share/zsh/site-functions/_bkoq" || fail "no completion"
+  "$work/prefix/bin/bkoq" layout --magic | cmp - "$work/prefix/share/bkoq/bkoq.magic" ||
+    fail "no entry for file(1)"
 fi
 
 say "a client is built through find_package() and runs"
