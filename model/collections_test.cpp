@@ -9,6 +9,7 @@
 #include "tests/support/counted.h"
 #include "tests/support/failing_new.h"
 
+namespace bkoq::test {
 namespace {
 
 template <class Collection>
@@ -366,3 +367,4 @@ TEST(ListCopy, TakesTimeInProportionToLongLists) {
 }
 
 }  // namespace
+}  // namespace bkoq::test

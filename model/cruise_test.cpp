@@ -9,6 +9,8 @@
 #include "tests/support/failing_new.h"
 #include "tests/support/private_member.h"
 
+namespace bkoq::test {
+
 // The two names that no accessor reads, but that every copy carries.
 struct CruiseNames {
   using Type = RWCollectableString (BKQCruiseSchedule::*)[2];
@@ -338,3 +340,4 @@ TEST(CruiseSchedule, CopySharesTheMaskUntilTheLastGoes) {
 }
 
 }  // namespace
+}  // namespace bkoq::test

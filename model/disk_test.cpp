@@ -8,6 +8,7 @@
 #include "tests/support/counted.h"
 #include "tests/support/failing_new.h"
 
+namespace bkoq::test {
 namespace {
 
 TEST(DiskItem, Attributes) {
@@ -211,3 +212,4 @@ TEST(Disk, CopyHoldsItemsAndFiltersTwice) {
 }
 
 }  // namespace
+}  // namespace bkoq::test

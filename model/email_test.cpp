@@ -7,6 +7,7 @@
 #include "tests/support/counted.h"
 #include "tests/support/failing_new.h"
 
+namespace bkoq::test {
 namespace {
 
 TEST(EMail, Attributes) {
@@ -75,3 +76,4 @@ TEST(EMail, IsDestroyedWholeThroughItsRoot) {
 }
 
 }  // namespace
+}  // namespace bkoq::test

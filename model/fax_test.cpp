@@ -6,6 +6,7 @@
 #include "tests/support/attributes.h"
 #include "tests/support/failing_new.h"
 
+namespace bkoq::test {
 namespace {
 
 TEST(Fax, Attributes) {
@@ -38,3 +39,4 @@ TEST(Fax, WithoutMemoryThereIsNoClone) {
 }
 
 }  // namespace
+}  // namespace bkoq::test

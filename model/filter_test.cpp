@@ -8,6 +8,8 @@
 #include "tests/support/failing_new.h"
 #include "tests/support/private_member.h"
 
+namespace bkoq::test {
+
 // The range that the constructors store; no accessor reads it, but every copy carries it.
 struct StoredRange {
   using Type = BKQTimeFilter::BKQTimeRangeType BKQTimeFilter::*;
@@ -238,3 +240,4 @@ TEST(Filter, AbstractRootsCloneToNull) {
 }
 
 }  // namespace
+}  // namespace bkoq::test

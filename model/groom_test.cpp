@@ -7,6 +7,7 @@
 #include "tests/support/counted.h"
 #include "tests/support/failing_new.h"
 
+namespace bkoq::test {
 namespace {
 
 TEST(Groom, Attributes) {
@@ -66,3 +67,4 @@ TEST(Groom, WithoutMemoryThereIsNoClone) {
 }
 
 }  // namespace
+}  // namespace bkoq::test

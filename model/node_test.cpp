@@ -10,6 +10,8 @@
 #include "tests/support/failing_new.h"
 #include "tests/support/private_member.h"
 
+namespace bkoq::test {
+
 // Members that no accessor reads, but that every copy carries.
 struct NetwareList {
   using Type = RWSlistCollectables BKQNetwareNode::*;
@@ -500,3 +502,4 @@ TEST(DBRestoreNode, CredentialsAndHiddenOptions) {
 }
 
 }  // namespace
+}  // namespace bkoq::test

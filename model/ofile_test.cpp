@@ -6,6 +6,7 @@
 #include "tests/support/attributes.h"
 #include "tests/support/failing_new.h"
 
+namespace bkoq::test {
 namespace {
 
 TEST(OpenFileInfo, Attributes) {
@@ -35,3 +36,4 @@ TEST(OpenFileInfo, WithoutMemoryThereIsNoClone) {
 }
 
 }  // namespace
+}  // namespace bkoq::test

@@ -6,6 +6,7 @@
 #include "tests/support/attributes.h"
 #include "tests/support/failing_new.h"
 
+namespace bkoq::test {
 namespace {
 
 TEST(PrintQueue, Attributes) {
@@ -34,3 +35,4 @@ TEST(PrintQueue, WithoutMemoryThereIsNoClone) {
 }
 
 }  // namespace
+}  // namespace bkoq::test

@@ -8,6 +8,8 @@
 #include "tests/support/failing_new.h"
 #include "tests/support/private_member.h"
 
+namespace bkoq::test {
+
 // The three lists that no accessor reads, but that every copy carries.
 struct CustomLists {
   using Type = RWSlistCollectables (BKQCustomSchedule::*)[3];
@@ -218,3 +220,4 @@ TEST(CustomSchedule, CopyHasTheReservedLists) {
 }
 
 }  // namespace
+}  // namespace bkoq::test

@@ -8,6 +8,7 @@
 #include "tests/support/counted.h"
 #include "tests/support/failing_new.h"
 
+namespace bkoq::test {
 namespace {
 
 TEST(TapeXtension, Attributes) {
@@ -218,3 +219,4 @@ TEST(Tape, CopyHoldsPartsTwiceAndSharesTheExtension) {
 }
 
 }  // namespace
+}  // namespace bkoq::test

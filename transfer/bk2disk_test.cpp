@@ -13,6 +13,7 @@
 #include "tests/support/rows.h"
 #include "tests/support/stderr_capture.h"
 
+namespace bkoq::test {
 namespace {
 
 constexpr unsigned int kUnixNode = 3;
@@ -694,3 +695,4 @@ TEST(DiskConversions, OfTheTwoLayoutsKeepTheirNamesApart) {
 }
 
 }  // namespace
+}  // namespace bkoq::test

@@ -10,6 +10,7 @@
 #include "tests/support/layouts.h"
 #include "tests/support/rows.h"
 
+namespace bkoq::test {
 namespace {
 
 template <class L>
@@ -108,3 +109,4 @@ TYPED_TEST(EMailConversion, ForeignClassMayGoOnFromMHS) {
 }
 
 }  // namespace
+}  // namespace bkoq::test

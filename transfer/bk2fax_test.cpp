@@ -11,6 +11,7 @@
 #include "tests/support/layouts.h"
 #include "tests/support/rows.h"
 
+namespace bkoq::test {
 namespace {
 
 template <class L>
@@ -78,3 +79,4 @@ TYPED_TEST(FaxConversion, ReceiverAlone) {
 }
 
 }  // namespace
+}  // namespace bkoq::test

@@ -11,6 +11,7 @@
 #include "tests/support/rows.h"
 #include "tests/support/time_zone.h"
 
+namespace bkoq::test {
 namespace {
 
 BKQFilter::BKQInclExclType kind(unsigned int code) {
@@ -334,3 +335,4 @@ TEST(FilterConversions, OfBothLayoutsGiveTheSameBytes) {
 }
 
 }  // namespace
+}  // namespace bkoq::test

@@ -7,6 +7,7 @@
 #include "tests/support/layouts.h"
 #include "tests/support/rows.h"
 
+namespace bkoq::test {
 namespace {
 
 template <class L>
@@ -85,3 +86,4 @@ TYPED_TEST(OpenFileConversion, CloneKeepsItsOwnValues) {
 }
 
 }  // namespace
+}  // namespace bkoq::test

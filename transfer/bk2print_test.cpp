@@ -10,6 +10,7 @@
 #include "tests/support/layouts.h"
 #include "tests/support/rows.h"
 
+namespace bkoq::test {
 namespace {
 
 template <class L>
@@ -63,3 +64,4 @@ TYPED_TEST(PrintQueueConversion, LeavesNullForAnEmptyText) {
 }
 
 }  // namespace
+}  // namespace bkoq::test

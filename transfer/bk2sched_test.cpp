@@ -12,6 +12,7 @@
 #include "tests/support/rows.h"
 #include "tests/support/time_zone.h"
 
+namespace bkoq::test {
 namespace {
 
 template <class L>
@@ -238,3 +239,4 @@ TEST(ScheduleOfTheCurrentLayout, CarriesNoJobTypes) {
 }
 
 }  // namespace
+}  // namespace bkoq::test

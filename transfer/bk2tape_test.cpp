@@ -13,6 +13,7 @@
 #include "tests/support/rows.h"
 #include "tests/support/stderr_capture.h"
 
+namespace bkoq::test {
 namespace {
 
 constexpr unsigned int kExtensionBit = 0x8000000;
@@ -398,7 +399,7 @@ TYPED_TEST(TapeConversion, KeepsTheTapesOptions) {
 
 // The current layout has a record for the extension; the tape's own end time goes nowhere.
 
-using CurrentTape = TapeConversion<Current>;
+using CurrentTape = TapeConversion<CurrentLayout>;
 
 TEST_F(CurrentTape, ExtensionBecomesARecord) {
   BKQTapeXtension extension(-1000);
@@ -473,3 +474,4 @@ TEST(TapeExtension, ConvertsByItself) {
 }
 
 }  // namespace
+}  // namespace bkoq::test

@@ -9,6 +9,7 @@
 #include "bkoq/bktime.h"
 #include "tests/support/time_zone.h"
 
+namespace bkoq::test {
 namespace {
 
 // The prototypes: a 32-bit value and the platform's calendar time.
@@ -121,3 +122,4 @@ TEST(BKConvert, FollowAChangeOfTheZone) {
 }
 
 }  // namespace
+}  // namespace bkoq::test

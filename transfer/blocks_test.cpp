@@ -6,6 +6,7 @@
 #include <initializer_list>
 #include <string>
 
+namespace bkoq::test {
 namespace {
 
 // No two bytes of it alike up to 94, so that each one copied from elsewhere shows.
@@ -55,3 +56,4 @@ TEST(Blocks, HoldTextsOfAnyLength) {
 }
 
 }  // namespace
+}  // namespace bkoq::test

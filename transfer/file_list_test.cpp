@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+namespace bkoq::test {
 namespace {
 
 TEST(FileList, LengthOfItsFirstTexts) {
@@ -15,3 +16,4 @@ TEST(FileList, LengthOfItsFirstTexts) {
 }
 
 }  // namespace
+}  // namespace bkoq::test

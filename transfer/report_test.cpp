@@ -8,6 +8,7 @@
 #include "tests/support/heap.h"
 #include "tests/support/stderr_capture.h"
 
+namespace bkoq::test {
 namespace {
 
 struct Report {
@@ -48,3 +49,4 @@ TEST(Report, NeedsNoMemory) {
 }
 
 }  // namespace
+}  // namespace bkoq::test

@@ -9,6 +9,7 @@
 #include "tests/support/rows.h"
 #include "tests/support/time_zone.h"
 
+namespace bkoq::test {
 namespace {
 
 // A schedule of times zero whose mask has units of these job types.
@@ -130,3 +131,4 @@ TEST(ScheduleOfPreviousLayout, CloneRepeatsTheJobTypes) {
 }
 
 }  // namespace
+}  // namespace bkoq::test

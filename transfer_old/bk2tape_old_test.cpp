@@ -6,6 +6,7 @@
 #include "tests/support/layouts.h"
 #include "tests/support/rows.h"
 
+namespace bkoq::test {
 namespace {
 
 TEST(TapeOfPreviousLayout, CarriesTheSessionEndTimeItself) {
@@ -81,3 +82,4 @@ TEST(TapeOfPreviousLayout, CarriesTheWholeTapeID) {
 }
 
 }  // namespace
+}  // namespace bkoq::test

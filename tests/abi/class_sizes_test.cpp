@@ -1,5 +1,7 @@
 #include <bkoq/bkoq.h>
 
+namespace bkoq::test {
+
 // The size of each class is part of the contract with the clients that derive from it or hold it.
 
 namespace {
@@ -97,3 +99,4 @@ EXPECT_SIZE(BKQMHSEMail, 52);
 EXPECT_SIZE(BKQOpenFileInfo, 16);
 
 }  // namespace
+}  // namespace bkoq::test

@@ -2,6 +2,8 @@
 
 #include <type_traits>
 
+namespace bkoq::test {
+
 // Objects that hold others by address are copied by clone() and mycopy() alone: a constructor or an
 // assignment would leave two owners of one object.
 
@@ -40,3 +42,4 @@ class ForeignDiskNode : public BKQDiskNode {
 static_assert(kNotCopyable<ForeignNode, ForeignDiskNode>, "");
 
 }  // namespace
+}  // namespace bkoq::test

@@ -21,6 +21,7 @@
 #include "tests/support/layouts.h"
 #include "tests/support/rows.h"
 
+namespace bkoq::test {
 namespace {
 
 // Where the operations of a collectable stand.
@@ -380,3 +381,5 @@ TEST_F(Slots, FaxPrintQueueAndOpenFileInfoClone) {
 }  // namespace
 
 #endif
+
+}  // namespace bkoq::test

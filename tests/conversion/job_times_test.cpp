@@ -12,6 +12,7 @@
 #include "tests/support/layouts.h"
 #include "tests/support/time_zone.h"
 
+namespace bkoq::test {
 namespace {
 
 BKQTimeFilter::BKQTimeAttrType modified() { return static_cast<BKQTimeFilter::BKQTimeAttrType>(1); }
@@ -167,3 +168,4 @@ TYPED_TEST(JobTimes, AFilterAloneIsReadInTheZoneInForce) {
 }
 
 }  // namespace
+}  // namespace bkoq::test

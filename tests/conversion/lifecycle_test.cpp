@@ -14,6 +14,7 @@
 #include "tests/support/rows.h"
 #include "tests/support/time_zone.h"
 
+namespace bkoq::test {
 namespace {
 
 // How often each part is found in the records of a filled job, and in those of its clone.
@@ -350,3 +351,4 @@ INSTANTIATE_TEST_SUITE_P(EveryClass, Life, testing::ValuesIn(kKinds),
                          });
 
 }  // namespace
+}  // namespace bkoq::test

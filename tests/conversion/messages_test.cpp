@@ -17,6 +17,7 @@
 #include "tests/support/rows.h"
 #include "tests/support/stderr_capture.h"
 
+namespace bkoq::test {
 namespace {
 
 std::string failedToConvert(std::initializer_list<const char*> parts) {
@@ -622,3 +623,4 @@ TYPED_TEST(ArraysInUse, BackupTakesANewDestination) {
 }
 
 }  // namespace
+}  // namespace bkoq::test

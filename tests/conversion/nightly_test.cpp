@@ -7,6 +7,8 @@
 #include "tests/support/nightly_records.h"
 #include "tests/support/parts.h"
 
+namespace bkoq::test {
+
 // The nightly backup of the examples, on every path that a client can take it.
 
 namespace {
@@ -56,3 +58,4 @@ TEST_F(NightlyBackupTest, CloneFlattensDoubled) {
 }
 
 }  // namespace
+}  // namespace bkoq::test

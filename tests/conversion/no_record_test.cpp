@@ -9,6 +9,7 @@
 #include "tests/support/layouts.h"
 #include "tests/support/stderr_capture.h"
 
+namespace bkoq::test {
 namespace {
 
 template <class Layout>
@@ -116,3 +117,4 @@ TYPED_TEST(NoRecord, Schedules) {
 }
 
 }  // namespace
+}  // namespace bkoq::test

@@ -14,11 +14,12 @@
 #include "tests/support/name_list.h"
 #include "tests/support/state_values.h"
 
+namespace bkoq::test {
 namespace {
 
 // Taken before any test runs: the library is loaded then, and nothing is flattened yet.
-const StateValues kCurrentAtLoad = stateOf<Current>();
-const StateValues kPreviousAtLoad = stateOf<Previous>();
+const StateValues kCurrentAtLoad = stateOf<CurrentLayout>();
+const StateValues kPreviousAtLoad = stateOf<PreviousLayout>();
 
 TEST(StateVariables, AreEmptyAtLoad) {
   expectState(kCurrentAtLoad, kEmptyState);
@@ -253,3 +254,4 @@ TYPED_TEST(StateOfAFlattening, TapeVariablesAreTakenFromTheClientToo) {
 }
 
 }  // namespace
+}  // namespace bkoq::test

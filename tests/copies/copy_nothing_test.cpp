@@ -7,6 +7,7 @@
 #include <typeinfo>
 #include <vector>
 
+namespace bkoq::test {
 namespace {
 
 template <class Object>
@@ -73,3 +74,4 @@ TEST(CopyOfNothing, ChangesNoNotification) {
 }
 
 }  // namespace
+}  // namespace bkoq::test

@@ -21,6 +21,8 @@
 #include "tests/support/parts.h"
 #include "tests/support/private_member.h"
 
+namespace bkoq::test {
+
 // The names of a disk item, which nothing else deletes.
 struct FuzzedFiles {
   using Type = BKQStringCol BKQDiskItem::*;
@@ -77,10 +79,10 @@ class OneAttribute {
       : input_(input), object_(object), left_(number) {}
 
   template <class Value, class Getter, class Class, class Parameter>
-  void operator()(const char* /*name*/, randomjobs::Attribute<Value>& /*attribute*/, Getter getter,
+  void operator()(const char* /*name*/, Attribute<Value>& /*attribute*/, Getter getter,
                   void (Class::*setter)(Parameter)) {
     if (left_-- != 0) return;
-    if constexpr (std::is_same<Value, randomjobs::Text>::value) {
+    if constexpr (std::is_same<Value, Text>::value) {
       const std::string text = input_.text();
       (object_.*setter)(text.empty() ? nullptr : text.c_str());
       const RWCString& got = (object_.*getter)();
@@ -402,7 +404,6 @@ void Session::makeJob() {
 }
 
 void Session::setAttribute() {
-  using namespace randomjobs;  // NOLINT: the lists of attributes
   switch (input_.below(9)) {
     case 0:
       if (auto* disk = pick(disks_)) {
@@ -696,7 +697,6 @@ void Session::enumerate() {
 }
 
 void Session::makeSchedule(Job& job) {
-  using namespace randomjobs;  // NOLINT: the lists of attributes
   BKQSchedule* schedule = nullptr;
   switch (input_.below(4)) {
     case 0:
@@ -762,7 +762,6 @@ void Session::makeSchedule(Job& job) {
 }
 
 void Session::attach(Job& job) {
-  using namespace randomjobs;  // NOLINT: the lists of attributes
   switch (input_.below(7)) {
     case 0:
       return makeSchedule(job);
@@ -973,9 +972,10 @@ void Session::flatten(Job& job) {
 }
 
 }  // namespace
+}  // namespace bkoq::test
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
-  Session session(data, size);
+  bkoq::test::Session session(data, size);
   session.run();
   return 0;
 }

@@ -9,6 +9,7 @@
 #include "tests/memory/wrap_malloc.h"
 #include "tests/support/layouts.h"
 
+namespace bkoq::test {
 namespace {
 
 // Three machines of two disks of three items each, four filters for all of them, one tape.
@@ -71,3 +72,4 @@ TYPED_TEST(TypicalJob, MakesTheBlocksOfItsRecordsAndNoOther) {
 }
 
 }  // namespace
+}  // namespace bkoq::test

@@ -2,6 +2,7 @@
 
 #include <stdlib.h>
 
+namespace bkoq::test {
 namespace {
 Allocations* active = nullptr;
 }
@@ -25,6 +26,10 @@ void Allocations::moved(void* from, void* to) {
   blocks_.erase(from);
   blocks_.insert(to);
 }
+
+}  // namespace bkoq::test
+
+using bkoq::test::active;
 
 // Visible, since the linker also wraps what the sanitizers' libraries refer to.
 #pragma GCC visibility push(default)

@@ -5,6 +5,8 @@
 #include <set>
 #include <vector>
 
+namespace bkoq::test {
+
 // The library's own allocations, one by one: the linker sends each call of malloc() and realloc()
 // in the library's objects here.
 
@@ -49,5 +51,7 @@ class Allocations {
   std::set<void*> blocks_;
   void* lost_ = nullptr;
 };
+
+}  // namespace bkoq::test
 
 #endif  // BKOQ_TESTS_MEMORY_WRAP_MALLOC_H_

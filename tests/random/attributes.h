@@ -8,7 +8,7 @@
 
 #include "tests/random/plan.h"
 
-namespace randomjobs {
+namespace bkoq::test {
 
 template <class Plan, class Visitor>
 void eachOfJob(Plan& plan, Visitor& visit) {
@@ -305,6 +305,6 @@ void eachOfCruiseSchedule(Plan& plan, Visitor& visit) {
   visit("cruise method", plan.method, &Schedule::getCruiseMethod, &Schedule::setCruiseMethod);
 }
 
-}  // namespace randomjobs
+}  // namespace bkoq::test
 
 #endif  // BKOQ_TESTS_RANDOM_ATTRIBUTES_H_

@@ -7,14 +7,14 @@
 #include "tests/support/parts.h"
 #include "tests/support/private_member.h"
 
+namespace bkoq::test {
+
 // The names of a disk item, which nothing else deletes.
 struct ItemFiles {
   using Type = BKQStringCol BKQDiskItem::*;
   friend constexpr Type privateMember(ItemFiles);
 };
 template struct PrivateMember<ItemFiles, &BKQDiskItem::files_>;
-
-namespace randomjobs {
 
 namespace {
 
@@ -736,4 +736,4 @@ BKQJob* Builder::copy(BKQJob& source, const JobPlan& plan) {
   return copy;
 }
 
-}  // namespace randomjobs
+}  // namespace bkoq::test

@@ -10,7 +10,7 @@
 #include "tests/random/plan.h"
 #include "tests/random/random.h"
 
-namespace randomjobs {
+namespace bkoq::test {
 
 // Applies plans to the public classes and owns what comes of it.
 class Builder {
@@ -106,6 +106,6 @@ class FailingFilter : public BKQFilter {
   int convertToBK2_old(void*& /*entry*/) override { return 0; }
 };
 
-}  // namespace randomjobs
+}  // namespace bkoq::test
 
 #endif  // BKOQ_TESTS_RANDOM_BUILD_H_

@@ -9,7 +9,7 @@
 #include "tests/random/attributes.h"
 #include "tests/random/expect.h"
 
-namespace randomjobs {
+namespace bkoq::test {
 
 namespace {
 
@@ -593,4 +593,4 @@ std::string checkAllHandedOut(BKQJob& job, const JobPlan& plan, Random& random) 
   return checker.problem;
 }
 
-}  // namespace randomjobs
+}  // namespace bkoq::test

@@ -8,7 +8,7 @@
 #include "tests/random/plan.h"
 #include "tests/random/random.h"
 
-namespace randomjobs {
+namespace bkoq::test {
 
 // Asks a job for everything that its plan told it, by getters and by enumerations in pages of
 // random size. Empty when all of it is so, else what is not.
@@ -18,6 +18,6 @@ std::string check(BKQJob& job, const JobPlan& plan, Random& random);
 // go on with nothing until they are reset.
 std::string checkAllHandedOut(BKQJob& job, const JobPlan& plan, Random& random);
 
-}  // namespace randomjobs
+}  // namespace bkoq::test
 
 #endif  // BKOQ_TESTS_RANDOM_CHECK_H_

@@ -1,6 +1,6 @@
 #include "tests/random/copy_plan.h"
 
-namespace randomjobs {
+namespace bkoq::test {
 
 namespace {
 
@@ -111,4 +111,4 @@ std::shared_ptr<JobPlan> copyOf(const JobPlan& job) {
   return copy;
 }
 
-}  // namespace randomjobs
+}  // namespace bkoq::test

@@ -2,7 +2,7 @@
 
 #include "tests/random/attributes.h"
 
-namespace randomjobs {
+namespace bkoq::test {
 
 const char* const kJobClassNames[kJobClasses] = {"BKQJob",
                                                  "BKQBackupJob",
@@ -473,4 +473,4 @@ State Drawer::state() {
   return state;
 }
 
-}  // namespace randomjobs
+}  // namespace bkoq::test

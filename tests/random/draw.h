@@ -7,7 +7,7 @@
 #include "tests/random/plan.h"
 #include "tests/random/random.h"
 
-namespace randomjobs {
+namespace bkoq::test {
 
 class Drawer {
  public:
@@ -76,6 +76,6 @@ class Drawer {
   List<TapePlan> tapesDrawn_;
 };
 
-}  // namespace randomjobs
+}  // namespace bkoq::test
 
 #endif  // BKOQ_TESTS_RANDOM_DRAW_H_

@@ -1,6 +1,6 @@
 #include "tests/random/expect.h"
 
-namespace randomjobs {
+namespace bkoq::test {
 
 namespace {
 
@@ -734,4 +734,4 @@ bool Expectation::filter(const FilterPlan& plan, Record entry) {
   return true;
 }
 
-}  // namespace randomjobs
+}  // namespace bkoq::test

@@ -10,7 +10,7 @@
 #include "tests/random/plan.h"
 #include "tests/random/tree.h"
 
-namespace randomjobs {
+namespace bkoq::test {
 
 // The state variables of one layout.
 struct State {
@@ -115,6 +115,6 @@ class Expectation {
   std::string messages_;
 };
 
-}  // namespace randomjobs
+}  // namespace bkoq::test
 
 #endif  // BKOQ_TESTS_RANDOM_EXPECT_H_

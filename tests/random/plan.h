@@ -11,7 +11,7 @@
 #include <string>
 #include <vector>
 
-namespace randomjobs {
+namespace bkoq::test {
 
 using Text = std::string;
 
@@ -366,6 +366,6 @@ struct Call {
   Text overridePath;  // compares
 };
 
-}  // namespace randomjobs
+}  // namespace bkoq::test
 
 #endif  // BKOQ_TESTS_RANDOM_PLAN_H_

@@ -3,7 +3,7 @@
 
 #include <cstdint>
 
-namespace randomjobs {
+namespace bkoq::test {
 
 // A generator whose numbers depend on the seed alone, on every machine.
 class Random {
@@ -29,6 +29,6 @@ class Random {
   std::uint64_t state_;
 };
 
-}  // namespace randomjobs
+}  // namespace bkoq::test
 
 #endif  // BKOQ_TESTS_RANDOM_RANDOM_H_

@@ -38,7 +38,7 @@
 #endif
 #endif
 
-namespace randomjobs {
+namespace bkoq::test {
 
 namespace {
 
@@ -712,6 +712,6 @@ int runAll(int argc, char** argv) {
 
 }  // namespace
 
-}  // namespace randomjobs
+}  // namespace bkoq::test
 
-int main(int argc, char** argv) { return randomjobs::runAll(argc, argv); }
+int main(int argc, char** argv) { return bkoq::test::runAll(argc, argv); }

@@ -7,7 +7,7 @@
 #include <cstdlib>
 #include <cstring>
 
-namespace randomjobs {
+namespace bkoq::test {
 
 namespace {
 
@@ -226,4 +226,4 @@ void Tree::freeFound(bool withRoot) {
   }
 }
 
-}  // namespace randomjobs
+}  // namespace bkoq::test

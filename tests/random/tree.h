@@ -8,7 +8,7 @@
 #include <string>
 #include <vector>
 
-namespace randomjobs {
+namespace bkoq::test {
 
 class Tree;
 
@@ -94,6 +94,6 @@ class Tree {
   std::vector<const void*> sorted_;
 };
 
-}  // namespace randomjobs
+}  // namespace bkoq::test
 
 #endif  // BKOQ_TESTS_RANDOM_TREE_H_

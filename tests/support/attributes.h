@@ -7,6 +7,8 @@
 #include <memory>
 #include <type_traits>
 
+namespace bkoq::test {
+
 // What every plain attribute promises: its value at first, that the getter gives back what the
 // setter took, and that a copy has it, too.
 
@@ -67,5 +69,7 @@ void expectTime(Object& object, const RWCollectableTime& (Base::*get)() const,
   EXPECT_EQ((object.*get)().seconds(), 3255627600UL);
   inACopy(object, [=](Object& copy) { EXPECT_EQ((copy.*get)().seconds(), 3255627600UL); });
 }
+
+}  // namespace bkoq::test
 
 #endif  // BKOQ_TESTS_SUPPORT_ATTRIBUTES_H_

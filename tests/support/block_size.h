@@ -14,6 +14,8 @@
 #endif
 #endif
 
+namespace bkoq::test {
+
 // AddressSanitizer's allocator knows the exact size of a block, but copies it on each realloc().
 #ifdef BKOQ_TESTS_SUPPORT_SANITIZED
 constexpr bool kSanitized = true;
@@ -31,5 +33,7 @@ inline void expectBlockSize(const void* block, std::size_t size) {
     EXPECT_GE(usable, size);
   }
 }
+
+}  // namespace bkoq::test
 
 #endif  // BKOQ_TESTS_SUPPORT_BLOCK_SIZE_H_

@@ -4,6 +4,8 @@
 #include <string>
 #include <utility>
 
+namespace bkoq::test {
+
 // An object whose destruction the test sees: adds 1 to the counter that it was made with.
 template <class Object>
 class Counted : public Object {
@@ -33,5 +35,7 @@ class Logged : public Object {
  private:
   std::string& log_;
 };
+
+}  // namespace bkoq::test
 
 #endif  // BKOQ_TESTS_SUPPORT_COUNTED_H_

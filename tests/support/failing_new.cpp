@@ -3,6 +3,7 @@
 #include <cstddef>
 #include <new>
 
+namespace bkoq::test {
 namespace {
 
 unsigned int failsAt = 0;  // 0: never
@@ -27,9 +28,11 @@ FailingNew::~FailingNew() { failsAt = 0; }
 
 bool FailingNew::hasFailed() const { return allocations >= failsAt; }
 
+}  // namespace bkoq::test
+
 // Takes the place of the standard one in the whole process, the library included.
 void* operator new(std::size_t size, const std::nothrow_t& /*tag*/) noexcept {
-  if (failsNow()) return nullptr;
+  if (bkoq::test::failsNow()) return nullptr;
   try {
     return ::operator new(size);
   } catch (...) {

@@ -1,6 +1,8 @@
 #ifndef BKOQ_TESTS_SUPPORT_FAILING_NEW_H_
 #define BKOQ_TESTS_SUPPORT_FAILING_NEW_H_
 
+namespace bkoq::test {
+
 // While one of these lives, the `nth` allocation that may answer null (`new (std::nothrow)`) fails,
 // counted from 1; with kFromThenOn, all behind it fail, too.
 class FailingNew {
@@ -15,5 +17,7 @@ class FailingNew {
   // Whether there were as many allocations.
   bool hasFailed() const;
 };
+
+}  // namespace bkoq::test
 
 #endif  // BKOQ_TESTS_SUPPORT_FAILING_NEW_H_

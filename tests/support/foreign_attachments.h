@@ -6,6 +6,8 @@
 #include <functional>
 #include <utility>
 
+namespace bkoq::test {
+
 // Schedule and e-mail classes of a client's own, which do in a flattening what the test says. The
 // function gets the block inside the job record and whether it is for the previous layout; its
 // result is the conversion's.
@@ -48,5 +50,7 @@ class ForeignEMail : public BKQEMail {
  private:
   ForeignConversion conversion_;
 };
+
+}  // namespace bkoq::test
 
 #endif  // BKOQ_TESTS_SUPPORT_FOREIGN_ATTACHMENTS_H_

@@ -3,6 +3,8 @@
 
 #include <bkoq/bkoq.h>
 
+namespace bkoq::test {
+
 // A filter class of a client's own. It marks the entry that it is handed, each layout with another
 // type, and answers `result`.
 class ForeignFilter : public BKQFilter {
@@ -24,5 +26,7 @@ class ForeignFilter : public BKQFilter {
 
   int result_;
 };
+
+}  // namespace bkoq::test
 
 #endif  // BKOQ_TESTS_SUPPORT_FOREIGN_FILTER_H_

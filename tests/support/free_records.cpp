@@ -5,6 +5,7 @@
 #include <cstdlib>
 #include <initializer_list>
 
+namespace bkoq::test {
 namespace {
 
 template <class Tape>
@@ -158,3 +159,5 @@ void freeSessionPasswords() {
     *variable = nullptr;
   }
 }
+
+}  // namespace bkoq::test

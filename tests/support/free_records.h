@@ -4,6 +4,8 @@
 #include <bkoq/records.h>
 #include <bkoq/records_old.h>
 
+namespace bkoq::test {
+
 // What the owner of a record tree does with it in the end. Each takes what a failed conversion left
 // behind as well: a raised count over a null array, a partly filled record.
 void freeFilters(BKFILTER_FILE* filters, uint32_t count);
@@ -22,5 +24,7 @@ void freeNodeContents(BKNODE_OLD& node, Media media);
 // Frees the copies that the flattenings left to the readers of the state variables, so that a test
 // leaves no block behind. Each further flattening abandons the copy before it.
 void freeSessionPasswords();
+
+}  // namespace bkoq::test
 
 #endif  // BKOQ_TESTS_SUPPORT_FREE_RECORDS_H_

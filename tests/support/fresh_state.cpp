@@ -3,6 +3,8 @@
 
 #include <initializer_list>
 
+namespace bkoq::test {
+
 // The state variables outlive a flattening by design; every test finds them as they are at load.
 
 namespace {
@@ -32,3 +34,4 @@ const bool kRegistered = [] {
 }();
 
 }  // namespace
+}  // namespace bkoq::test

@@ -6,6 +6,8 @@
 #include <sanitizer/asan_interface.h>
 #endif
 
+namespace bkoq::test {
+
 // What the functions of the C library's heap tell.
 struct Heap {
   static bool isWatched;
@@ -47,14 +49,19 @@ BlockWatch::~BlockWatch() {
   *link = next_;
 }
 
+// A freed block is poisoned by AddressSanitizer, and is not handed out again for long.
 #ifdef BKOQ_TESTS_SUPPORT_SANITIZED
-
-// A freed block is poisoned, and is not handed out again for long.
 bool BlockWatch::isFreed() const { return __asan_address_is_poisoned(block_) != 0; }
 
 #else
-
 bool BlockWatch::isFreed() const { return isFreed_; }
+#endif
+
+}  // namespace bkoq::test
+
+#ifndef BKOQ_TESTS_SUPPORT_SANITIZED
+
+using bkoq::test::Heap;
 
 // These take the place of the C library's own in the whole process. The test programs whose linker
 // wraps malloc() and realloc() come here from the real ones.

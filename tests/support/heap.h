@@ -3,6 +3,8 @@
 
 #include "tests/support/block_size.h"
 
+namespace bkoq::test {
+
 // The heap of the whole process, all its libraries included. With AddressSanitizer, which brings a
 // heap of its own, allocations are not seen; blocks that are freed are.
 constexpr bool kSeesAllocations = !kSanitized;
@@ -36,5 +38,7 @@ class BlockWatch {
   bool isFreed_ = false;
   BlockWatch* next_;
 };
+
+}  // namespace bkoq::test
 
 #endif  // BKOQ_TESTS_SUPPORT_HEAP_H_

@@ -8,8 +8,10 @@
 #include <type_traits>
 #include <utility>
 
+namespace bkoq::test {
+
 // The two layouts as tests see them: what a test of both takes as its type parameter.
-struct Current {
+struct CurrentLayout {
   static constexpr bool kPrevious = false;
   using Job = BKQJDATATRANSFER;
   using Node = BKNODE;
@@ -42,7 +44,7 @@ struct Current {
   static RWCollectableString& diskName() { return DISK_DISKNAME; }
 };
 
-struct Previous {
+struct PreviousLayout {
   static constexpr bool kPrevious = true;
   using Job = BKQJDATATRANSFER_OLD;
   using Node = BKNODE_OLD;
@@ -74,10 +76,12 @@ struct Previous {
   static RWCollectableString& diskName() { return DISK_DISKNAME_OLD; }
 };
 
-using Layouts = testing::Types<Current, Previous>;
+using Layouts = testing::Types<CurrentLayout, PreviousLayout>;
 
 // The layout whose state variables a conversion into `Layout` must not touch.
 template <class Layout>
-using OtherLayout = std::conditional_t<Layout::kPrevious, Current, Previous>;
+using OtherLayout = std::conditional_t<Layout::kPrevious, CurrentLayout, PreviousLayout>;
+
+}  // namespace bkoq::test
 
 #endif  // BKOQ_TESTS_SUPPORT_LAYOUTS_H_

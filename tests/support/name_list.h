@@ -6,6 +6,8 @@
 #include <deque>
 #include <initializer_list>
 
+namespace bkoq::test {
+
 // A list of names as clients pass it to the conversions, with the texts that it refers to.
 class NameList : public RWSlistCollectables {
  public:
@@ -19,5 +21,7 @@ class NameList : public RWSlistCollectables {
  private:
   std::deque<RWCollectableString> texts_;
 };
+
+}  // namespace bkoq::test
 
 #endif  // BKOQ_TESTS_SUPPORT_NAME_LIST_H_

@@ -4,6 +4,7 @@
 
 #include "tests/support/rows.h"
 
+namespace bkoq::test {
 namespace {
 
 // Where the arrays of a record stand: offset of the count, offset of the pointer, element size.
@@ -416,3 +417,5 @@ void checkNightlyRecords(const void* job, Layout layout, Origin origin) {
   ASSERT_NE(job, nullptr);
   Checker(layout, origin).checkJob(job);
 }
+
+}  // namespace bkoq::test

@@ -1,6 +1,8 @@
 #ifndef BKOQ_TESTS_SUPPORT_NIGHTLY_RECORDS_H_
 #define BKOQ_TESTS_SUPPORT_NIGHTLY_RECORDS_H_
 
+namespace bkoq::test {
+
 // What the nightly backup of the examples must turn into, byte for byte, with TZ=EST5.
 
 enum class Layout { kCurrent, kPrevious };
@@ -10,5 +12,7 @@ enum class Layout { kCurrent, kPrevious };
 enum class Origin { kFilled, kCloned };
 
 void checkNightlyRecords(const void* job, Layout layout, Origin origin);
+
+}  // namespace bkoq::test
 
 #endif  // BKOQ_TESTS_SUPPORT_NIGHTLY_RECORDS_H_

@@ -2,6 +2,7 @@
 
 #include <memory>
 
+namespace bkoq::test {
 namespace {
 
 // Everything in a list, by the enumeration that hands it out.
@@ -119,3 +120,5 @@ void deleteClone(BKQJob* clone, BKQJob& source) {
     if (shared.count(part) == 0) delete part;
   }
 }
+
+}  // namespace bkoq::test

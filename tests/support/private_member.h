@@ -1,6 +1,8 @@
 #ifndef BKOQ_TESTS_SUPPORT_PRIVATE_MEMBER_H_
 #define BKOQ_TESTS_SUPPORT_PRIVATE_MEMBER_H_
 
+namespace bkoq::test {
+
 // Some members have no accessor, but every copy carries them. A test reaches one so:
 //
 //   struct Reserved {
@@ -10,11 +12,13 @@
 //   template struct PrivateMember<Reserved, &BKQJob::reserved_>;
 //   ... job.*privateMember(Reserved()) ...
 //
-// since access is not checked in an explicit instantiation. The tag stands in the global namespace,
-// where the function of the template is.
+// since access is not checked in an explicit instantiation. The tag is in the namespace of the
+// template, where its function is.
 template <class Tag, typename Tag::Type member>
 struct PrivateMember {
   friend constexpr typename Tag::Type privateMember(Tag /*tag*/) { return member; }
 };
+
+}  // namespace bkoq::test
 
 #endif  // BKOQ_TESTS_SUPPORT_PRIVATE_MEMBER_H_

@@ -4,6 +4,8 @@
 
 #include <cstring>
 
+namespace bkoq::test {
+
 Row number(std::size_t offset, std::size_t width, std::uint32_t value) {
   return {Row::kNumber, offset, width, value, {}};
 }
@@ -55,3 +57,5 @@ void expectRows(const std::string& what, const void* record, std::size_t size,
     EXPECT_EQ(static_cast<const unsigned char*>(record)[i], 0) << what << " at " << i;
   }
 }
+
+}  // namespace bkoq::test

@@ -6,6 +6,8 @@
 #include <string>
 #include <vector>
 
+namespace bkoq::test {
+
 // A record is expected as rows: what stands at which byte, in which width. Every byte that no row
 // names must be zero, so a test that lists its rows states the whole record.
 struct Row {
@@ -38,5 +40,7 @@ void expectRows(const std::string& what, const void* record, std::size_t size,
 // The pointer in the record at `offset`, and what stands there as a number.
 const char* pointerAt(const void* record, std::size_t offset);
 std::uint32_t numberAt(const void* record, std::size_t offset, std::size_t width);
+
+}  // namespace bkoq::test
 
 #endif  // BKOQ_TESTS_SUPPORT_ROWS_H_

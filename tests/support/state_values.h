@@ -7,6 +7,8 @@
 
 #include "tests/support/layouts.h"
 
+namespace bkoq::test {
+
 // All variables of a layout, to be compared as a whole.
 struct StateValues {
   unsigned int newTapeTimeout;
@@ -49,5 +51,7 @@ inline void expectState(const StateValues& values, const StateValues& expected) 
 }
 
 static const StateValues kEmptyState = {0, 0, 0, 0, nullptr, nullptr, 0, 0, 0, 0, 0, ""};
+
+}  // namespace bkoq::test
 
 #endif  // BKOQ_TESTS_SUPPORT_STATE_VALUES_H_

@@ -10,6 +10,8 @@
 #include <utility>
 #include <vector>
 
+namespace bkoq::test {
+
 // What `action` writes to the standard error stream.
 template <class Action>
 std::string standardErrorOf(Action&& action) {
@@ -43,5 +45,7 @@ std::vector<std::string> standardErrorWritesOf(Action&& action) {
   close(ends[1]);
   return writes;
 }
+
+}  // namespace bkoq::test
 
 #endif  // BKOQ_TESTS_SUPPORT_STDERR_CAPTURE_H_

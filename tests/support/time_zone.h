@@ -7,6 +7,8 @@
 #include <ctime>
 #include <string>
 
+namespace bkoq::test {
+
 // Zones as POSIX rules, so that no test depends on the zones that a system has installed.
 constexpr const char* kUtc = "UTC0";
 constexpr const char* kFiveHoursWest = "EST5";
@@ -47,5 +49,7 @@ inline RWCollectableTime storedTime(time_t t) {
 
 constexpr time_t kJanuary = 1705320000;  // 2024-01-15 12:00:00 UTC
 constexpr time_t kJuly = 1721044800;     // 2024-07-15 12:00:00 UTC
+
+}  // namespace bkoq::test
 
 #endif  // BKOQ_TESTS_SUPPORT_TIME_ZONE_H_
