@@ -29,6 +29,9 @@
 namespace bkoq::tool {
 namespace {
 
+using test::kUtc;
+using test::TimeZone;
+
 // ------------------------------------------------------------------- what getters give, as a text
 
 std::string shownTime(const RWTime& time) {
