@@ -5,11 +5,12 @@
 #include "kit/guard.h"
 #include "kit/json.h"
 #include "kit/output.h"
+#include "kit/path.h"
 #include "kit/style.h"
 #include "kit/text.h"
 #include "kit/value.h"
 
-namespace bkoq {
+namespace bkoq::kit {
 namespace {
 
 // A field on one side of a comparison; null where that side has none there.
@@ -275,12 +276,12 @@ BkoqStatus printDifferences(const RecordView& first, const RecordView& second,
 }
 
 }  // namespace
-}  // namespace bkoq
+}  // namespace bkoq::kit
 
 BkoqStatus bkoqCompare(const void* first, BkoqLayout firstLayout, const void* second,
                        BkoqLayout secondLayout, int showSecrets, BkoqDifferenceVisitor visitor,
                        void* user, uint32_t* count) {
-  using namespace bkoq;
+  using namespace bkoq::kit;
   std::uint32_t found = 0;
   if (count != nullptr) *count = 0;
   if (first == nullptr || second == nullptr || !isLayout(firstLayout) || !isLayout(secondLayout)) {
@@ -301,8 +302,8 @@ BkoqStatus bkoqCompare(const void* first, BkoqLayout firstLayout, const void* se
                                     isMasked(difference, showSecrets != 0) ? 1 : 0};
       return visitor(&visit, user) == 0;
     };
-    return compare(RecordView::job(first, toLayout(firstLayout)),
-                   RecordView::job(second, toLayout(secondLayout)), report)
+    return compare(RecordView::job(first, firstLayout), RecordView::job(second, secondLayout),
+                   report)
                ? BKOQ_OK
                : BKOQ_STOPPED;
   });
@@ -313,7 +314,7 @@ BkoqStatus bkoqCompare(const void* first, BkoqLayout firstLayout, const void* se
 BkoqStatus bkoqPrintDifferences(const void* first, BkoqLayout firstLayout, const void* second,
                                 BkoqLayout secondLayout, const BkoqPrintOptions* options,
                                 BkoqSink sink, void* user, uint32_t* count) {
-  using namespace bkoq;
+  using namespace bkoq::kit;
   std::uint32_t found = 0;
   if (count != nullptr) *count = 0;
   if (first == nullptr || second == nullptr || sink == nullptr || !isLayout(firstLayout) ||
@@ -321,8 +322,8 @@ BkoqStatus bkoqPrintDifferences(const void* first, BkoqLayout firstLayout, const
     return BKOQ_BAD_ARGUMENT;
   }
   const BkoqStatus status = guarded([&] {
-    return printDifferences(RecordView::job(first, toLayout(firstLayout)),
-                            RecordView::job(second, toLayout(secondLayout)),
+    return printDifferences(RecordView::job(first, firstLayout),
+                            RecordView::job(second, secondLayout),
                             options != nullptr ? *options : BkoqPrintOptions{}, sink, user, found);
   });
   if (count != nullptr) *count = found;

@@ -5,6 +5,7 @@
 
 #include "kit/test_trees.h"
 
+namespace bkoq::test {
 namespace {
 
 template <class First, class Second>
@@ -300,3 +301,4 @@ TEST(Compare, EndsWhenTheSinkFails) {
 }
 
 }  // namespace
+}  // namespace bkoq::test

@@ -2,9 +2,9 @@
 
 #include "bkoq/kit.h"
 #include "kit/guard.h"
-#include "kit/tree.h"
+#include "kit/walker.h"
 
-namespace bkoq {
+namespace bkoq::kit {
 namespace {
 
 class Freer : public WalkHandler {
@@ -29,14 +29,14 @@ class Freer : public WalkHandler {
 };
 
 }  // namespace
-}  // namespace bkoq
+}  // namespace bkoq::kit
 
 BkoqStatus bkoqFree(void* root, BkoqLayout layout, BkoqFreed* freed) {
-  using namespace bkoq;
+  using namespace bkoq::kit;
   if (freed != nullptr) *freed = BkoqFreed{};
   if (!isLayout(layout)) return BKOQ_BAD_ARGUMENT;
   if (root == nullptr) return BKOQ_OK;
-  const RecordView job = RecordView::job(root, toLayout(layout));
+  const RecordView job = RecordView::job(root, layout);
   Freer freer;
   Walker<Freer>(freer).walk(job);
   freer.release(root, job.def->size);

@@ -5,6 +5,7 @@
 // Everything here runs under LeakSanitizer as well: what the kit forgets is a leak, what it frees
 // twice an error.
 
+namespace bkoq::test {
 namespace {
 
 template <class Job>
@@ -121,3 +122,4 @@ TEST(Free, RefusesAnUnknownLayout) {
 }
 
 }  // namespace
+}  // namespace bkoq::test

@@ -2,9 +2,8 @@
 #define BKOQ_KIT_GUARD_H_
 
 #include "bkoq/kit.h"
-#include "kit/record_table.h"
 
-namespace bkoq {
+namespace bkoq::kit {
 
 // No exception crosses the C interface. The kit itself throws none, so what arrives here is the
 // library's word for memory that ran out, or for a text longer than there can be memory for.
@@ -21,10 +20,6 @@ inline bool isLayout(BkoqLayout layout) {
   return layout == BKOQ_LAYOUT_CURRENT || layout == BKOQ_LAYOUT_PREVIOUS;
 }
 
-inline Layout toLayout(BkoqLayout layout) {
-  return layout == BKOQ_LAYOUT_CURRENT ? Layout::kCurrent : Layout::kPrevious;
-}
-
-}  // namespace bkoq
+}  // namespace bkoq::kit
 
 #endif  // BKOQ_KIT_GUARD_H_

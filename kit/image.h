@@ -4,12 +4,14 @@
 #include <cstddef>
 #include <cstdint>
 
-namespace bkoq {
+#include "bkoq/kit.h"
+
+namespace bkoq::kit {
 
 // The header of an image; every number is little-endian. docs/image-format.md tells the rest.
-constexpr char kImageMagic[8] = {'B', 'K', 'Q', 'I', 'M', 'A', 'G', 'E'};
-constexpr std::uint32_t kImageVersion = 1;
-constexpr std::uint32_t kVersionAt = 8;
+constexpr std::uint32_t kMagicSize = sizeof BKOQ_IMAGE_SIGNATURE - 1;
+constexpr std::uint32_t kVersionAt = kMagicSize;
+static_assert(kVersionAt == 8, "the header is of fixed size");
 constexpr std::uint32_t kLayoutAt = 12;  // 1 current, 2 previous
 constexpr std::uint32_t kSizeAt = 16;
 constexpr std::uint32_t kRootAt = 20;
@@ -43,6 +45,6 @@ inline void storeWord(std::uint8_t* bytes, std::uint32_t value) {
   for (int i = 0; i < 4; ++i) bytes[i] = static_cast<std::uint8_t>(value >> (8 * i));
 }
 
-}  // namespace bkoq
+}  // namespace bkoq::kit
 
 #endif  // BKOQ_KIT_IMAGE_H_

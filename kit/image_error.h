@@ -6,7 +6,7 @@
 
 #include "bkoq/kit.h"
 
-namespace bkoq {
+namespace bkoq::kit {
 
 // Fills in an error and its line; in memory of the caller, since there may be none to be had.
 inline void setImageError(BkoqImageError& error, BkoqImageProblem problem, const char* path,
@@ -21,6 +21,6 @@ inline void setImageError(BkoqImageError& error, BkoqImageProblem problem, const
                 error.expected, error.found);
 }
 
-}  // namespace bkoq
+}  // namespace bkoq::kit
 
 #endif  // BKOQ_KIT_IMAGE_ERROR_H_

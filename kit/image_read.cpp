@@ -6,9 +6,10 @@
 #include "kit/guard.h"
 #include "kit/image.h"
 #include "kit/image_error.h"
-#include "kit/tree.h"
+#include "kit/path.h"
+#include "kit/view.h"
 
-namespace bkoq {
+namespace bkoq::kit {
 namespace {
 
 struct Words {
@@ -35,7 +36,7 @@ class ImageReader {
       : image_(image), size_(size), error_(error) {}
 
   // The tree as far as it could be read; see status().
-  void* read(Layout layout) {
+  void* read(BkoqLayout layout) {
     RecordView job;
     job.def = recordDef(layout, RecordType::kJob);
     job.layout = layout;
@@ -229,16 +230,17 @@ bool checkHeader(const std::uint8_t* image, std::size_t size, BkoqImageError& er
     return fail(BKOQ_IMAGE_SHORT, 0, words("the %u bytes of the header", kHeaderSize),
                 words("%u bytes", total));
   }
-  if (std::memcmp(image, kImageMagic, sizeof kImageMagic) != 0) {
-    char hex[sizeof kImageMagic * 3];
-    for (std::size_t i = 0; i < sizeof kImageMagic; ++i) {
-      std::snprintf(hex + 3 * i, 4, i + 1 < sizeof kImageMagic ? "%02x " : "%02x", image[i]);
+  if (std::memcmp(image, BKOQ_IMAGE_SIGNATURE, kMagicSize) != 0) {
+    char hex[kMagicSize * 3];
+    for (std::size_t i = 0; i < kMagicSize; ++i) {
+      std::snprintf(hex + 3 * i, 4, i + 1 < kMagicSize ? "%02x " : "%02x", image[i]);
     }
-    return fail(BKOQ_IMAGE_MAGIC, 0, words("\"%.8s\"", kImageMagic), words("%s", hex));
+    return fail(BKOQ_IMAGE_MAGIC, 0, words("\"%s\"", BKOQ_IMAGE_SIGNATURE), words("%s", hex));
   }
   const std::uint32_t version = loadWord(image + kVersionAt);
-  if (version != kImageVersion) {
-    return fail(BKOQ_IMAGE_VERSION, kVersionAt, words("version %u", kImageVersion),
+  if (version != BKOQ_IMAGE_FORMAT_VERSION) {
+    return fail(BKOQ_IMAGE_VERSION, kVersionAt,
+                words("version %u", unsigned{BKOQ_IMAGE_FORMAT_VERSION}),
                 words("version %u", unsigned{version}));
   }
   const std::uint32_t layout = loadWord(image + kLayoutAt);
@@ -265,11 +267,11 @@ bool checkHeader(const std::uint8_t* image, std::size_t size, BkoqImageError& er
 }
 
 }  // namespace
-}  // namespace bkoq
+}  // namespace bkoq::kit
 
 BkoqStatus bkoqReadImage(const void* image, size_t size, BkoqLayout* layout, void** root,
                          BkoqImageError* error) {
-  using namespace bkoq;
+  using namespace bkoq::kit;
   BkoqImageError ignored;
   BkoqImageError& report = error != nullptr ? *error : ignored;
   report = BkoqImageError{};
@@ -280,6 +282,6 @@ BkoqStatus bkoqReadImage(const void* image, size_t size, BkoqLayout* layout, voi
   const bool isCurrent = loadWord(bytes + kLayoutAt) == 1;
   *layout = isCurrent ? BKOQ_LAYOUT_CURRENT : BKOQ_LAYOUT_PREVIOUS;
   ImageReader reader(bytes, static_cast<std::uint32_t>(size), report);
-  *root = reader.read(toLayout(*layout));
+  *root = reader.read(*layout);
   return reader.status();
 }

@@ -5,6 +5,7 @@
 
 #include "kit/test_trees.h"
 
+namespace bkoq::test {
 namespace {
 
 using Bytes = std::vector<std::uint8_t>;
@@ -529,3 +530,4 @@ TEST(Image, EndsWhenTheSinkFails) {
 }
 
 }  // namespace
+}  // namespace bkoq::test

@@ -4,9 +4,9 @@
 #include "kit/guard.h"
 #include "kit/image.h"
 #include "kit/image_error.h"
-#include "kit/tree.h"
+#include "kit/walker.h"
 
-namespace bkoq {
+namespace bkoq::kit {
 namespace {
 
 // Puts the blocks one behind the other in the order of the walk and makes their pointers offsets.
@@ -33,10 +33,10 @@ class ImageWriter : public WalkHandler {
     return true;
   }
 
-  const std::vector<std::uint8_t>& finish(Layout layout) {
-    std::memcpy(image_.data(), kImageMagic, sizeof kImageMagic);
-    put(kVersionAt, kImageVersion);
-    put(kLayoutAt, layout == Layout::kCurrent ? 1 : 2);
+  const std::vector<std::uint8_t>& finish(BkoqLayout layout) {
+    std::memcpy(image_.data(), BKOQ_IMAGE_SIGNATURE, kMagicSize);
+    put(kVersionAt, BKOQ_IMAGE_FORMAT_VERSION);
+    put(kLayoutAt, layout == BKOQ_LAYOUT_CURRENT ? 1 : 2);
     put(kSizeAt, static_cast<std::uint32_t>(image_.size()));
     put(kRootAt, kHeaderSize);
     put(kBlocksAt, static_cast<std::uint32_t>(places_.size()));
@@ -59,21 +59,21 @@ class ImageWriter : public WalkHandler {
 };
 
 }  // namespace
-}  // namespace bkoq
+}  // namespace bkoq::kit
 
 BkoqStatus bkoqWriteImage(const void* root, BkoqLayout layout, BkoqSink sink, void* user,
                           BkoqImageError* error) {
-  using namespace bkoq;
+  using namespace bkoq::kit;
   BkoqImageError ignored;
   BkoqImageError& report = error != nullptr ? *error : ignored;
   report = BkoqImageError{};
   if (root == nullptr || sink == nullptr || !isLayout(layout)) return BKOQ_BAD_ARGUMENT;
   return guarded([&] {
     ImageWriter writer(report);
-    if (!Walker<ImageWriter>(writer).walk(RecordView::job(root, toLayout(layout)))) {
+    if (!Walker<ImageWriter>(writer).walk(RecordView::job(root, layout))) {
       return BKOQ_BAD_TREE;
     }
-    const std::vector<std::uint8_t>& image = writer.finish(toLayout(layout));
+    const std::vector<std::uint8_t>& image = writer.finish(layout);
     const int failed = sink(user, reinterpret_cast<const char*>(image.data()), image.size());
     return failed == 0 ? BKOQ_OK : BKOQ_SINK_FAILED;
   });

@@ -3,7 +3,7 @@
 #include "kit/text.h"
 #include "kit/value.h"
 
-namespace bkoq {
+namespace bkoq::kit {
 namespace {
 
 std::string member(const char* name, const std::string& value) {
@@ -133,4 +133,4 @@ std::string jsonValue(const FieldView& field, const Block& block, bool showSecre
   return members;
 }
 
-}  // namespace bkoq
+}  // namespace bkoq::kit

@@ -3,9 +3,9 @@
 
 #include <string>
 
-#include "kit/tree.h"
+#include "kit/view.h"
 
-namespace bkoq {
+namespace bkoq::kit {
 
 constexpr int kJsonVersion = 1;
 
@@ -22,6 +22,6 @@ std::string jsonText(const std::string& text);
 // give their "block", "size" and "count" only.
 std::string jsonValue(const FieldView& field, const Block& block, bool showSecrets);
 
-}  // namespace bkoq
+}  // namespace bkoq::kit
 
 #endif  // BKOQ_KIT_JSON_H_

@@ -6,7 +6,7 @@
 
 #include "bkoq/kit.h"
 
-namespace bkoq {
+namespace bkoq::kit {
 
 // Collects output and hands it to the sink in large pieces. Once the sink has failed it is not
 // called again.
@@ -37,6 +37,6 @@ class Output {
   bool failed_ = false;
 };
 
-}  // namespace bkoq
+}  // namespace bkoq::kit
 
 #endif  // BKOQ_KIT_OUTPUT_H_

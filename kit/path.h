@@ -5,7 +5,7 @@
 #include <cstdint>
 #include <cstring>
 
-namespace bkoq {
+namespace bkoq::kit {
 
 // A path such as "pSourceNodes[2].pMedia[0].pszDiskName". Of fixed size, since the depth of a tree
 // is: the longest path has four arrays with indices of ten digits.
@@ -55,6 +55,6 @@ class Path {
   std::size_t length_ = 0;
 };
 
-}  // namespace bkoq
+}  // namespace bkoq::kit
 
 #endif  // BKOQ_KIT_PATH_H_

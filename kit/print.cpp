@@ -8,7 +8,7 @@
 #include "kit/text.h"
 #include "kit/value.h"
 
-namespace bkoq {
+namespace bkoq::kit {
 namespace {
 
 BkoqStatus print(const RecordView& job, const BkoqPrintOptions& options, const Scope& scope,
@@ -143,15 +143,15 @@ BkoqStatus printAt(const RecordView& job, std::uint32_t block, std::uint32_t off
 }
 
 }  // namespace
-}  // namespace bkoq
+}  // namespace bkoq::kit
 
 BkoqStatus bkoqPrint(const void* root, BkoqLayout layout, const BkoqPrintOptions* options,
                      BkoqSink sink, void* user) {
-  using namespace bkoq;
+  using namespace bkoq::kit;
   if (root == nullptr || sink == nullptr || !isLayout(layout)) return BKOQ_BAD_ARGUMENT;
   return guarded([&] {
     const BkoqPrintOptions chosen = options != nullptr ? *options : BkoqPrintOptions{};
-    const RecordView job = RecordView::job(root, toLayout(layout));
+    const RecordView job = RecordView::job(root, layout);
     Scope scope;
     if (chosen.onlyRecord != nullptr) {
       scope.only = findRecordDef(job.layout, chosen.onlyRecord);
@@ -163,14 +163,14 @@ BkoqStatus bkoqPrint(const void* root, BkoqLayout layout, const BkoqPrintOptions
 
 BkoqStatus bkoqPrintField(const void* root, BkoqLayout layout, const char* path,
                           const BkoqPrintOptions* options, BkoqSink sink, void* user) {
-  using namespace bkoq;
+  using namespace bkoq::kit;
   if (root == nullptr || path == nullptr || sink == nullptr || !isLayout(layout)) {
     return BKOQ_BAD_ARGUMENT;
   }
   return guarded([&] {
     const BkoqPrintOptions chosen = options != nullptr ? *options : BkoqPrintOptions{};
     if (chosen.format == BKOQ_FORMAT_ANNOTATED) return BKOQ_BAD_ARGUMENT;
-    const RecordView job = RecordView::job(root, toLayout(layout));
+    const RecordView job = RecordView::job(root, layout);
     Scope scope;
     scope.path = path;
     return holds(job, scope) ? print(job, chosen, scope, sink, user) : BKOQ_NOT_FOUND;
@@ -179,10 +179,10 @@ BkoqStatus bkoqPrintField(const void* root, BkoqLayout layout, const char* path,
 
 BkoqStatus bkoqPrintAt(const void* root, BkoqLayout layout, uint32_t block, uint32_t offset,
                        const BkoqPrintOptions* options, BkoqSink sink, void* user) {
-  using namespace bkoq;
+  using namespace bkoq::kit;
   if (root == nullptr || sink == nullptr || !isLayout(layout)) return BKOQ_BAD_ARGUMENT;
   return guarded([&] {
-    return printAt(RecordView::job(root, toLayout(layout)), block, offset,
+    return printAt(RecordView::job(root, layout), block, offset,
                    options != nullptr ? *options : BkoqPrintOptions{}, sink, user);
   });
 }

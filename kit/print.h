@@ -5,9 +5,9 @@
 
 #include "bkoq/kit.h"
 #include "kit/output.h"
-#include "kit/tree.h"
+#include "kit/walker.h"
 
-namespace bkoq {
+namespace bkoq::kit {
 
 // Which part of a tree is printed: all of it; or the records of one type; or what stands at a path.
 struct Scope {
@@ -40,6 +40,6 @@ inline bool isHidden(const FieldView& field, const BkoqPrintOptions& options) {
          (options.hideReserved != 0 && field.def().kind == FieldKind::kReserved);
 }
 
-}  // namespace bkoq
+}  // namespace bkoq::kit
 
 #endif  // BKOQ_KIT_PRINT_H_

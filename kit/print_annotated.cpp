@@ -6,7 +6,7 @@
 #include "kit/text.h"
 #include "kit/value.h"
 
-namespace bkoq {
+namespace bkoq::kit {
 namespace {
 
 constexpr std::uint32_t kBytesPerLine = 8;
@@ -199,4 +199,4 @@ bool printAnnotated(const RecordView& job, const BkoqPrintOptions& options, cons
   return annotator.print(out);
 }
 
-}  // namespace bkoq
+}  // namespace bkoq::kit

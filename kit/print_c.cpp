@@ -5,7 +5,7 @@
 #include "kit/print_records.h"
 #include "kit/text.h"
 
-namespace bkoq {
+namespace bkoq::kit {
 namespace {
 
 constexpr std::size_t kLineWidth = 100;
@@ -44,14 +44,14 @@ struct Declaration {
   std::uint32_t alignment;
 };
 
-std::uint32_t alignmentOf(const RecordDef& record, Layout layout);
+std::uint32_t alignmentOf(const RecordDef& record, BkoqLayout layout);
 
 std::string numberType(const FieldDef& field) {
   if (field.kind == FieldKind::kTime || field.kind == FieldKind::kClientTime) return "int32_t";
   return "uint" + std::to_string(8 * field.width) + "_t";
 }
 
-Declaration declarationOf(const FieldDef& field, Layout layout) {
+Declaration declarationOf(const FieldDef& field, BkoqLayout layout) {
   const std::string name = field.name;
   const RecordDef* target = recordDef(layout, field.target);
   if (field.kind == FieldKind::kEmbedded) {
@@ -80,7 +80,7 @@ std::uint32_t endOfUnion(const RecordDef& record) {
   return 0;
 }
 
-std::uint32_t alignmentOf(const RecordDef& record, Layout layout) {
+std::uint32_t alignmentOf(const RecordDef& record, BkoqLayout layout) {
   std::uint32_t alignment = 1;
   for (const FieldDef& field : record) {
     alignment = std::max(alignment, declarationOf(field, layout).alignment);
@@ -90,7 +90,7 @@ std::uint32_t alignmentOf(const RecordDef& record, Layout layout) {
   return alignment;
 }
 
-bool isPacked(const RecordDef& record, Layout layout) {
+bool isPacked(const RecordDef& record, BkoqLayout layout) {
   const std::uint32_t alignment = alignmentOf(record, layout);
   return std::any_of(record.begin(), record.end(), [&](const FieldDef& field) {
     return declarationOf(field, layout).alignment > alignment;
@@ -99,13 +99,13 @@ bool isPacked(const RecordDef& record, Layout layout) {
 
 using Line = std::pair<std::string, std::string>;  // code, comment
 
-Line lineOf(const FieldDef& field, Layout layout, const std::string& indent) {
+Line lineOf(const FieldDef& field, BkoqLayout layout, const std::string& indent) {
   return {indent + declarationOf(field, layout).text + ";",
           leftPadded(std::to_string(field.offset), 3) + "  " + field.meaning};
 }
 
 // The bytes of a filter that its kind says how to read.
-void addUnion(const RecordDef& record, Layout layout, std::vector<Line>& lines) {
+void addUnion(const RecordDef& record, BkoqLayout layout, std::vector<Line>& lines) {
   lines.emplace_back("  union {", "");
   for (const FilterMember& member : kFilterMembers) {
     lines.emplace_back("    struct {", variantName(member.variant));
@@ -119,7 +119,7 @@ void addUnion(const RecordDef& record, Layout layout, std::vector<Line>& lines) 
   lines.emplace_back("  } as;", "");
 }
 
-std::vector<Line> linesOf(const RecordDef& record, Layout layout) {
+std::vector<Line> linesOf(const RecordDef& record, BkoqLayout layout) {
   std::vector<Line> lines;
   bool hasUnion = false;
   for (const FieldDef& field : record) {
@@ -150,7 +150,7 @@ std::string codesOf(const FieldDef& field) {
   return text + line;
 }
 
-void printRecord(const RecordDef& record, Layout layout, Output& out) {
+void printRecord(const RecordDef& record, BkoqLayout layout, Output& out) {
   out.put("\n/* " + std::string(record.name) + ", " + counted(record.size, "byte", "bytes") + ": " +
           record.meaning);
   for (const FieldDef& field : record) {
@@ -178,7 +178,7 @@ void printRecord(const RecordDef& record, Layout layout, Output& out) {
 
 }  // namespace
 
-void printC(const std::vector<const RecordDef*>& records, Layout layout, Output& out) {
+void printC(const std::vector<const RecordDef*>& records, BkoqLayout layout, Output& out) {
   std::string start = kStart;
   const std::string word = "LAYOUT";
   start.replace(start.find(word), word.size(), layoutName(layout));
@@ -197,4 +197,4 @@ void printC(const std::vector<const RecordDef*>& records, Layout layout, Output&
   }
 }
 
-}  // namespace bkoq
+}  // namespace bkoq::kit

@@ -4,7 +4,7 @@
 #include "kit/print.h"
 #include "kit/text.h"
 
-namespace bkoq {
+namespace bkoq::kit {
 namespace {
 
 constexpr std::size_t kIndent = 4;
@@ -143,4 +143,4 @@ bool printJson(const RecordView& job, const BkoqPrintOptions& options, const Sco
   return printer.isAnythingShown();
 }
 
-}  // namespace bkoq
+}  // namespace bkoq::kit

@@ -3,7 +3,7 @@
 #include "kit/image.h"
 #include "kit/print_records.h"
 
-namespace bkoq {
+namespace bkoq::kit {
 namespace {
 
 // An entry is a level, where to look, how, for what, and what to say.
@@ -14,7 +14,7 @@ void putLine(Output& out, const char* level, std::uint32_t offset, const char* t
 }
 
 std::uint32_t placeOfJobType() {
-  for (const FieldDef& field : *recordDef(Layout::kCurrent, RecordType::kJob)) {
+  for (const FieldDef& field : *recordDef(BKOQ_LAYOUT_CURRENT, RecordType::kJob)) {
     if (field.words != nullptr && field.kind == FieldKind::kNumber) {
       return kHeaderSize + field.offset;
     }
@@ -25,9 +25,9 @@ std::uint32_t placeOfJobType() {
 }  // namespace
 
 void printMagic(Output& out) {
-  const std::string version = std::to_string(kImageVersion);
+  const std::string version = std::to_string(BKOQ_IMAGE_FORMAT_VERSION);
   out.put("# Images of backup jobs. Written by \"bkoq layout --magic\".\n");
-  putLine(out, "", 0, "string", std::string(kImageMagic, sizeof kImageMagic), "backup job image");
+  putLine(out, "", 0, "string", BKOQ_IMAGE_SIGNATURE, "backup job image");
   out.put("!:mime\tapplication/x-bkoq-image\n");
   putLine(out, ">", kVersionAt, "ulelong", "!" + version, "\\b, unknown format version %u");
   putLine(out, ">", kVersionAt, "ulelong", version, "\\b, version %u");
@@ -41,4 +41,4 @@ void printMagic(Output& out) {
   putLine(out, ">>", kSizeAt, "ulelong", "x", "\\b, %u bytes");
 }
 
-}  // namespace bkoq
+}  // namespace bkoq::kit

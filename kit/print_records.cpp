@@ -10,7 +10,7 @@
 #include "kit/output.h"
 #include "kit/text.h"
 
-namespace bkoq {
+namespace bkoq::kit {
 namespace {
 
 using Row = std::vector<std::string>;
@@ -64,7 +64,7 @@ std::string meaningOf(const FieldDef& field) {
 }
 
 // The names of the records behind or in a field.
-Row targetsOf(const FieldDef& field, Layout layout) {
+Row targetsOf(const FieldDef& field, BkoqLayout layout) {
   if (field.target == RecordType::kMedia) {
     return {recordDef(layout, RecordType::kDisk)->name, recordDef(layout, RecordType::kTape)->name};
   }
@@ -77,7 +77,7 @@ std::string code(const std::string& text, bool isMarkdown) {
 }
 
 // "array of BKNODE".
-std::string kindAndTarget(const FieldDef& field, Layout layout, bool isMarkdown) {
+std::string kindAndTarget(const FieldDef& field, BkoqLayout layout, bool isMarkdown) {
   std::string targets;
   for (const std::string& name : targetsOf(field, layout)) {
     targets += (targets.empty() ? "" : " or ") + code(name, isMarkdown);
@@ -89,7 +89,7 @@ std::string kindAndTarget(const FieldDef& field, Layout layout, bool isMarkdown)
   return field.secret != Secret::kNone ? text + ", secret" : text;
 }
 
-Table tableOf(const RecordDef& record, Layout layout, bool isMarkdown) {
+Table tableOf(const RecordDef& record, BkoqLayout layout, bool isMarkdown) {
   Table table;
   table.headings = {"offset", "width", "field", "kind", "meaning", "filled by"};
   table.isNumeric = {true, true, false, false, false, false};
@@ -118,7 +118,7 @@ std::string jsonWords(const Word* words) {
   return text + "}";
 }
 
-std::string jsonField(const FieldDef& field, Layout layout) {
+std::string jsonField(const FieldDef& field, BkoqLayout layout) {
   std::string text = "{\"name\": \"" + std::string(field.name) +
                      "\", \"offset\": " + std::to_string(field.offset) +
                      ", \"width\": " + std::to_string(field.width) + ", \"kind\": \"" +
@@ -144,7 +144,7 @@ std::string jsonField(const FieldDef& field, Layout layout) {
   return text + "}";
 }
 
-std::string jsonRecord(const RecordDef& record, Layout layout) {
+std::string jsonRecord(const RecordDef& record, BkoqLayout layout) {
   std::string text = "{\"record\": \"" + std::string(record.name) +
                      "\", \"size\": " + std::to_string(record.size) +
                      ", \"meaning\": " + jsonQuoted(record.meaning) + ", \"fields\": [";
@@ -157,7 +157,7 @@ std::string jsonRecord(const RecordDef& record, Layout layout) {
 }
 
 // The record asked for, or all of the layout.
-std::vector<const RecordDef*> recordsNamed(const char* name, Layout layout) {
+std::vector<const RecordDef*> recordsNamed(const char* name, BkoqLayout layout) {
   std::vector<const RecordDef*> records;
   if (name != nullptr) {
     const RecordDef* record = findRecordDef(layout, name);
@@ -171,8 +171,8 @@ std::vector<const RecordDef*> recordsNamed(const char* name, Layout layout) {
   return records;
 }
 
-void printRecords(const std::vector<const RecordDef*>& records, Layout layout, BkoqFormat format,
-                  Output& out) {
+void printRecords(const std::vector<const RecordDef*>& records, BkoqLayout layout,
+                  BkoqFormat format, Output& out) {
   if (format == BKOQ_FORMAT_C) return printC(records, layout, out);
   if (format == BKOQ_FORMAT_MAGIC) return printMagic(out);
   if (format == BKOQ_FORMAT_JSON) {
@@ -247,9 +247,9 @@ Table differencesOf(const std::vector<FieldPair>& pairs, bool isMarkdown) {
 std::string jsonPair(const FieldPair& pair) {
   const FieldDef& named = pair.current != nullptr ? *pair.current : *pair.previous;
   std::string text = "{\"offset\": " + std::to_string(named.offset) + ", \"current\": ";
-  text += pair.current != nullptr ? jsonField(*pair.current, Layout::kCurrent) : "null";
+  text += pair.current != nullptr ? jsonField(*pair.current, BKOQ_LAYOUT_CURRENT) : "null";
   text += ", \"previous\": ";
-  text += pair.previous != nullptr ? jsonField(*pair.previous, Layout::kPrevious) : "null";
+  text += pair.previous != nullptr ? jsonField(*pair.previous, BKOQ_LAYOUT_PREVIOUS) : "null";
   return text + "}";
 }
 
@@ -260,7 +260,7 @@ void printLayoutDifferences(const std::vector<const RecordDef*>& records, BkoqFo
   if (isJson) out.put(jsonStart("bkoq-layout-differences") + ",\n  \"records\": [");
   bool isFirst = true;
   for (const RecordDef* current : records) {
-    const RecordDef* previous = recordDef(Layout::kPrevious, current->type);
+    const RecordDef* previous = recordDef(BKOQ_LAYOUT_PREVIOUS, current->type);
     std::vector<FieldPair> pairs;
     if (previous != nullptr) pairs = differingFields(*current, *previous);
     if (previous != nullptr && pairs.empty()) continue;
@@ -296,29 +296,29 @@ bool isTableFormat(BkoqFormat format) {
 }
 
 }  // namespace
-}  // namespace bkoq
+}  // namespace bkoq::kit
 
 BkoqStatus bkoqPrintRecords(const char* record, BkoqLayout layout, BkoqFormat format, BkoqSink sink,
                             void* user) {
-  using namespace bkoq;
+  using namespace bkoq::kit;
   const bool isWhole = format == BKOQ_FORMAT_MAGIC && record == nullptr;
   const bool isKnown = isTableFormat(format) || format == BKOQ_FORMAT_C || isWhole;
   if (sink == nullptr || !isLayout(layout) || !isKnown) return BKOQ_BAD_ARGUMENT;
   return guarded([&] {
-    const std::vector<const RecordDef*> records = recordsNamed(record, toLayout(layout));
+    const std::vector<const RecordDef*> records = recordsNamed(record, layout);
     if (records.empty()) return BKOQ_NOT_FOUND;
     Output out(sink, user);
-    printRecords(records, toLayout(layout), format, out);
+    printRecords(records, layout, format, out);
     return out.flush() ? BKOQ_OK : BKOQ_SINK_FAILED;
   });
 }
 
 BkoqStatus bkoqPrintLayoutDifferences(const char* record, BkoqFormat format, BkoqSink sink,
                                       void* user) {
-  using namespace bkoq;
+  using namespace bkoq::kit;
   if (sink == nullptr || !isTableFormat(format)) return BKOQ_BAD_ARGUMENT;
   return guarded([&] {
-    const std::vector<const RecordDef*> records = recordsNamed(record, Layout::kCurrent);
+    const std::vector<const RecordDef*> records = recordsNamed(record, BKOQ_LAYOUT_CURRENT);
     if (records.empty()) return BKOQ_NOT_FOUND;
     Output out(sink, user);
     printLayoutDifferences(records, format, out);

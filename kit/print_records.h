@@ -6,12 +6,12 @@
 #include "kit/output.h"
 #include "kit/record_table.h"
 
-namespace bkoq {
+namespace bkoq::kit {
 
 // The record table in the words of other languages and tools.
 
 // Plain C structs, each after those that it embeds.
-void printC(const std::vector<const RecordDef*>& records, Layout layout, Output& out);
+void printC(const std::vector<const RecordDef*>& records, BkoqLayout layout, Output& out);
 
 // An entry for file(1) that recognises images.
 void printMagic(Output& out);
@@ -19,6 +19,6 @@ void printMagic(Output& out);
 // Whether a field belongs to every filter; of a record that is no filter, every field does.
 inline bool isCommon(const FieldDef& field) { return field.variants == kAlways; }
 
-}  // namespace bkoq
+}  // namespace bkoq::kit
 
 #endif  // BKOQ_KIT_PRINT_RECORDS_H_

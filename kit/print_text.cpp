@@ -5,7 +5,7 @@
 #include "kit/text.h"
 #include "kit/value.h"
 
-namespace bkoq {
+namespace bkoq::kit {
 namespace {
 
 constexpr std::size_t kIndent = 4;
@@ -197,4 +197,4 @@ bool printText(const RecordView& job, const BkoqPrintOptions& options, const Sco
   return printer.isAnythingShown();
 }
 
-}  // namespace bkoq
+}  // namespace bkoq::kit

@@ -4,12 +4,13 @@
 #include <cstddef>
 #include <cstdint>
 
-namespace bkoq {
+#include "bkoq/kit.h"
+
+namespace bkoq::kit {
 
 // The one description of the transfer records. Everything in the kit that knows what a record looks
-// like reads it from here; the table itself is held against the record headers at compile time.
+// like reads it from here; the table itself is checked against the record headers at compile time.
 
-enum class Layout : std::uint8_t { kCurrent, kPrevious };
 constexpr std::size_t kLayoutCount = 2;
 
 enum class RecordType : std::uint8_t {
@@ -159,10 +160,10 @@ struct JobKind {
 };
 
 // Null when the layout has no such record: the previous one knows no tape extension.
-const RecordDef* recordDef(Layout layout, RecordType type);
+const RecordDef* recordDef(BkoqLayout layout, RecordType type);
 // By name, with or without the suffix of the previous layout; null when there is none.
-const RecordDef* findRecordDef(Layout layout, const char* name);
-const char* layoutName(Layout layout);
+const RecordDef* findRecordDef(BkoqLayout layout, const char* name);
+const char* layoutName(BkoqLayout layout);
 
 // The kinds of job, ending with a null name.
 const JobKind* jobKinds();
@@ -180,6 +181,6 @@ const char* variantName(std::uint8_t variants);
 
 constexpr std::uint32_t kUnixNodeType = 3;
 
-}  // namespace bkoq
+}  // namespace bkoq::kit
 
 #endif  // BKOQ_KIT_RECORD_TABLE_H_

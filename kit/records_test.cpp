@@ -4,6 +4,7 @@
 
 #include "kit/test_trees.h"
 
+namespace bkoq::test {
 namespace {
 
 std::string records(const char* name, BkoqLayout layout, BkoqFormat format) {
@@ -299,3 +300,4 @@ TEST(Records, RefuseBadArguments) {
 }
 
 }  // namespace
+}  // namespace bkoq::test

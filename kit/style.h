@@ -3,7 +3,7 @@
 
 #include <string>
 
-namespace bkoq {
+namespace bkoq::kit {
 
 // Terminal colours, or none.
 class Style {
@@ -27,6 +27,6 @@ class Style {
   bool isOn_;
 };
 
-}  // namespace bkoq
+}  // namespace bkoq::kit
 
 #endif  // BKOQ_KIT_STYLE_H_

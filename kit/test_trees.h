@@ -11,6 +11,8 @@
 #include <memory>
 #include <string>
 
+namespace bkoq::test {
+
 // Record trees made by hand, as a conversion would make them: every block from malloc().
 
 inline char* text(const char* content) { return strdup(content); }
@@ -170,5 +172,7 @@ inline int appendToString(void* string, const char* content, std::size_t size) {
   static_cast<std::string*>(string)->append(content, size);
   return 0;
 }
+
+}  // namespace bkoq::test
 
 #endif  // BKOQ_KIT_TEST_TREES_H_

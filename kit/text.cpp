@@ -3,60 +3,10 @@
 #include <algorithm>
 #include <cstdio>
 
-namespace bkoq {
+#include "kit/characters.h"
+
+namespace bkoq::kit {
 namespace {
-
-constexpr std::uint32_t kNoCharacter = 0xFFFFFFFF;
-
-struct Character {
-  std::uint32_t code;  // kNoCharacter for a byte that begins no valid sequence
-  std::size_t size;
-};
-
-Character characterAt(std::string_view bytes, std::size_t index) {
-  const auto byteAt = [&](std::size_t i) {
-    return i < bytes.size() ? static_cast<unsigned char>(bytes[i]) : 0u;
-  };
-  const unsigned int first = byteAt(index);
-  if (first < 0x80) return {first, 1};
-  std::size_t size = 0;
-  std::uint32_t code = 0;
-  std::uint32_t least = 0;
-  if (first >= 0xC2 && first <= 0xDF) {
-    size = 2;
-    code = first & 0x1F;
-    least = 0x80;
-  } else if (first >= 0xE0 && first <= 0xEF) {
-    size = 3;
-    code = first & 0x0F;
-    least = 0x800;
-  } else if (first >= 0xF0 && first <= 0xF4) {
-    size = 4;
-    code = first & 0x07;
-    least = 0x10000;
-  } else {
-    return {kNoCharacter, 1};
-  }
-  for (std::size_t i = 1; i < size; ++i) {
-    const unsigned int next = byteAt(index + i);
-    if ((next & 0xC0) != 0x80) return {kNoCharacter, 1};
-    code = code << 6 | (next & 0x3F);
-  }
-  const bool isSurrogate = code >= 0xD800 && code <= 0xDFFF;
-  if (code < least || code > 0x10FFFF || isSurrogate) return {kNoCharacter, 1};
-  return {code, size};
-}
-
-// Controls, and what would move, hide or reorder the text around it.
-bool isVisible(std::uint32_t code) {
-  if (code < 0x20 || (code >= 0x7F && code < 0xA0)) return false;
-  if (code == 0xAD || code == 0x61C || code == 0x180E || code == 0xFEFF) return false;
-  if (code >= 0x200B && code <= 0x200F) return false;
-  if (code >= 0x2028 && code <= 0x202E) return false;
-  if (code >= 0x2060 && code <= 0x206F) return false;
-  if (code >= 0xFFF9 && code <= 0xFFFB) return false;
-  return code < 0xE0000 || code > 0xE0FFF;
-}
 
 std::string formatted(const char* format, unsigned int value) {
   char text[16];
@@ -69,7 +19,7 @@ std::string formatted(const char* format, unsigned int value) {
 bool isUtf8(std::string_view bytes) {
   for (std::size_t i = 0; i < bytes.size();) {
     const Character character = characterAt(bytes, i);
-    if (character.code == kNoCharacter) return false;
+    if (!character.isValid) return false;
     i += character.size;
   }
   return true;
@@ -87,7 +37,7 @@ std::vector<std::string> printableCharacters(std::string_view bytes) {
       characters.emplace_back("\\n");
     } else if (character.code == '\t') {
       characters.emplace_back("\\t");
-    } else if (character.code != kNoCharacter && isVisible(character.code)) {
+    } else if (character.isPrintable) {
       characters.emplace_back(raw);
     } else {
       for (const char byte : raw) {
@@ -112,7 +62,7 @@ std::string jsonQuoted(std::string_view utf8) {
     i += character.size;
     if (character.code == '"' || character.code == '\\') {
       text += "\\" + std::string(raw);
-    } else if (isVisible(character.code)) {
+    } else if (character.isPrintable) {
       text += raw;
     } else if (character.code < 0x10000) {
       text += formatted("\\u%04x", character.code);
@@ -186,4 +136,4 @@ std::size_t columns(std::string_view utf8) {
   }));
 }
 
-}  // namespace bkoq
+}  // namespace bkoq::kit

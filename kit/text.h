@@ -7,7 +7,7 @@
 #include <string_view>
 #include <vector>
 
-namespace bkoq {
+namespace bkoq::kit {
 
 // Texts of records are bytes of no declared encoding, and come from anywhere. Nothing of them may
 // reach a terminal that is not plainly visible: what is no printable UTF-8 is written as escapes.
@@ -35,6 +35,6 @@ std::string leftPadded(const std::string& text, std::size_t width);
 // Columns that a text takes on a terminal, one for each character.
 std::size_t columns(std::string_view utf8);
 
-}  // namespace bkoq
+}  // namespace bkoq::kit
 
 #endif  // BKOQ_KIT_TEXT_H_

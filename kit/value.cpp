@@ -4,7 +4,7 @@
 
 #include "kit/text.h"
 
-namespace bkoq {
+namespace bkoq::kit {
 namespace {
 
 void mask(ShownText& shown, Secret secret, std::size_t index) {
@@ -161,4 +161,4 @@ std::string oneLine(const Value& value) {
   return line;
 }
 
-}  // namespace bkoq
+}  // namespace bkoq::kit

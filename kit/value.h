@@ -4,9 +4,9 @@
 #include <string>
 #include <vector>
 
-#include "kit/tree.h"
+#include "kit/view.h"
 
-namespace bkoq {
+namespace bkoq::kit {
 
 // What stands for a password or key; it does not tell the length.
 constexpr const char* kMask = "********";
@@ -42,6 +42,6 @@ std::string contentName(const FieldView& field, const Block& block);
 // The names of the bits that are set, and what is left of the word: "no estimate, 0x00000008".
 std::string bitNames(const FieldView& field);
 
-}  // namespace bkoq
+}  // namespace bkoq::kit
 
 #endif  // BKOQ_KIT_VALUE_H_

@@ -1,8 +1,8 @@
 #include "bkoq/kit.h"
 #include "kit/guard.h"
-#include "kit/tree.h"
+#include "kit/walker.h"
 
-namespace bkoq {
+namespace bkoq::kit {
 namespace {
 
 BkoqFieldKind toKind(FieldKind kind) {
@@ -90,13 +90,13 @@ class Visitor : public WalkHandler {
 };
 
 }  // namespace
-}  // namespace bkoq
+}  // namespace bkoq::kit
 
 BkoqStatus bkoqWalk(const void* root, BkoqLayout layout, BkoqVisitor visitor, void* user) {
-  using namespace bkoq;
+  using namespace bkoq::kit;
   if (root == nullptr || visitor == nullptr || !isLayout(layout)) return BKOQ_BAD_ARGUMENT;
   Visitor handler(visitor, user);
-  const RecordView job = RecordView::job(root, toLayout(layout));
+  const RecordView job = RecordView::job(root, layout);
   return Walker<Visitor>(handler).walk(job) ? BKOQ_OK : BKOQ_STOPPED;
 }
 

@@ -4,6 +4,7 @@
 
 #include "kit/test_trees.h"
 
+namespace bkoq::test {
 namespace {
 
 std::vector<std::string> walked(const void* root, BkoqLayout layout,
@@ -275,3 +276,4 @@ TEST(Status, HasAText) {
 }
 
 }  // namespace
+}  // namespace bkoq::test

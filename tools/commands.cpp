@@ -13,11 +13,10 @@
 namespace bkoq::tool {
 namespace {
 
-// What an image begins with, and no job file.
-constexpr const char* kImageMagic = "BKQ";
-
+// Whether a file begins as an image does and no job file; the start is enough, so that one that is
+// damaged further on is still taken for an image.
 bool isImage(const std::string& content) {
-  return content.compare(0, std::strlen(kImageMagic), kImageMagic) == 0;
+  return content.compare(0, 3, BKOQ_IMAGE_SIGNATURE, 3) == 0;
 }
 
 const char* nameOf(BkoqLayout layout) {

@@ -6,28 +6,14 @@
 #include <cstdio>
 #include <tuple>
 
+#include "kit/characters.h"
+
 namespace bkoq::tool {
 namespace {
 
 char lower(char c) { return static_cast<char>(std::tolower(static_cast<unsigned char>(c))); }
 
 bool isContinuation(char c) { return (static_cast<unsigned char>(c) & 0xC0U) == 0x80; }
-
-// Bytes of the UTF-8 character at a place; 0 when there is none.
-std::size_t lengthOfCharacter(const std::string& text, std::size_t at) {
-  const auto first = static_cast<unsigned char>(text[at]);
-  const std::size_t length = first < 0x80   ? 1
-                             : first < 0xC2 ? 0
-                             : first < 0xE0 ? 2
-                             : first < 0xF0 ? 3
-                             : first < 0xF5 ? 4
-                                            : 0;
-  if (at + length > text.size()) return 0;
-  for (std::size_t i = 1; i < length; ++i) {
-    if (!isContinuation(text[at + i])) return 0;
-  }
-  return length;
-}
 
 // Insertions, deletions, replacements and swaps of neighbours that lead from one to the other; case
 // counts for nothing.
@@ -76,19 +62,18 @@ std::string inQuotes(const std::string& text) { return "\"" + shortened(text) + 
 std::string printable(const std::string& text) {
   std::string out;
   for (std::size_t at = 0; at < text.size();) {
-    const std::size_t length = lengthOfCharacter(text, at);
-    const auto byte = static_cast<unsigned char>(text[at]);
-    char escaped[8] = "";
-    if (length == 0) {
-      std::snprintf(escaped, sizeof escaped, "\\x%02X", static_cast<unsigned>(byte));
-    } else if (byte < 0x20 || byte == 0x7F) {
-      std::snprintf(escaped, sizeof escaped, "\\u%04X", static_cast<unsigned>(byte));
-    } else if (byte == 0xC2 && static_cast<unsigned char>(text[at + 1]) < 0xA0) {
-      std::snprintf(escaped, sizeof escaped, "\\u%04X",
-                    static_cast<unsigned>(static_cast<unsigned char>(text[at + 1])));
+    const kit::Character character = kit::characterAt(text, at);
+    if (character.isPrintable) {
+      out.append(text, at, character.size);
+    } else {
+      char escaped[16];
+      const char* format = !character.isValid         ? "\\x%02X"
+                           : character.code < 0x10000 ? "\\u%04X"
+                                                      : "\\U%08X";
+      std::snprintf(escaped, sizeof escaped, format, static_cast<unsigned>(character.code));
+      out += escaped;
     }
-    out += *escaped != '\0' ? escaped : text.substr(at, length);
-    at += length == 0 ? 1 : length;
+    at += character.size;
   }
   return out;
 }

@@ -34,8 +34,8 @@ std::string inQuotes(const std::string& text);
 // The same without quotes, for numbers.
 std::string shortened(const std::string& text);
 
-// Whatever a message holds, as one line that a terminal shows and does not obey: control characters
-// and what is no UTF-8 are written as \u001B and \xFF.
+// Whatever a message holds, as one line that a terminal shows and does not obey: what cannot be
+// printed as it is, is written as \u001B or \U000E0001, and a byte that is no UTF-8 as \xFF.
 std::string printable(const std::string& text);
 
 // "job.json:3:5: sourceNodes[0].priority: 70000 is out of range: 0 to 65535"

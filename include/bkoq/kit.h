@@ -1,12 +1,12 @@
 #ifndef BKOQ_KIT_H_
 #define BKOQ_KIT_H_
 
-/* The record kit, libbkoqkit: what a holder of a record tree needs. Every operation reads records
-   of either layout and is told which; none needs the library that made them. Nothing throws, no
-   state is kept between calls. Usable from C11 and C++11.
+/* The record kit, libbkoqkit: what a program needs that holds a record tree. Every operation reads
+   records of either layout and is told which; none needs the library that made them. Nothing
+   throws, no state is kept between calls. Usable from C11 and C++11.
 
    Blocks of a tree are numbered in the order in which bkoqWalk() reaches them: #1 is the job
-   record, then each block where the pointer to it stands. The numbers depend on the tree's content
+   record, then each block where the pointer to it is. The numbers depend on the tree's content
    alone, so two runs print the same text; addresses are never printed. */
 
 #include <stddef.h>
@@ -110,7 +110,7 @@ typedef struct BkoqVisit {
 /** Returns 0 to go on, anything else to stop. */
 typedef int (*BkoqVisitor)(const BkoqVisit* visit, void* user);
 
-/** Visits every record and field: the fields of a record in the order of their offsets, and behind
+/** Visits every record and field: the fields of a record in the order of their offsets, and after
     a field what it points to or embeds. Allocates nothing and changes nothing. */
 BKOQ_API BkoqStatus bkoqWalk(const void* root, BkoqLayout layout, BkoqVisitor visitor, void* user);
 
@@ -149,7 +149,7 @@ typedef struct BkoqPrintOptions {
 BKOQ_API BkoqStatus bkoqPrint(const void* root, BkoqLayout layout, const BkoqPrintOptions* options,
                               BkoqSink sink, void* user);
 
-/** Prints what stands at a path as bkoqWalk() gives it: of a field its value alone, of an array or
+/** Prints what is at a path as bkoqWalk() gives it: of a field its value alone, of an array or
    a record everything in it. Of the options, those of bkoqPrint() that concern values hold; the
     formats are text and JSON. */
 BKOQ_API BkoqStatus bkoqPrintField(const void* root, BkoqLayout layout, const char* path,
@@ -178,7 +178,7 @@ typedef struct BkoqDifference {
 typedef int (*BkoqDifferenceVisitor)(const BkoqDifference* difference, void* user);
 
 /** Compares two trees, of the same layout or not, field by field in the order of bkoqWalk(). Fields
-    of different layouts are compared by the bytes at which they stand: what one layout has and the
+    of different layouts are compared by the bytes at which they are: what one layout has and the
     other has not differs when it is not zero, and so do reserved bytes. An array that only one tree
     has is one difference, and so is each element that only one has. `visitor` and `count` may be
     null; `count` takes the number of differences. Secrets are masked unless `showSecrets`. */
@@ -197,6 +197,10 @@ BKOQ_API BkoqStatus bkoqPrintDifferences(const void* first, BkoqLayout firstLayo
 /* An image is a tree as one block without addresses, to store or to send; docs/image-format.md
    describes it. It holds passwords as they are. */
 
+/** What every image begins with, and the version of the format that is written and read. */
+#define BKOQ_IMAGE_SIGNATURE "BKQIMAGE"
+#define BKOQ_IMAGE_FORMAT_VERSION 1
+
 typedef enum BkoqImageProblem {
   BKOQ_IMAGE_GOOD = 0,
   BKOQ_IMAGE_SHORT,        /**< shorter than the header */
@@ -206,14 +210,14 @@ typedef enum BkoqImageProblem {
   BKOQ_IMAGE_SIZE,         /**< the size in the header is not that of the image */
   BKOQ_IMAGE_CHECKSUM,     /**< the bytes are not those that were written */
   BKOQ_IMAGE_ROOT,         /**< the job record is not where it must be */
-  BKOQ_IMAGE_OUTSIDE,      /**< an offset points into the header or behind the end */
+  BKOQ_IMAGE_OUTSIDE,      /**< an offset points into the header or beyond the end */
   BKOQ_IMAGE_UNALIGNED,    /**< an offset is not a multiple of 4 */
   BKOQ_IMAGE_OVERLAP,      /**< a block lies over one before it */
   BKOQ_IMAGE_GAP,          /**< a block does not follow the one before it */
   BKOQ_IMAGE_COUNT,        /**< an array is longer than the rest of the image */
   BKOQ_IMAGE_UNTERMINATED, /**< a text runs to the end of the image */
   BKOQ_IMAGE_PADDING,      /**< a byte between two blocks is not zero */
-  BKOQ_IMAGE_TRAILING,     /**< bytes behind the last block */
+  BKOQ_IMAGE_TRAILING,     /**< bytes after the last block */
   BKOQ_IMAGE_BLOCKS,       /**< not as many blocks as the header says */
   BKOQ_IMAGE_UNKNOWN_MEDIA /**< a node holds something, but the kind of the job is unknown */
 } BkoqImageProblem;
@@ -222,7 +226,7 @@ typedef enum BkoqImageProblem {
 typedef struct BkoqImageError {
   BkoqImageProblem problem;
   char path[160];    /**< the field or record in question; "" for the image as a whole */
-  uint32_t position; /**< the byte of the image at which it stands */
+  uint32_t position; /**< the byte of the image at which it is */
   char expected[80];
   char found[80];
   char text[400]; /**< all of it as a line without its end */

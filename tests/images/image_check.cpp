@@ -6,6 +6,7 @@
 
 #include "kit/test_trees.h"
 
+namespace bkoq::test {
 namespace {
 
 std::string textsOf(const BkoqVisit& visit) {
@@ -95,8 +96,10 @@ CurrentTree jobOfKind(std::uint16_t kind, bool sourceHasTapes, bool hasDestinati
 }
 
 }  // namespace
+}  // namespace bkoq::test
 
 int main(int argc, char** argv) {
+  using namespace bkoq::test;
   if (argc != 2) return 2;
   const std::string folder = std::string(argv[1]) + "/";
   CurrentTree unfinished = currentJob(1);

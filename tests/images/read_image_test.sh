@@ -1,9 +1,9 @@
 #!/usr/bin/env bash
 # The example reader finds in images what the kit wrote, and refuses damaged ones.
-# Usage: read_image_test.sh <image_check> <read_image.py>
+# Usage: read_image_test.sh <image_check> <read_image.py> <image-format.md>
 set -euo pipefail
 
-check=$1 reader=$2
+check=$1 reader=$2 page=$3
 folder=$(mktemp -d)
 trap 'rm -rf "$folder"' EXIT
 "$check" "$folder"
@@ -15,6 +15,11 @@ for image in "$folder"/*.image; do
   images=$((images + 1))
 done
 [ "$images" = 10 ] || { echo "$images images, not 10" >&2; exit 1; }
+
+# The header, the reader and the page begin an image alike.
+signature=$(head -c 8 "$folder/verify.image")
+grep -qF "b\"$signature\"" "$reader"
+grep -qF "| 0 | 8 | \`$signature\`, in ASCII |" "$page"
 
 # Every byte counts: the checksum sees each, the rest of the reader what no checksum can.
 python3 - "$reader" "$folder/verify.image" "$folder/damaged" <<'END'

@@ -21,6 +21,7 @@ __attribute__((noinline)) void operator delete(void* block, std::size_t) noexcep
   std::free(block);
 }
 
+namespace bkoq::test {
 namespace {
 
 int ignore(void*, const char*, std::size_t) { return 0; }
@@ -116,3 +117,4 @@ TEST(Memory, IsNotNeededToWalkFreeOrRead) {
 }
 
 }  // namespace
+}  // namespace bkoq::test

@@ -1,0 +1,108 @@
+#include <gtest/gtest.h>
+
+#include "kit/test_print.h"
+
+namespace bkoq::test {
+namespace {
+
+TEST(Print, MasksPasswordsAndKeysUnlessAskedFor) {
+  const CurrentTree job = currentJob(20);
+  auto& node = *give<BKNODE>(job->ulNumSourceNodes, job->pSourceNodes, 1);
+  node.pszPassword = text("SECRET");
+  auto* disks = give<BKDDISK>(node.ulMediaCount, node.pMedia, 5);
+  disks[0].pszPassword = text("SECRET");
+  disks[0].pszEncryptionKey = text("SECRET");
+  disks[0].pszDiskPW2 = texts({"ops", "SECRET"});
+  disks[1].pszDiskPW2 = texts({"backup:SECRET", ""});
+  disks[2].pszDiskPW2 = texts({"", "SECRET"});
+  disks[3].pszDiskPW2 = texts({"sa", ""});
+  disks[4].pszDiskPW2 = texts({"", ""});
+  auto& tapes = *give<BKNODE>(job->ulNumDestNodes, job->pDestNodes, 1);
+  auto& tape = *give<BKDTAPE>(tapes.ulMediaCount, tapes.pMedia, 1);
+  tape.pszSessionPW = text("SECRET");
+  tape.pTapeX = zeroed<BKDTAPEX>();
+  tape.pTapeX->pszDBPW = text("SECRET");
+  job->stFax.pszUserPW = text("SECRET");
+  job->stEMail.pszUserPW = text("SECRET");
+  job->stPrintQueue.pszUserPW = text("SECRET");
+
+  BkoqPrintOptions options{};
+  options.onlyRecord = "BKDDISK";
+  options.hideZero = 1;
+  EXPECT_EQ(printed(job, options), expected(R"(
+BKDDISK pSourceNodes[0].pMedia[0]  #4+0
+    4  pszPassword       #5  ********
+   36  pszDiskPW2        #6  "ops", ********
+   44  pszEncryptionKey  #7  ********
+BKDDISK pSourceNodes[0].pMedia[1]  #4+52
+   36  pszDiskPW2        #8  "backup:********", ""
+BKDDISK pSourceNodes[0].pMedia[2]  #4+104
+   36  pszDiskPW2        #9  "", ********
+BKDDISK pSourceNodes[0].pMedia[3]  #4+156
+   36  pszDiskPW2        #10  "sa", ""
+BKDDISK pSourceNodes[0].pMedia[4]  #4+208
+   36  pszDiskPW2        #11  "", ""
+)"));
+  options.onlyRecord = nullptr;
+  const auto secretsIn = [&] {
+    const std::string text = printed(job, options);
+    std::size_t count = 0;
+    for (std::size_t at = 0; (at = text.find("SECRET", at)) != std::string::npos; ++at) ++count;
+    return count;
+  };
+  for (const BkoqFormat format : {BKOQ_FORMAT_TEXT, BKOQ_FORMAT_JSON, BKOQ_FORMAT_ANNOTATED}) {
+    options.format = format;
+    options.showSecrets = 0;
+    EXPECT_EQ(secretsIn(), 0u);
+    EXPECT_EQ(printed(job, options).find("53 45 43"), std::string::npos);
+    options.showSecrets = 1;
+    // Bytes are annotated eight a line, which splits "backup:SECRET" in two.
+    EXPECT_EQ(secretsIn(), format == BKOQ_FORMAT_ANNOTATED ? 10u : 11u);
+  }
+}
+
+TEST(Print, LetsNothingOfATextReachTheTerminalUnseen) {
+  struct Row {
+    const char* text;
+    const char* text_;
+    const char* json;
+  };
+  const Row rows[] = {
+      {"", "\"\"", "\"\""},
+      {"a\"b\\c", "\"a\\\"b\\\\c\"", "\"a\\\"b\\\\c\""},
+      {"a\nb\tc\x1b[2J\x7f", "\"a\\nb\\tc\\x1b[2J\\x7f\"",
+       "\"a\\u000ab\\u0009c\\u001b[2J\\u007f\""},
+      {"Z\xc3\xbcrich \xe2\x82\xac", "\"Z\xc3\xbcrich \xe2\x82\xac\"",
+       "\"Z\xc3\xbcrich \xe2\x82\xac\""},
+      {"\xf0\x9f\x98\x80", "\"\xf0\x9f\x98\x80\"", "\"\xf0\x9f\x98\x80\""},
+      // A control of the upper half, an override of the direction, a tag.
+      {"\xc2\x9b", "\"\\xc2\\x9b\"", "\"\\u009b\""},
+      // NOLINTNEXTLINE(misc-misleading-bidirectional): that is what it is about
+      {"\xe2\x80\xae", "\"\\xe2\\x80\\xae\"", "\"\\u202e\""},
+      {"\xf3\xa0\x81\x81", "\"\\xf3\\xa0\\x81\\x81\"", "\"\\udb40\\udc41\""},
+      // No UTF-8: a lone byte, an overlong form, a surrogate, too large, cut off.
+      {"caf\xe9", "\"caf\\xe9\"", "{\"hex\": \"63 61 66 e9\"}"},
+      {"\xc0\xaf", "\"\\xc0\\xaf\"", "{\"hex\": \"c0 af\"}"},
+      {"\xe0\x80\xaf", "\"\\xe0\\x80\\xaf\"", "{\"hex\": \"e0 80 af\"}"},
+      {"\xed\xa0\x80", "\"\\xed\\xa0\\x80\"", "{\"hex\": \"ed a0 80\"}"},
+      {"\xf4\x90\x80\x80", "\"\\xf4\\x90\\x80\\x80\"", "{\"hex\": \"f4 90 80 80\"}"},
+      {"\xe2\x82", "\"\\xe2\\x82\"", "{\"hex\": \"e2 82\"}"},
+  };
+  for (const Row& row : rows) {
+    const CurrentTree job = currentJob(1);
+    job->pszOwner = text(row.text);
+    std::string value;
+    EXPECT_EQ(
+        bkoqPrintField(job.get(), BKOQ_LAYOUT_CURRENT, "pszOwner", nullptr, appendToString, &value),
+        BKOQ_OK);
+    EXPECT_EQ(value, std::string(row.text_) + "\n");
+    BkoqPrintOptions options{};
+    options.format = BKOQ_FORMAT_JSON;
+    EXPECT_NE(printed(job, options).find(std::string("\"value\": ") + row.json + "}"),
+              std::string::npos)
+        << row.text_;
+  }
+}
+
+}  // namespace
+}  // namespace bkoq::test
