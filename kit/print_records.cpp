@@ -175,6 +175,7 @@ void printRecords(const std::vector<const RecordDef*>& records, BkoqLayout layou
                   BkoqFormat format, Output& out) {
   if (format == BKOQ_FORMAT_C) return printC(records, layout, out);
   if (format == BKOQ_FORMAT_MAGIC) return printMagic(out);
+  if (format == BKOQ_FORMAT_KAITAI) return printKaitai(out);
   if (format == BKOQ_FORMAT_JSON) {
     out.put(jsonStart("bkoq-layout") + ",\n  \"layout\": \"" + layoutName(layout) +
             "\",\n  \"records\": [");
@@ -301,8 +302,9 @@ bool isTableFormat(BkoqFormat format) {
 BkoqStatus bkoqPrintRecords(const char* record, BkoqLayout layout, BkoqFormat format, BkoqSink sink,
                             void* user) {
   using namespace bkoq::kit;
-  const bool isWhole = format == BKOQ_FORMAT_MAGIC && record == nullptr;
-  const bool isKnown = isTableFormat(format) || format == BKOQ_FORMAT_C || isWhole;
+  const bool isOfImages = format == BKOQ_FORMAT_MAGIC || format == BKOQ_FORMAT_KAITAI;
+  const bool isKnown =
+      isTableFormat(format) || format == BKOQ_FORMAT_C || (isOfImages && record == nullptr);
   if (sink == nullptr || !isLayout(layout) || !isKnown) return BKOQ_BAD_ARGUMENT;
   return guarded([&] {
     const std::vector<const RecordDef*> records = recordsNamed(record, layout);

@@ -16,6 +16,9 @@ void printC(const std::vector<const RecordDef*>& records, BkoqLayout layout, Out
 // An entry for file(1) that recognises images.
 void printMagic(Output& out);
 
+// A Kaitai Struct description of images of both layouts.
+void printKaitai(Output& out);
+
 // Whether a field belongs to every filter; of a record that is no filter, every field does.
 inline bool isCommon(const FieldDef& field) { return field.variants == kAlways; }
 

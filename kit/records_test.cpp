@@ -286,6 +286,8 @@ TEST(Records, RefuseBadArguments) {
             BKOQ_BAD_ARGUMENT);
   EXPECT_EQ(bkoqPrintRecords("BKNODE", current, BKOQ_FORMAT_MAGIC, appendToString, &text),
             BKOQ_BAD_ARGUMENT);
+  EXPECT_EQ(bkoqPrintRecords("BKNODE", current, BKOQ_FORMAT_KAITAI, appendToString, &text),
+            BKOQ_BAD_ARGUMENT);
   EXPECT_EQ(bkoqPrintLayoutDifferences(nullptr, BKOQ_FORMAT_C, appendToString, &text),
             BKOQ_BAD_ARGUMENT);
   EXPECT_EQ(bkoqPrintRecords(nullptr, current, plain, nullptr, &text), BKOQ_BAD_ARGUMENT);

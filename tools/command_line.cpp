@@ -283,7 +283,8 @@ class CommandLine {
                         "  bkoq layout BKDTAPE_OLD --previous\n"
                         "  bkoq layout --compare\n"
                         "  bkoq layout --c > records.h\n"
-                        "  bkoq layout --magic > bkoq.magic && file -m bkoq.magic my-job.image",
+                        "  bkoq layout --magic > bkoq.magic && file -m bkoq.magic my-job.image\n"
+                        "  bkoq layout --kaitai > bkoq_image.ksy",
                         [this] { return layoutCommand(request_); });
     auto* record = sub.add_option("RECORD", request_.record, "its name; all records unless given");
     auto* previous = sub.add_flag("--previous", request_.previous, "those of the previous layout");
@@ -294,11 +295,15 @@ class CommandLine {
     sub.add_flag("--c", request_.c, "print plain C structs")
         ->excludes(compare)
         ->excludes(sub.get_option("--json"));
-    auto* magic = sub.add_flag("--magic", request_.magic, "print the entry of images for file(1)")
-                      ->excludes(record)
-                      ->excludes(previous)
-                      ->excludes(compare);
-    for (const char* other : {"--json", "--c"}) magic->excludes(sub.get_option(other));
+    // Of images, so of all records of both layouts.
+    auto* magic = sub.add_flag("--magic", request_.magic, "print the entry of images for file(1)");
+    auto* kaitai = sub.add_flag("--kaitai", request_.kaitai,
+                                "print a Kaitai Struct description of images of both layouts");
+    for (auto* each : {magic, kaitai}) {
+      each->excludes(record)->excludes(previous)->excludes(compare);
+      for (const char* other : {"--json", "--c"}) each->excludes(sub.get_option(other));
+    }
+    kaitai->excludes(magic);
   }
 
   void describeSchema() {

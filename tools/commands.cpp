@@ -319,10 +319,11 @@ Status checkCommand(const Request& request) {
 
 Status layoutCommand(const Request& request) {
   const char* record = request.record.empty() ? nullptr : request.record.c_str();
-  const BkoqFormat format = request.json    ? BKOQ_FORMAT_JSON
-                            : request.c     ? BKOQ_FORMAT_C
-                            : request.magic ? BKOQ_FORMAT_MAGIC
-                                            : BKOQ_FORMAT_TEXT;
+  const BkoqFormat format = request.json     ? BKOQ_FORMAT_JSON
+                            : request.c      ? BKOQ_FORMAT_C
+                            : request.magic  ? BKOQ_FORMAT_MAGIC
+                            : request.kaitai ? BKOQ_FORMAT_KAITAI
+                                             : BKOQ_FORMAT_TEXT;
   const BkoqLayout layout = request.previous ? BKOQ_LAYOUT_PREVIOUS : BKOQ_LAYOUT_CURRENT;
   const BkoqStatus status = request.compare
                                 ? bkoqPrintLayoutDifferences(record, format, bkoqFileSink, stdout)

@@ -30,6 +30,7 @@ struct Request {
   bool compare = false;
   bool c = false;
   bool magic = false;
+  bool kaitai = false;
   std::string kind;
 };
 

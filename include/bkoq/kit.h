@@ -129,6 +129,7 @@ typedef enum BkoqFormat {
   BKOQ_FORMAT_MARKDOWN,           /**< bkoqPrintRecords(): tables for a page */
   BKOQ_FORMAT_C,                  /**< bkoqPrintRecords(): plain C structs */
   BKOQ_FORMAT_MAGIC,              /**< bkoqPrintRecords(): an entry for file(1) */
+  BKOQ_FORMAT_KAITAI,             /**< bkoqPrintRecords(): a Kaitai Struct description */
   BKOQ_FORMAT_WIDEST = 0x7FFFFFFF /**< no format */
 } BkoqFormat;
 
@@ -249,7 +250,7 @@ BKOQ_API BkoqStatus bkoqReadImage(const void* image, size_t size, BkoqLayout* la
 
 /** Prints the table of a record: its fields with offset, width, kind, meaning and the attribute
    that fills them. A null `record` stands for all. The formats are text, JSON, Markdown and C; and,
-   for all records of both layouts only, an entry by which file(1) tells images. */
+   for all records of both layouts only, descriptions of images: for file(1) and Kaitai Struct. */
 BKOQ_API BkoqStatus bkoqPrintRecords(const char* record, BkoqLayout layout, BkoqFormat format,
                                      BkoqSink sink, void* user);
 

@@ -63,6 +63,8 @@ if [ -e "$work/prefix/bin/bkoq" ]; then
   grep -q '^#compdef bkoq' "$work/prefix/share/zsh/site-functions/_bkoq" || fail "no completion"
   "$work/prefix/bin/bkoq" layout --magic | cmp - "$work/prefix/share/bkoq/bkoq.magic" ||
     fail "no entry for file(1)"
+  "$work/prefix/bin/bkoq" layout --kaitai | cmp - "$work/prefix/share/bkoq/bkoq_image.ksy" ||
+    fail "no description for Kaitai Struct"
 fi
 
 say "a client is built through find_package() and runs"
