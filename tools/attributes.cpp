@@ -71,43 +71,62 @@ const Attribute* ObjectClass::find(const std::string& key) const {
   return found == attributes.end() ? nullptr : &*found;
 }
 
-void* readObject(Reader& reader, const Family& family, const Value& value) {
-  if (!reader.object(value)) return nullptr;
-  const ObjectClass* own = classOf(reader, family, value);
-  if (own == nullptr) return nullptr;
+WrittenObject takeApart(Reader& reader, const Family& family, const Value& value) {
+  WrittenObject written;
+  if (!reader.object(value)) return written;
+  written.own = classOf(reader, family, value);
+  if (written.own == nullptr) return written;
 
-  std::set<std::string> seen;
+  const std::vector<Attribute>& attributes = written.own->attributes;
+  written.given.resize(attributes.size());
+  std::set<std::string> others;
   for (const Member& member : value.members) {
-    if (!seen.insert(member.key).second) {
-      reader.problem(member.place, inQuotes(member.key) + " is given twice");
-    } else if (own->find(member.key) == nullptr && (own->kind.empty() || member.key != "kind")) {
-      reportUnknown(reader, family, *own, member);
+    const Attribute* attribute = written.own->find(member.key);
+    bool isFirst = false;
+    if (attribute != nullptr) {
+      const Value*& given = written.given[static_cast<std::size_t>(attribute - attributes.data())];
+      isFirst = given == nullptr;
+      if (isFirst) given = &member.value;
+    } else {
+      isFirst = others.insert(member.key).second;
+      if (isFirst && (written.own->kind.empty() || member.key != "kind")) {
+        reportUnknown(reader, family, *written.own, member);
+      }
     }
+    if (!isFirst) reader.problem(member.place, inQuotes(member.key) + " is given twice");
   }
-
-  const Made made = own->make(value);
-  for (const Attribute& attribute : own->attributes) {
-    const Value* given = value.find(attribute.key.c_str());
-    if (given != nullptr) {
-      const Reader::Within within(reader, attribute.key);
-      attribute.read(reader, attribute, made.object, *given);
-    } else if (attribute.isRequired) {
-      reader.problem(value, inQuotes(attribute.key) + " is missing");
-    } else if (attribute.setDefault) {
-      attribute.setDefault(made.object);
-    }
-  }
-  return made.part;
+  return written;
 }
 
-void readObjects(Reader& reader, const Family& family, const Value& value,
-                 const std::function<void(void* part)>& take) {
-  if (!reader.list(value, 0)) return;
-  for (std::size_t i = 0; i < value.elements.size(); ++i) {
-    const Reader::Within within(reader, i);
-    void* part = readObject(reader, family, value.elements[i]);
-    if (part != nullptr) take(part);
-  }
+void reportMissing(Reader& reader, const Attribute& attribute, const Value& value) {
+  reader.problem(value, inQuotes(attribute.key) + " is missing");
+}
+
+const std::vector<const Family*>& families() {
+  static const std::vector<const Family*> all = {&jobs(),
+                                                 &machines(),
+                                                 &tapeNodes(),
+                                                 &restoreNodes(),
+                                                 &disks(),
+                                                 &diskItems(),
+                                                 &tapes(),
+                                                 &tapeItems(),
+                                                 &tapeExtensions(),
+                                                 &filters(),
+                                                 &schedules(),
+                                                 &customSchedules(),
+                                                 &rotationSchedules(),
+                                                 &cruiseSchedules(),
+                                                 &jobMasks(),
+                                                 &jobUnits(),
+                                                 &exceptionDays(),
+                                                 &spans(),
+                                                 &grooms(),
+                                                 &faxes(),
+                                                 &emails(),
+                                                 &printQueues(),
+                                                 &openFileInfos()};
+  return all;
 }
 
 }  // namespace bkoq::tool

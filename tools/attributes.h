@@ -43,11 +43,10 @@ struct Attribute {
   std::int64_t most = 0;
   const std::vector<Word>* words = nullptr;
   std::size_t length = 0;
-  const Family& (*family)() = nullptr;
+  std::function<const Family&()> family;  // of a part; empty for everything else
   bool isRequired = false;
   std::string sample;  // as JSON, when starter files show the attribute as one that matters
-  std::function<void(Reader&, const Attribute&, void* object, const Value&)> read;
-  std::function<void(void* object)> setDefault;  // what is set when it is not given; may be empty
+  bool isNowUnlessGiven = false;
 
   // The record field holds less than the accessor takes.
   Attribute& upTo(std::int64_t highest) {
@@ -68,19 +67,12 @@ struct Attribute {
   }
 };
 
-// A new object: itself, and as the family's base class.
-struct Made {
-  void* object;
-  void* part;
-};
-
 // One class of a family, chosen by the word under "kind".
 struct ObjectClass {
   std::string kind;  // empty when the family has one class only
   std::string name;  // of the class in the library
   std::string meaning;
   std::vector<Attribute> attributes;
-  std::function<Made(const Value&)> make;
 
   const Attribute* find(const std::string& key) const;
 };
@@ -91,35 +83,110 @@ struct Family {
   std::vector<ObjectClass> classes;
 };
 
-const Family& jobs();
-const Family& machines();
-const Family& tapeNodes();
-const Family& restoreNodes();
-const Family& disks();
-const Family& diskItems();
-const Family& tapes();
-const Family& tapeItems();
-const Family& tapeExtensions();
-const Family& filters();
-const Family& schedules();          // of every class
-const Family& customSchedules();    // BKQCustomSchedule
-const Family& rotationSchedules();  // BKQRotationSchedule and what derives from it
-const Family& cruiseSchedules();    // BKQCruiseSchedule
-const Family& jobMasks();
-const Family& jobUnits();
-const Family& exceptionDays();
-const Family& spans();
-const Family& grooms();
-const Family& faxes();
-const Family& emails();
-const Family& printQueues();
-const Family& openFileInfos();
+// How one attribute of an object of that class is set from a job file.
+template <class Object>
+struct Setter {
+  std::function<void(Reader&, const Attribute&, Object&, const Value&)> read;
+  std::function<void(Object&)> setDefault;  // what is set when it is not given; may be empty
+};
 
-// Reads `value` as an object of the family: a new one, or null when not even its class is known.
-void* readObject(Reader& reader, const Family& family, const Value& value);
-// The same for a list; calls `take` for each new object.
-void readObjects(Reader& reader, const Family& family, const Value& value,
-                 const std::function<void(void* part)>& take);
+template <class Object>
+class Table;
+
+// An object as it is written: its class, and where each attribute of that class is given.
+struct WrittenObject {
+  const ObjectClass* own = nullptr;   // null when not even the class is known
+  std::vector<const Value*> given{};  // null for an attribute that is left out
+};
+
+// Finds out what is given, and reports what is no attribute of the class.
+WrittenObject takeApart(Reader& reader, const Family& family, const Value& value);
+// Reports an attribute that is required and missing.
+void reportMissing(Reader& reader, const Attribute& attribute, const Value& value);
+
+// A family whose classes derive from Part.
+template <class Part>
+class FamilyOf : public Family {
+ public:
+  explicit FamilyOf(const char* familyName) { name = familyName; }
+
+  // Adds a class; `make` gives a new Object, `describe` fills its table.
+  template <class Object, class Make, class Describe>
+  void add(const char* kind, const char* className, const char* meaning, Make make,
+           Describe describe) {
+    ObjectClass added;
+    added.kind = kind;
+    added.name = className;
+    added.meaning = meaning;
+    std::vector<Setter<Object>> setters;
+    Table<Object> table(added.attributes, setters);
+    describe(table);
+    classes.push_back(std::move(added));
+    makers_.push_back(
+        [make, setters](Reader& reader, const Value& value, const WrittenObject& written) -> Part* {
+          Object* object = make(value);
+          for (std::size_t i = 0; i < setters.size(); ++i) {
+            const Attribute& attribute = written.own->attributes[i];
+            if (written.given[i] != nullptr) {
+              const Reader::Within within(reader, attribute.key);
+              setters[i].read(reader, attribute, *object, *written.given[i]);
+            } else if (attribute.isRequired) {
+              reportMissing(reader, attribute, value);
+            } else if (setters[i].setDefault) {
+              setters[i].setDefault(*object);
+            }
+          }
+          return object;
+        });
+  }
+
+  // A new object, or null when not even its class is known.
+  Part* read(Reader& reader, const Value& value) const {
+    const WrittenObject written = takeApart(reader, *this, value);
+    if (written.own == nullptr) return nullptr;
+    return makers_[static_cast<std::size_t>(written.own - classes.data())](reader, value, written);
+  }
+  // The same for a list; calls `take` for each new object.
+  template <class Take>
+  void readEach(Reader& reader, const Value& value, Take take) const {
+    if (!reader.list(value, 0)) return;
+    for (std::size_t i = 0; i < value.elements.size(); ++i) {
+      const Reader::Within within(reader, i);
+      if (Part* part = read(reader, value.elements[i])) take(*part);
+    }
+  }
+
+ private:
+  using Maker = std::function<Part*(Reader&, const Value&, const WrittenObject&)>;
+  std::vector<Maker> makers_;
+};
+
+const FamilyOf<BKQJob>& jobs();
+const FamilyOf<BKQDiskNode>& machines();
+const FamilyOf<BKQTapeNode>& tapeNodes();
+const FamilyOf<BKQRestoreNode>& restoreNodes();
+const FamilyOf<BKQDisk>& disks();
+const FamilyOf<BKQDiskItem>& diskItems();
+const FamilyOf<BKQTape>& tapes();
+const FamilyOf<BKQTapeItem>& tapeItems();
+const FamilyOf<BKQTapeXtension>& tapeExtensions();
+const FamilyOf<BKQFilter>& filters();
+const FamilyOf<BKQRegularSchedule>& schedules();  // of every class
+const FamilyOf<BKQCustomSchedule>& customSchedules();
+const FamilyOf<BKQRotationSchedule>& rotationSchedules();  // and cruise schedules
+const FamilyOf<BKQCruiseSchedule>& cruiseSchedules();
+const FamilyOf<BKQJobMask>& jobMasks();
+const FamilyOf<BKQJobUnit>& jobUnits();
+const FamilyOf<BKQExceptionDay>& exceptionDays();
+const FamilyOf<BKQTime>& spans();
+const FamilyOf<BKQGroom>& grooms();
+const FamilyOf<BKQFax>& faxes();
+const FamilyOf<BKQEMail>& emails();
+const FamilyOf<BKQPrintQueue>& printQueues();
+const FamilyOf<BKQOpenFileInfo>& openFileInfos();
+
+// All of them, each behind those that can hold it.
+const std::vector<const Family*>& families();
 
 // When the first of these was asked for.
 const RWCollectableTime& commandTime();
@@ -131,7 +198,8 @@ const RWCollectableTime& commandTime();
 template <class Object>
 class Table {
  public:
-  explicit Table(std::vector<Attribute>& list) : list_(list) {}
+  Table(std::vector<Attribute>& list, std::vector<Setter<Object>>& setters)
+      : list_(list), setters_(setters) {}
 
   template <class Set>
   Attribute& text(const char* key, Set set, const char* meaning) {
@@ -246,9 +314,8 @@ class Table {
   template <class Set>
   Attribute& timeOrNow(const char* key, Set set, const char* meaning) {
     Attribute& attribute = time(key, set, meaning);
-    attribute.setDefault = [set](void* object) {
-      std::invoke(set, *static_cast<Object*>(object), commandTime());
-    };
+    attribute.isNowUnlessGiven = true;
+    setters_.back().setDefault = [set](Object& object) { std::invoke(set, object, commandTime()); };
     return attribute;
   }
 
@@ -279,29 +346,30 @@ class Table {
 
   // `attach` hands the new part to the object, which adopts it: the object deletes it.
   template <class Part, class Attach>
-  Attribute& adopted(const char* key, const Family& (*family)(), Attach attach,
+  Attribute& adopted(const char* key, const FamilyOf<Part>& (*family)(), Attach attach,
                      const char* meaning) {
-    return part<Part>(key, family, attach, meaning, [](Reader&, Part*) {});
+    return part(key, family, attach, meaning, [](Reader&, Part*) {});
   }
   // The same for a part that the object does not delete.
   template <class Part, class Attach>
-  Attribute& kept(const char* key, const Family& (*family)(), Attach attach, const char* meaning) {
-    return part<Part>(key, family, attach, meaning,
-                      [](Reader& reader, Part* part) { reader.keep(part); });
+  Attribute& kept(const char* key, const FamilyOf<Part>& (*family)(), Attach attach,
+                  const char* meaning) {
+    return part(key, family, attach, meaning,
+                [](Reader& reader, Part* part) { reader.keep(part); });
   }
   // A list of parts that the object does not delete.
   template <class Part, class Attach>
-  Attribute& parts(const char* key, const Family& (*family)(), Attach attach, const char* meaning) {
+  Attribute& parts(const char* key, const FamilyOf<Part>& (*family)(), Attach attach,
+                   const char* meaning) {
     Attribute& attribute =
         add(key, Shape::kObjects, meaning,
-            [attach](Reader& reader, const Attribute& self, Object& object, const Value& value) {
-              readObjects(reader, self.family(), value, [&](void* made) {
-                Part* part = static_cast<Part*>(made);
-                reader.keep(part);
-                std::invoke(attach, object, *part);
+            [attach, family](Reader& reader, const Attribute&, Object& object, const Value& value) {
+              family().readEach(reader, value, [&](Part& part) {
+                reader.keep(&part);
+                std::invoke(attach, object, part);
               });
             });
-    attribute.family = family;
+    attribute.family = [family]() -> const Family& { return family(); };
     return attribute;
   }
 
@@ -312,27 +380,23 @@ class Table {
     attribute.key = key;
     attribute.shape = shape;
     attribute.meaning = meaning;
-    attribute.read = [read](Reader& reader, const Attribute& self, void* object,
-                            const Value& value) {
-      read(reader, self, *static_cast<Object*>(object), value);
-    };
+    setters_.push_back({std::move(read), {}});
     list_.push_back(std::move(attribute));
     return list_.back();
   }
 
   template <class Part, class Attach, class Keep>
-  Attribute& part(const char* key, const Family& (*family)(), Attach attach, const char* meaning,
-                  Keep keep) {
-    Attribute& attribute = add(
-        key, Shape::kObject, meaning,
-        [attach, keep](Reader& reader, const Attribute& self, Object& object, const Value& value) {
-          void* made = readObject(reader, self.family(), value);
-          if (made == nullptr) return;
-          Part* part = static_cast<Part*>(made);
-          keep(reader, part);
-          std::invoke(attach, object, *part);
-        });
-    attribute.family = family;
+  Attribute& part(const char* key, const FamilyOf<Part>& (*family)(), Attach attach,
+                  const char* meaning, Keep keep) {
+    Attribute& attribute = add(key, Shape::kObject, meaning,
+                               [attach, keep, family](Reader& reader, const Attribute&,
+                                                      Object& object, const Value& value) {
+                                 Part* part = family().read(reader, value);
+                                 if (part == nullptr) return;
+                                 keep(reader, part);
+                                 std::invoke(attach, object, *part);
+                               });
+    attribute.family = [family]() -> const Family& { return family(); };
     return attribute;
   }
 
@@ -365,24 +429,8 @@ class Table {
   }
 
   std::vector<Attribute>& list_;
+  std::vector<Setter<Object>>& setters_;
 };
-
-// Adds a class to a family, which can then be made from what `make` gives: a new Object.
-template <class Part, class Object, class Make, class Describe>
-void addClass(Family& family, const char* kind, const char* name, const char* meaning, Make make,
-              Describe describe) {
-  ObjectClass added;
-  added.kind = kind;
-  added.name = name;
-  added.meaning = meaning;
-  added.make = [make](const Value& value) {
-    Object* object = make(value);
-    return Made{object, static_cast<Part*>(object)};
-  };
-  Table<Object> table(added.attributes);
-  describe(table);
-  family.classes.push_back(std::move(added));
-}
 
 }  // namespace bkoq::tool
 

@@ -96,7 +96,7 @@ Status printed(BkoqStatus status, const std::string& missing) {
 }
 
 // Prints a tree, or what of it was asked for.
-Status printTree(const Tree& tree, const Request& request, BkoqSink sink, void* user) {
+Status printTree(const OwnedTree& tree, const Request& request, BkoqSink sink, void* user) {
   const BkoqPrintOptions options = printOptions(request);
   const std::string inLayout = std::string(" in the ") + nameOf(tree.layout()) + " layout";
   if (!request.field.empty()) {
@@ -119,9 +119,9 @@ Status printTree(const Tree& tree, const Request& request, BkoqSink sink, void* 
 }
 
 // Prints several trees as one JSON document.
-Status printJsonTrees(const std::vector<Tree>& trees, const Request& request) {
+Status printJsonTrees(const std::vector<OwnedTree>& trees, const Request& request) {
   std::string text = "{\n\"format\": \"bkoq-trees\",\n\"version\": 1,\n\"trees\": [\n";
-  for (const Tree& tree : trees) {
+  for (const OwnedTree& tree : trees) {
     if (&tree != &trees.front()) text += ",\n";
     const Status status = printTree(tree, request, stringSink, &text);
     if (status != kDone) return status;
@@ -135,9 +135,9 @@ std::vector<BkoqLayout> layoutsOf(const std::string& name) {
   return {layoutOf(name)};
 }
 
-Status printTrees(const std::vector<Tree>& trees, const Request& request) {
+Status printTrees(const std::vector<OwnedTree>& trees, const Request& request) {
   if (request.json && trees.size() > 1) return printJsonTrees(trees, request);
-  for (const Tree& tree : trees) {
+  for (const OwnedTree& tree : trees) {
     if (trees.size() > 1) {
       print(std::string(&tree == &trees.front() ? "" : "\n") + "== " + nameOf(tree.layout()) +
             " layout\n");
@@ -148,7 +148,7 @@ Status printTrees(const std::vector<Tree>& trees, const Request& request) {
   return kDone;
 }
 
-Status writeImage(const Tree& tree, const std::string& path) {
+Status writeImage(const OwnedTree& tree, const std::string& path) {
   std::string image;
   BkoqImageError error = {};
   const BkoqStatus status = bkoqWriteImage(tree.root(), tree.layout(), stringSink, &image, &error);
@@ -160,7 +160,7 @@ Status writeImage(const Tree& tree, const std::string& path) {
 // The tree of an image or of a job file.
 struct Source {
   Status status = kFailed;
-  Tree tree;
+  OwnedTree tree;
 };
 
 Source readImage(const std::string& content, const std::string& file) {
@@ -169,7 +169,7 @@ Source readImage(const std::string& content, const std::string& file) {
   void* root = nullptr;
   BkoqImageError error = {};
   const BkoqStatus status = bkoqReadImage(content.data(), content.size(), &layout, &root, &error);
-  source.tree = Tree(root, layout);
+  source.tree = OwnedTree(root, layout);
   if (status == BKOQ_OK) {
     source.status = kDone;
   } else {
@@ -208,7 +208,7 @@ Status flattenCommand(const Request& request) {
 
   std::string layout = request.layout;
   if (layout.empty()) layout = request.image.empty() ? "both" : "current";
-  std::vector<Tree> trees;
+  std::vector<OwnedTree> trees;
   bool succeeded = true;
   for (const BkoqLayout each : layoutsOf(layout)) {
     Flattened flattened = flatten(*loaded.job, request.selection, each);
@@ -236,7 +236,7 @@ Status showCommand(const Request& request) {
     const Status status = printTree(source.tree, request, bkoqFileSink, stdout);
     return source.status == kDone ? status : source.status;
   }
-  std::vector<Tree> trees;
+  std::vector<OwnedTree> trees;
   for (const BkoqLayout layout : layoutsOf(request.layout)) {
     Source source = readJobSource(content, file, layout);
     if (source.status != kDone) return source.status;

@@ -2,12 +2,11 @@
 
 namespace bkoq::tool {
 
-const Family& diskItems() {
-  static const Family family = [] {
-    Family items{"disk item", {}};
-    addClass<BKQDiskItem, BKQDiskItem>(
-        items, "", "BKQDiskItem", "one path on a disk",
-        [](const Value&) { return new BKQDiskItem; },
+const FamilyOf<BKQDiskItem>& diskItems() {
+  static const FamilyOf<BKQDiskItem> family = [] {
+    FamilyOf<BKQDiskItem> items("disk item");
+    items.add<BKQDiskItem>(
+        "", "BKQDiskItem", "one path on a disk", [](const Value&) { return new BKQDiskItem; },
         [](Table<BKQDiskItem>& t) {
           t.text("path", &BKQDiskItem::setPath,
                  "path, on UNIX machines below the disk's name; pszPath")
@@ -23,11 +22,11 @@ const Family& diskItems() {
   return family;
 }
 
-const Family& disks() {
-  static const Family family = [] {
-    Family disks{"disk", {}};
-    addClass<BKQDisk, BKQDisk>(
-        disks, "", "BKQDisk", "a disk of a machine", [](const Value&) { return new BKQDisk; },
+const FamilyOf<BKQDisk>& disks() {
+  static const FamilyOf<BKQDisk> family = [] {
+    FamilyOf<BKQDisk> disks("disk");
+    disks.add<BKQDisk>(
+        "", "BKQDisk", "a disk of a machine", [](const Value&) { return new BKQDisk; },
         [](Table<BKQDisk>& t) {
           t.text("diskName", &BKQDisk::setDiskName, "drive, volume or file system; pszDiskName")
               .shown("\"/\"");
@@ -46,10 +45,10 @@ const Family& disks() {
           t.text("beforeDisk", &BKQDisk::setBeforeDisk, "in no record");
           t.number("beforeDiskWait", &BKQDisk::setBeforeDiskWait, "in no record");
           t.number("dbProperty", &BKQDisk::setDBProperty, "in no record");
-          t.parts<BKQDiskItem>("diskItems", diskItems, &BKQDisk::addDiskItem,
-                               "what is wanted of the disk; pDiskItems")
+          t.parts("diskItems", diskItems, &BKQDisk::addDiskItem,
+                  "what is wanted of the disk; pDiskItems")
               .shown("[]");
-          t.parts<BKQFilter>("filters", filters, &BKQDisk::addFilter, "pFilters of the disk");
+          t.parts("filters", filters, &BKQDisk::addFilter, "pFilters of the disk");
         });
     return disks;
   }();

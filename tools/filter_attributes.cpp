@@ -44,40 +44,39 @@ Filter* makePlain(const Value& /*value*/) {
 
 }  // namespace
 
-const Family& filters() {
-  static const Family family = [] {
-    Family filters{"filter", {}};
-    addClass<BKQFilter, BKQDirFilter>(filters, "dir", "BKQDirFilter", "directories by a pattern",
-                                      makePlain<BKQDirFilter>, describePattern<BKQDirFilter>);
-    addClass<BKQFilter, BKQFileFilter>(filters, "file", "BKQFileFilter", "files by a pattern",
-                                       makePlain<BKQFileFilter>, describePattern<BKQFileFilter>);
-    addClass<BKQFilter, BKQVolumeFilter>(filters, "volume", "BKQVolumeFilter",
-                                         "volumes by a pattern", makePlain<BKQVolumeFilter>,
-                                         describePattern<BKQVolumeFilter>);
-    addClass<BKQFilter, BKQAttributeFilter>(
-        filters, "attribute", "BKQAttributeFilter", "files by their attribute bits",
-        makePlain<BKQAttributeFilter>, [](Table<BKQAttributeFilter>& t) {
-          describeFilter(t);
-          t.number("attributes", &BKQAttributeFilter::setAttributes,
-                   "the server's bits; ulAttributes")
-              .shown("\"0x1\"");
-        });
-    addClass<BKQFilter, BKQBeforeTimeFilter>(
-        filters, "beforeTime", "BKQBeforeTimeFilter", "files with a time stamp before a bound",
+const FamilyOf<BKQFilter>& filters() {
+  static const FamilyOf<BKQFilter> family = [] {
+    FamilyOf<BKQFilter> filters("filter");
+    filters.add<BKQDirFilter>("dir", "BKQDirFilter", "directories by a pattern",
+                              makePlain<BKQDirFilter>, describePattern<BKQDirFilter>);
+    filters.add<BKQFileFilter>("file", "BKQFileFilter", "files by a pattern",
+                               makePlain<BKQFileFilter>, describePattern<BKQFileFilter>);
+    filters.add<BKQVolumeFilter>("volume", "BKQVolumeFilter", "volumes by a pattern",
+                                 makePlain<BKQVolumeFilter>, describePattern<BKQVolumeFilter>);
+    filters.add<BKQAttributeFilter>("attribute", "BKQAttributeFilter",
+                                    "files by their attribute bits", makePlain<BKQAttributeFilter>,
+                                    [](Table<BKQAttributeFilter>& t) {
+                                      describeFilter(t);
+                                      t.number("attributes", &BKQAttributeFilter::setAttributes,
+                                               "the server's bits; ulAttributes")
+                                          .shown("\"0x1\"");
+                                    });
+    filters.add<BKQBeforeTimeFilter>(
+        "beforeTime", "BKQBeforeTimeFilter", "files with a time stamp before a bound",
         makeTime<BKQBeforeTimeFilter>, [](Table<BKQBeforeTimeFilter>& t) {
           describeTime(t);
           t.timeOrNow("time", &BKQBeforeTimeFilter::setTime, "the bound, now unless given; lTime")
               .shown("\"2004-03-01T21:00:00\"");
         });
-    addClass<BKQFilter, BKQAfterTimeFilter>(
-        filters, "afterTime", "BKQAfterTimeFilter", "files with a time stamp after a bound",
+    filters.add<BKQAfterTimeFilter>(
+        "afterTime", "BKQAfterTimeFilter", "files with a time stamp after a bound",
         makeTime<BKQAfterTimeFilter>, [](Table<BKQAfterTimeFilter>& t) {
           describeTime(t);
           t.timeOrNow("time", &BKQAfterTimeFilter::setTime, "the bound, now unless given; lTime")
               .shown("\"2004-03-01T21:00:00\"");
         });
-    addClass<BKQFilter, BKQBetweenTimeFilter>(
-        filters, "betweenTime", "BKQBetweenTimeFilter", "files with a time stamp between bounds",
+    filters.add<BKQBetweenTimeFilter>(
+        "betweenTime", "BKQBetweenTimeFilter", "files with a time stamp between bounds",
         makeTime<BKQBetweenTimeFilter>, [](Table<BKQBetweenTimeFilter>& t) {
           describeTime(t);
           t.timeOrNow("startTime", &BKQBetweenTimeFilter::setStartTime,
@@ -87,8 +86,8 @@ const Family& filters() {
                       "the second bound, now unless given; lEndTime")
               .shown("\"2004-03-01T00:00:00\"");
         });
-    addClass<BKQFilter, BKQWithinTimeFilter>(
-        filters, "withinTime", "BKQWithinTimeFilter", "files with a time stamp within a span",
+    filters.add<BKQWithinTimeFilter>(
+        "withinTime", "BKQWithinTimeFilter", "files with a time stamp within a span",
         makeTime<BKQWithinTimeFilter>, [](Table<BKQWithinTimeFilter>& t) {
           describeTime(t);
           t.number("timeUnits", &BKQWithinTimeFilter::setTimeUnits, "length; ulTimeUnits")
@@ -102,17 +101,17 @@ const Family& filters() {
   return family;
 }
 
-const Family& grooms() {
-  static const Family family = [] {
-    Family grooms{"groom", {}};
-    addClass<BKQGroom, BKQGroom>(
-        grooms, "", "BKQGroom", "how long files are kept; in no record",
+const FamilyOf<BKQGroom>& grooms() {
+  static const FamilyOf<BKQGroom> family = [] {
+    FamilyOf<BKQGroom> grooms("groom");
+    grooms.add<BKQGroom>(
+        "", "BKQGroom", "how long files are kept; in no record",
         [](const Value&) { return new BKQGroom; },
         [](Table<BKQGroom>& t) {
           t.number("months", &BKQGroom::setMonths, "months to keep");
           t.number("copies", &BKQGroom::setCopies, "copies to keep");
           t.number("options", &BKQGroom::setOptions, "option bits, 2 unless given");
-          t.parts<BKQFilter>("filters", filters, &BKQGroom::addFilter, "which files");
+          t.parts("filters", filters, &BKQGroom::addFilter, "which files");
         });
     return grooms;
   }();

@@ -118,7 +118,7 @@ Flattened flatten(BKQJob& job, const Selection& selection, BkoqLayout layout) {
   void* out = nullptr;
   const int result = convertJob(job, selection, layout, out);
   freeSessionPasswords();
-  return {result == 1, Tree(out, layout)};
+  return {result == 1, OwnedTree(out, layout)};
 }
 
 }  // namespace bkoq::tool

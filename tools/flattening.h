@@ -12,10 +12,10 @@
 namespace bkoq::tool {
 
 // A record tree, freed with this.
-class Tree {
+class OwnedTree {
  public:
-  Tree() : Tree(nullptr, BKOQ_LAYOUT_CURRENT) {}
-  Tree(void* root, BkoqLayout layout) : root_(root, Free{layout}) {}
+  OwnedTree() : OwnedTree(nullptr, BKOQ_LAYOUT_CURRENT) {}
+  OwnedTree(void* root, BkoqLayout layout) : root_(root, Free{layout}) {}
 
   const void* root() const { return root_.get(); }
   BkoqLayout layout() const { return root_.get_deleter().layout; }
@@ -44,7 +44,7 @@ std::string misfitOf(const BKQJob& job, const Selection& selection);
 
 struct Flattened {
   bool succeeded;
-  Tree tree;  // also of a failed conversion, as far as it came
+  OwnedTree tree;  // also of a failed conversion, as far as it came
 };
 
 // Calls the conversion that the selection asks for. A failing one says why on the standard error

@@ -78,24 +78,24 @@ void describeJob(Table<Job>& t) {
         job.setScriptUserID(user, text);
       },
       "in no record");
-  t.template adopted<BKQFax>("faxInfo", faxes, &BKQJob::setFaxInfo, "stFax");
-  t.template adopted<BKQEMail>("emailInfo", emails, &BKQJob::setEMailInfo, "stEMail");
-  t.template kept<BKQPrintQueue>("printQueue", printQueues, &BKQJob::setPrintQueue, "stPrintQueue");
+  t.adopted("faxInfo", faxes, &BKQJob::setFaxInfo, "stFax");
+  t.adopted("emailInfo", emails, &BKQJob::setEMailInfo, "stEMail");
+  t.kept("printQueue", printQueues, &BKQJob::setPrintQueue, "stPrintQueue");
 }
 
 // The job's own setSchedule() takes the classes that suit it.
 template <class Schedule, class Job>
-void describeSchedule(Table<Job>& t, const Family& (*family)()) {
-  t.template adopted<Schedule>(
+void describeSchedule(Table<Job>& t, const FamilyOf<Schedule>& (*family)()) {
+  t.adopted(
       "schedule", family, [](Job& job, Schedule& schedule) { job.setSchedule(schedule); },
       "stSchedule and stScheduleExt");
 }
 
 template <class Schedule, class Job>
-void describeBackup(Table<Job>& t, const Family& (*schedules)()) {
+void describeBackup(Table<Job>& t, const FamilyOf<Schedule>& (*schedules)()) {
   describeName(t);
   describeJob(t);
-  describeSchedule<Schedule>(t, schedules);
+  describeSchedule(t, schedules);
   t.number("maxThreads", &BKQBackupJob::setMaxThreads, "in no record");
   t.text("sessionPassword", &BKQBackupJob::setSessionPassword,
          "pszPassword of every disk without its own");
@@ -113,22 +113,17 @@ void describeBackup(Table<Job>& t, const Family& (*schedules)()) {
   t.number("spanMethod", &BKQBackupJob::setSpanMethod,
            "the server's code; usSpanTapeMethod of every tape")
       .upTo(0xFFFF);
-  t.template kept<BKQOpenFileInfo>("openFileInfo", openFileInfos, &BKQBackupJob::setOpenFileInfo,
-                                   "stOpenFile");
-  t.template parts<BKQFilter>("filters", filters, &BKQBackupJob::addFilter,
-                              "pFilters of every source node");
-  t.template parts<BKQDiskNode>("sourceNodes", machines, &BKQBackupJob::addSourceNode,
-                                "what is backed up; pSourceNodes")
+  t.kept("openFileInfo", openFileInfos, &BKQBackupJob::setOpenFileInfo, "stOpenFile");
+  t.parts("filters", filters, &BKQBackupJob::addFilter, "pFilters of every source node");
+  t.parts("sourceNodes", machines, &BKQBackupJob::addSourceNode, "what is backed up; pSourceNodes")
       .shown("[]");
-  t.template adopted<BKQTapeNode>("destination", tapeNodes, &BKQBackupJob::setDestination,
-                                  "where it goes; pDestNodes")
+  t.adopted("destination", tapeNodes, &BKQBackupJob::setDestination, "where it goes; pDestNodes")
       .shown("{}");
 }
 
 template <class Job>
 void describeTapeSources(Table<Job>& t) {
-  t.template parts<BKQTapeNode>("sourceNodes", tapeNodes, &Job::addSourceNode,
-                                "the tapes to read; pSourceNodes")
+  t.parts("sourceNodes", tapeNodes, &Job::addSourceNode, "the tapes to read; pSourceNodes")
       .shown("[]");
 }
 
@@ -136,18 +131,16 @@ template <class Job>
 void describeRestore(Table<Job>& t) {
   describeName(t);
   describeJob(t);
-  describeSchedule<BKQRegularSchedule>(t, schedules);
+  describeSchedule(t, schedules);
   t.number("onConflict", &BKQRestoreJob::setOnConflict,
            "the server's code, 3 unless given; usOnConflict")
       .upTo(0xFFFF);
   t.number("restoreView", &BKQRestoreJob::setRestoreView, "1 unless given; in no record");
   t.text("sessionPassword", &BKQRestoreJob::setSessionPassword,
          "pszSessionPW of every tape without its own");
-  t.template parts<BKQFilter>("filters", filters, &BKQRestoreJob::addFilter,
-                              "pFilters of every source node");
+  t.parts("filters", filters, &BKQRestoreJob::addFilter, "pFilters of every source node");
   describeTapeSources(t);
-  t.template parts<BKQRestoreNode>("destNodes", restoreNodes, &BKQRestoreJob::addDestNode,
-                                   "where it goes; pDestNodes")
+  t.parts("destNodes", restoreNodes, &BKQRestoreJob::addDestNode, "where it goes; pDestNodes")
       .shown("[]");
 }
 
@@ -155,7 +148,7 @@ template <class Job>
 void describeVerify(Table<Job>& t) {
   describeName(t);
   describeJob(t);
-  describeSchedule<BKQRegularSchedule>(t, schedules);
+  describeSchedule(t, schedules);
   describeTapeSources(t);
 }
 
@@ -163,69 +156,61 @@ constexpr const char* kNoSessions = "is no session number from 1 to 5000, nor a 
 
 }  // namespace
 
-const Family& jobs() {
-  static const Family family = [] {
-    Family jobs{"job", {}};
-    addClass<BKQJob, BKQJob>(jobs, "job", "BKQJob", "a job without nodes", makeNamed<BKQJob>,
-                             [](Table<BKQJob>& t) {
-                               describeName(t);
-                               describeJob(t);
-                               describeSchedule<BKQRegularSchedule>(t, schedules);
-                             });
-    addClass<BKQJob, BKQBackupJob>(
-        jobs, "backup", "BKQBackupJob", "a backup", makeNamed<BKQBackupJob>,
-        [](Table<BKQBackupJob>& t) { describeBackup<BKQRegularSchedule>(t, schedules); });
-    addClass<BKQJob, BKQCruiseBackupJob>(
-        jobs, "cruiseBackup", "BKQCruiseBackupJob", "a backup on a grandfather-father-son rotation",
-        makeNamed<BKQCruiseBackupJob>, [](Table<BKQCruiseBackupJob>& t) {
-          describeBackup<BKQCruiseSchedule>(t, cruiseSchedules);
-        });
-    addClass<BKQJob, BKQRotationBackupJob>(
-        jobs, "rotationBackup", "BKQRotationBackupJob", "a backup on a media rotation",
-        makeNamed<BKQRotationBackupJob>, [](Table<BKQRotationBackupJob>& t) {
-          describeBackup<BKQRotationSchedule>(t, rotationSchedules);
-        });
-    addClass<BKQJob, BKQCruiseMakeupJob>(
-        jobs, "cruiseMakeup", "BKQCruiseMakeupJob",
+const FamilyOf<BKQJob>& jobs() {
+  static const FamilyOf<BKQJob> family = [] {
+    FamilyOf<BKQJob> jobs("job");
+    jobs.add<BKQJob>("job", "BKQJob", "a job without nodes", makeNamed<BKQJob>,
+                     [](Table<BKQJob>& t) {
+                       describeName(t);
+                       describeJob(t);
+                       describeSchedule(t, schedules);
+                     });
+    jobs.add<BKQBackupJob>("backup", "BKQBackupJob", "a backup", makeNamed<BKQBackupJob>,
+                           [](Table<BKQBackupJob>& t) { describeBackup(t, schedules); });
+    jobs.add<BKQCruiseBackupJob>(
+        "cruiseBackup", "BKQCruiseBackupJob", "a backup on a grandfather-father-son rotation",
+        makeNamed<BKQCruiseBackupJob>,
+        [](Table<BKQCruiseBackupJob>& t) { describeBackup(t, cruiseSchedules); });
+    jobs.add<BKQRotationBackupJob>(
+        "rotationBackup", "BKQRotationBackupJob", "a backup on a media rotation",
+        makeNamed<BKQRotationBackupJob>,
+        [](Table<BKQRotationBackupJob>& t) { describeBackup(t, rotationSchedules); });
+    jobs.add<BKQCruiseMakeupJob>(
+        "cruiseMakeup", "BKQCruiseMakeupJob",
         "a makeup of a backup on a grandfather-father-son rotation", makeNamed<BKQCruiseMakeupJob>,
-        [](Table<BKQCruiseMakeupJob>& t) {
-          describeBackup<BKQCruiseSchedule>(t, cruiseSchedules);
-        });
-    addClass<BKQJob, BKQRotationMakeupJob>(
-        jobs, "rotationMakeup", "BKQRotationMakeupJob", "a makeup of a backup on a media rotation",
-        makeNamed<BKQRotationMakeupJob>, [](Table<BKQRotationMakeupJob>& t) {
-          describeBackup<BKQRotationSchedule>(t, rotationSchedules);
-        });
-    addClass<BKQJob, BKQCustomBackupJob>(
-        jobs, "customBackup", "BKQCustomBackupJob", "a backup on a custom schedule",
-        makeNamed<BKQCustomBackupJob>, [](Table<BKQCustomBackupJob>& t) {
-          describeBackup<BKQCustomSchedule>(t, customSchedules);
-        });
-    addClass<BKQJob, BKQDatabaseBackupJob>(
-        jobs, "databaseBackup", "BKQDatabaseBackupJob", "a backup of databases",
+        [](Table<BKQCruiseMakeupJob>& t) { describeBackup(t, cruiseSchedules); });
+    jobs.add<BKQRotationMakeupJob>(
+        "rotationMakeup", "BKQRotationMakeupJob", "a makeup of a backup on a media rotation",
+        makeNamed<BKQRotationMakeupJob>,
+        [](Table<BKQRotationMakeupJob>& t) { describeBackup(t, rotationSchedules); });
+    jobs.add<BKQCustomBackupJob>(
+        "customBackup", "BKQCustomBackupJob", "a backup on a custom schedule",
+        makeNamed<BKQCustomBackupJob>,
+        [](Table<BKQCustomBackupJob>& t) { describeBackup(t, customSchedules); });
+    jobs.add<BKQDatabaseBackupJob>(
+        "databaseBackup", "BKQDatabaseBackupJob", "a backup of databases",
         makeNamed<BKQDatabaseBackupJob>,
-        [](Table<BKQDatabaseBackupJob>& t) { describeBackup<BKQRegularSchedule>(t, schedules); });
-    addClass<BKQJob, BKQRestoreJob>(jobs, "restore", "BKQRestoreJob", "a restore",
-                                    makeNamed<BKQRestoreJob>, describeRestore<BKQRestoreJob>);
-    addClass<BKQJob, BKQDatabaseRestoreJob>(
-        jobs, "databaseRestore", "BKQDatabaseRestoreJob", "a restore of databases",
-        makeNamed<BKQDatabaseRestoreJob>, describeRestore<BKQDatabaseRestoreJob>);
-    addClass<BKQJob, BKQVerifyJob>(jobs, "verify", "BKQVerifyJob", "reads tapes to verify them",
-                                   makeNamed<BKQVerifyJob>, describeVerify<BKQVerifyJob>);
-    addClass<BKQJob, BKQCompareJob>(
-        jobs, "compare", "BKQCompareJob", "compares tapes with a machine", makeNamed<BKQCompareJob>,
-        [](Table<BKQCompareJob>& t) {
-          describeVerify(t);
-          t.adopted<BKQDiskNode>("destination", machines, &BKQCompareJob::setDestination,
-                                 "the machine; pDestNodes")
-              .required()
-              .shown("{}");
-        });
-    addClass<BKQJob, BKQMergeJob>(
-        jobs, "merge", "BKQMergeJob", "merges tape sessions into a machine's database",
+        [](Table<BKQDatabaseBackupJob>& t) { describeBackup(t, schedules); });
+    jobs.add<BKQRestoreJob>("restore", "BKQRestoreJob", "a restore", makeNamed<BKQRestoreJob>,
+                            describeRestore<BKQRestoreJob>);
+    jobs.add<BKQDatabaseRestoreJob>("databaseRestore", "BKQDatabaseRestoreJob",
+                                    "a restore of databases", makeNamed<BKQDatabaseRestoreJob>,
+                                    describeRestore<BKQDatabaseRestoreJob>);
+    jobs.add<BKQVerifyJob>("verify", "BKQVerifyJob", "reads tapes to verify them",
+                           makeNamed<BKQVerifyJob>, describeVerify<BKQVerifyJob>);
+    jobs.add<BKQCompareJob>("compare", "BKQCompareJob", "compares tapes with a machine",
+                            makeNamed<BKQCompareJob>, [](Table<BKQCompareJob>& t) {
+                              describeVerify(t);
+                              t.adopted("destination", machines, &BKQCompareJob::setDestination,
+                                        "the machine; pDestNodes")
+                                  .required()
+                                  .shown("{}");
+                            });
+    jobs.add<BKQMergeJob>(
+        "merge", "BKQMergeJob", "merges tape sessions into a machine's database",
         makeUnnamed<BKQMergeJob>, [](Table<BKQMergeJob>& t) {
           describeJob(t);
-          describeSchedule<BKQRegularSchedule>(t, schedules);
+          describeSchedule(t, schedules);
           t.numbers<unsigned short>(
               "mergeRange", 2,
               [](BKQMergeJob& job, const std::vector<unsigned short>& ends) {
@@ -238,18 +223,17 @@ const Family& jobs() {
               [](BKQMergeJob& job, const char* text) { return job.setMergeFilter(text); },
               kNoSessions, "session or range, \"3-7\"; in no record");
           t.flag("detailedMerge", &BKQMergeJob::setDetailedMerge, "in no record");
-          t.adopted<BKQTapeNode>("source", tapeNodes, &BKQMergeJob::setSource,
-                                 "the tapes; pSourceNodes")
+          t.adopted("source", tapeNodes, &BKQMergeJob::setSource, "the tapes; pSourceNodes")
               .shown("{}");
-          t.adopted<BKQDiskNode>("destination", machines, &BKQMergeJob::setDestination,
-                                 "the machine; pDestNodes")
+          t.adopted("destination", machines, &BKQMergeJob::setDestination,
+                    "the machine; pDestNodes")
               .shown("{}");
         });
-    addClass<BKQJob, BKQScanJob>(
-        jobs, "scan", "BKQScanJob", "scans tape sessions", makeUnnamed<BKQScanJob>,
+    jobs.add<BKQScanJob>(
+        "scan", "BKQScanJob", "scans tape sessions", makeUnnamed<BKQScanJob>,
         [](Table<BKQScanJob>& t) {
           describeJob(t);
-          describeSchedule<BKQRegularSchedule>(t, schedules);
+          describeSchedule(t, schedules);
           t.numbers<unsigned short>(
               "scanRange", 2,
               [](BKQScanJob& job, const std::vector<unsigned short>& ends) {
@@ -262,8 +246,7 @@ const Family& jobs() {
               [](BKQScanJob& job, const char* text) { return job.setScanFilter(text); },
               kNoSessions, "session or range, \"3-7\"; in no record");
           t.flag("detailedScan", &BKQScanJob::setDetailedScan, "in no record");
-          t.adopted<BKQTapeNode>("source", tapeNodes, &BKQScanJob::setSource,
-                                 "the tapes; pSourceNodes")
+          t.adopted("source", tapeNodes, &BKQScanJob::setSource, "the tapes; pSourceNodes")
               .shown("{}");
         });
     return jobs;

@@ -19,7 +19,7 @@ LoadedJob readJob(const std::string& text, Problems& problems) {
     return loaded;
   }
   Reader reader(problems, loaded.kept);
-  loaded.job.reset(static_cast<BKQJob*>(readObject(reader, jobs(), root)));
+  loaded.job.reset(jobs().read(reader, root));
   return loaded;
 }
 

@@ -52,7 +52,7 @@ void describeNodeOS(Table<Node>& t) {
 
 template <class Node>
 void describeFilters(Table<Node>& t) {
-  t.template parts<BKQFilter>("filters", filters, &BKQNode::addFilter, "pFilters of the node");
+  t.parts("filters", filters, &BKQNode::addFilter, "pFilters of the node");
 }
 
 template <class Node>
@@ -61,8 +61,8 @@ void describeMachine(Table<Node>& t) {
   describeNodeOS(t);
   describeNodeOptions(t, "options");
   describeFilters(t);
-  t.template kept<BKQGroom>("groomInfo", grooms, &BKQDiskNode::setGroomInfo, "in no record");
-  t.template parts<BKQDisk>("disks", disks, &BKQDiskNode::addDisk, "pMedia").shown("[]");
+  t.kept("groomInfo", grooms, &BKQDiskNode::setGroomInfo, "in no record");
+  t.parts("disks", disks, &BKQDiskNode::addDisk, "pMedia").shown("[]");
 }
 
 template <class Node>
@@ -71,17 +71,17 @@ Node* makeNode(const Value& /*value*/) {
 }
 
 template <class Node, class Describe>
-void addMachine(Family& family, const char* kind, const char* name, const char* meaning,
-                Describe describe) {
-  addClass<BKQDiskNode, Node>(family, kind, name, meaning, makeNode<Node>,
-                              [describe](Table<Node>& t) {
-                                describeMachine(t);
-                                describe(t);
-                              });
+void addMachine(FamilyOf<BKQDiskNode>& family, const char* kind, const char* name,
+                const char* meaning, Describe describe) {
+  family.template add<Node>(kind, name, meaning, makeNode<Node>, [describe](Table<Node>& t) {
+    describeMachine(t);
+    describe(t);
+  });
 }
 
 template <class Node>
-void addMachine(Family& family, const char* kind, const char* name, const char* meaning) {
+void addMachine(FamilyOf<BKQDiskNode>& family, const char* kind, const char* name,
+                const char* meaning) {
   addMachine<Node>(family, kind, name, meaning, [](Table<Node>&) {});
 }
 
@@ -103,9 +103,9 @@ void describeRestoreNode(Table<Node>& t) {
 
 }  // namespace
 
-const Family& machines() {
-  static const Family family = [] {
-    Family machines{"node", {}};
+const FamilyOf<BKQDiskNode>& machines() {
+  static const FamilyOf<BKQDiskNode> family = [] {
+    FamilyOf<BKQDiskNode> machines("node");
     addMachine<BKQUnixNode>(machines, "unix", "BKQUnixNode", "a UNIX machine",
                             [](Table<BKQUnixNode>& t) {
                               t.number("unixOptions", &BKQUnixNode::setUnixOptions,
@@ -145,35 +145,33 @@ const Family& machines() {
   return family;
 }
 
-const Family& tapeNodes() {
-  static const Family family = [] {
-    Family nodes{"tape node", {}};
-    addClass<BKQTapeNode, BKQTapeNode>(
-        nodes, "", "BKQTapeNode", "tapes to read, or to write to", makeNode<BKQTapeNode>,
-        [](Table<BKQTapeNode>& t) {
-          describeNode(t);
-          describeNodeOS(t);
-          describeNodeOptions(t, "options");
-          describeFilters(t);
-          t.parts<BKQTape>("tapes", tapes, &BKQTapeNode::addTape, "pMedia").shown("[]");
-        });
+const FamilyOf<BKQTapeNode>& tapeNodes() {
+  static const FamilyOf<BKQTapeNode> family = [] {
+    FamilyOf<BKQTapeNode> nodes("tape node");
+    nodes.add<BKQTapeNode>("", "BKQTapeNode", "tapes to read, or to write to",
+                           makeNode<BKQTapeNode>, [](Table<BKQTapeNode>& t) {
+                             describeNode(t);
+                             describeNodeOS(t);
+                             describeNodeOptions(t, "options");
+                             describeFilters(t);
+                             t.parts("tapes", tapes, &BKQTapeNode::addTape, "pMedia").shown("[]");
+                           });
     return nodes;
   }();
   return family;
 }
 
-const Family& restoreNodes() {
-  static const Family family = [] {
-    Family nodes{"restore node", {}};
-    addClass<BKQRestoreNode, BKQRestoreNode>(nodes, "machine", "BKQRestoreNode",
-                                             "a machine to restore to", makeNode<BKQRestoreNode>,
-                                             [](Table<BKQRestoreNode>& t) {
-                                               describeRestoreNode(t);
-                                               describeNodeOptions(t, "options");
-                                             });
-    addClass<BKQRestoreNode, BKQDBRestoreNode>(
-        nodes, "database", "BKQDBRestoreNode", "a database to restore to",
-        makeNode<BKQDBRestoreNode>, [](Table<BKQDBRestoreNode>& t) {
+const FamilyOf<BKQRestoreNode>& restoreNodes() {
+  static const FamilyOf<BKQRestoreNode> family = [] {
+    FamilyOf<BKQRestoreNode> nodes("restore node");
+    nodes.add<BKQRestoreNode>("machine", "BKQRestoreNode", "a machine to restore to",
+                              makeNode<BKQRestoreNode>, [](Table<BKQRestoreNode>& t) {
+                                describeRestoreNode(t);
+                                describeNodeOptions(t, "options");
+                              });
+    nodes.add<BKQDBRestoreNode>(
+        "database", "BKQDBRestoreNode", "a database to restore to", makeNode<BKQDBRestoreNode>,
+        [](Table<BKQDBRestoreNode>& t) {
           describeRestoreNode(t);
           describeNodeOptions(t, "nodeOptions");
           t.number("options", &BKQDBRestoreNode::setOptions, "option bits; ulOptions of its disk");

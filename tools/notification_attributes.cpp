@@ -12,12 +12,11 @@ void describeHost(Table<Notification>& t) {
 
 }  // namespace
 
-const Family& faxes() {
-  static const Family family = [] {
-    Family faxes{"fax", {}};
-    addClass<BKQFax, BKQFax>(
-        faxes, "", "BKQFax", "a notification by fax; stFax",
-        [](const Value&) { return new BKQFax; },
+const FamilyOf<BKQFax>& faxes() {
+  static const FamilyOf<BKQFax> family = [] {
+    FamilyOf<BKQFax> faxes("fax");
+    faxes.add<BKQFax>(
+        "", "BKQFax", "a notification by fax; stFax", [](const Value&) { return new BKQFax; },
         [](Table<BKQFax>& t) {
           describeHost(t);
           t.text("faxNumber", &BKQFax::setFaxNumber, "pszFaxNumber");
@@ -30,14 +29,14 @@ const Family& faxes() {
   return family;
 }
 
-const Family& emails() {
-  static const Family family = [] {
-    Family emails{"e-mail", {}};
-    addClass<BKQEMail, BKQInternetEMail>(
-        emails, "internet", "BKQInternetEMail", "a notification by Internet e-mail; stEMail",
+const FamilyOf<BKQEMail>& emails() {
+  static const FamilyOf<BKQEMail> family = [] {
+    FamilyOf<BKQEMail> emails("e-mail");
+    emails.add<BKQInternetEMail>(
+        "internet", "BKQInternetEMail", "a notification by Internet e-mail; stEMail",
         [](const Value&) { return new BKQInternetEMail; }, describeHost<BKQInternetEMail>);
-    addClass<BKQEMail, BKQMHSEMail>(
-        emails, "mhs", "BKQMHSEMail", "a notification by MHS e-mail; stEMail",
+    emails.add<BKQMHSEMail>(
+        "mhs", "BKQMHSEMail", "a notification by MHS e-mail; stEMail",
         [](const Value&) { return new BKQMHSEMail; },
         [](Table<BKQMHSEMail>& t) {
           describeHost(t);
@@ -50,11 +49,11 @@ const Family& emails() {
   return family;
 }
 
-const Family& printQueues() {
-  static const Family family = [] {
-    Family queues{"print queue", {}};
-    addClass<BKQPrintQueue, BKQPrintQueue>(
-        queues, "", "BKQPrintQueue", "a report to a print queue; stPrintQueue",
+const FamilyOf<BKQPrintQueue>& printQueues() {
+  static const FamilyOf<BKQPrintQueue> family = [] {
+    FamilyOf<BKQPrintQueue> queues("print queue");
+    queues.add<BKQPrintQueue>(
+        "", "BKQPrintQueue", "a report to a print queue; stPrintQueue",
         [](const Value&) { return new BKQPrintQueue; },
         [](Table<BKQPrintQueue>& t) {
           describeHost(t);
@@ -65,11 +64,11 @@ const Family& printQueues() {
   return family;
 }
 
-const Family& openFileInfos() {
-  static const Family family = [] {
-    Family infos{"open-file option", {}};
-    addClass<BKQOpenFileInfo, BKQOpenFileInfo>(
-        infos, "", "BKQOpenFileInfo", "what is done about open files; stOpenFile",
+const FamilyOf<BKQOpenFileInfo>& openFileInfos() {
+  static const FamilyOf<BKQOpenFileInfo> family = [] {
+    FamilyOf<BKQOpenFileInfo> infos("open-file option");
+    infos.add<BKQOpenFileInfo>(
+        "", "BKQOpenFileInfo", "what is done about open files; stOpenFile",
         [](const Value&) { return new BKQOpenFileInfo; },
         [](Table<BKQOpenFileInfo>& t) {
           t.number("fActions", &BKQOpenFileInfo::setFActions,

@@ -7,7 +7,7 @@
 
 namespace bkoq::tool {
 
-// How a command ends.
+// How a command ends: the exit status.
 enum Status : int {
   kDone = 0,
   kDiffers = 1,  // or the conversion failed

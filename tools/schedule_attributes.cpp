@@ -23,8 +23,7 @@ void describeSchedule(Table<Schedule>& t) {
 template <class Schedule>
 void describeRotation(Table<Schedule>& t) {
   describeSchedule(t);
-  t.template adopted<BKQJobMask>("jobMask", jobMasks, &BKQRotationSchedule::setJobMask,
-                                 "what is run on each day");
+  t.adopted("jobMask", jobMasks, &BKQRotationSchedule::setJobMask, "what is run on each day");
   t.text("setName", &BKQRotationSchedule::setSetName, "media set; pszSetName").shown("\"SET\"");
   t.text("setPW", &BKQRotationSchedule::setSetPW, "in no record");
   t.text("schemeName", &BKQRotationSchedule::setSchemeName, "in no record");
@@ -37,22 +36,21 @@ void describeRotation(Table<Schedule>& t) {
       "hour and minute; in no record");
   t.flag(
       "doMakeup", [](Schedule& schedule, int flag) { schedule.doMakeup(flag); }, "in no record");
-  t.template parts<BKQExceptionDay>("exceptionDays", exceptionDays,
-                                    &BKQRotationSchedule::addExceptionDay,
-                                    "days that differ; in no record");
+  t.parts("exceptionDays", exceptionDays, &BKQRotationSchedule::addExceptionDay,
+          "days that differ; in no record");
 }
 
 template <class Part>
-void addRegular(Family& family) {
-  addClass<Part, BKQRegularSchedule>(
-      family, "regular", "BKQRegularSchedule", "once, or as the server repeats it",
+void addRegular(FamilyOf<Part>& family) {
+  family.template add<BKQRegularSchedule>(
+      "regular", "BKQRegularSchedule", "once, or as the server repeats it",
       [](const Value&) { return new BKQRegularSchedule; }, describeSchedule<BKQRegularSchedule>);
 }
 
 template <class Part>
-void addCustom(Family& family) {
-  addClass<Part, BKQCustomSchedule>(
-      family, "custom", "BKQCustomSchedule", "repeated by four values of the server's",
+void addCustom(FamilyOf<Part>& family) {
+  family.template add<BKQCustomSchedule>(
+      "custom", "BKQCustomSchedule", "repeated by four values of the server's",
       [](const Value&) { return new BKQCustomSchedule; },
       [](Table<BKQCustomSchedule>& t) {
         describeSchedule(t);
@@ -67,16 +65,16 @@ void addCustom(Family& family) {
 }
 
 template <class Part>
-void addRotation(Family& family) {
-  addClass<Part, BKQRotationSchedule>(
-      family, "rotation", "BKQRotationSchedule", "a media rotation, day by day",
+void addRotation(FamilyOf<Part>& family) {
+  family.template add<BKQRotationSchedule>(
+      "rotation", "BKQRotationSchedule", "a media rotation, day by day",
       [](const Value&) { return new BKQRotationSchedule; }, describeRotation<BKQRotationSchedule>);
 }
 
 template <class Part>
-void addCruise(Family& family) {
-  addClass<Part, BKQCruiseSchedule>(
-      family, "cruise", "BKQCruiseSchedule", "a grandfather-father-son rotation",
+void addCruise(FamilyOf<Part>& family) {
+  family.template add<BKQCruiseSchedule>(
+      "cruise", "BKQCruiseSchedule", "a grandfather-father-son rotation",
       [](const Value&) { return new BKQCruiseSchedule; },
       [](Table<BKQCruiseSchedule>& t) {
         describeRotation(t);
@@ -100,51 +98,51 @@ void addCruise(Family& family) {
 
 }  // namespace
 
-const Family& schedules() {
-  static const Family family = [] {
-    Family schedules{"schedule", {}};
-    addRegular<BKQRegularSchedule>(schedules);
-    addCustom<BKQRegularSchedule>(schedules);
-    addRotation<BKQRegularSchedule>(schedules);
-    addCruise<BKQRegularSchedule>(schedules);
+const FamilyOf<BKQRegularSchedule>& schedules() {
+  static const FamilyOf<BKQRegularSchedule> family = [] {
+    FamilyOf<BKQRegularSchedule> schedules("schedule");
+    addRegular(schedules);
+    addCustom(schedules);
+    addRotation(schedules);
+    addCruise(schedules);
     return schedules;
   }();
   return family;
 }
 
-const Family& customSchedules() {
-  static const Family family = [] {
-    Family schedules{"custom schedule", {}};
-    addCustom<BKQCustomSchedule>(schedules);
+const FamilyOf<BKQCustomSchedule>& customSchedules() {
+  static const FamilyOf<BKQCustomSchedule> family = [] {
+    FamilyOf<BKQCustomSchedule> schedules("custom schedule");
+    addCustom(schedules);
     return schedules;
   }();
   return family;
 }
 
-const Family& rotationSchedules() {
-  static const Family family = [] {
-    Family schedules{"rotation schedule", {}};
-    addRotation<BKQRotationSchedule>(schedules);
-    addCruise<BKQRotationSchedule>(schedules);
+const FamilyOf<BKQRotationSchedule>& rotationSchedules() {
+  static const FamilyOf<BKQRotationSchedule> family = [] {
+    FamilyOf<BKQRotationSchedule> schedules("rotation schedule");
+    addRotation(schedules);
+    addCruise(schedules);
     return schedules;
   }();
   return family;
 }
 
-const Family& cruiseSchedules() {
-  static const Family family = [] {
-    Family schedules{"cruise schedule", {}};
-    addCruise<BKQCruiseSchedule>(schedules);
+const FamilyOf<BKQCruiseSchedule>& cruiseSchedules() {
+  static const FamilyOf<BKQCruiseSchedule> family = [] {
+    FamilyOf<BKQCruiseSchedule> schedules("cruise schedule");
+    addCruise(schedules);
     return schedules;
   }();
   return family;
 }
 
-const Family& spans() {
-  static const Family family = [] {
-    Family spans{"time span", {}};
-    addClass<BKQTime, BKQTime>(
-        spans, "", "BKQTime", "a number with a kind; in no record",
+const FamilyOf<BKQTime>& spans() {
+  static const FamilyOf<BKQTime> family = [] {
+    FamilyOf<BKQTime> spans("time span");
+    spans.add<BKQTime>(
+        "", "BKQTime", "a number with a kind; in no record",
         [](const Value&) { return new BKQTime; },
         [](Table<BKQTime>& t) {
           t.number("value", &BKQTime::setValue, "how many").shown("1");
@@ -155,12 +153,11 @@ const Family& spans() {
   return family;
 }
 
-const Family& jobUnits() {
-  static const Family family = [] {
-    Family units{"job unit", {}};
-    addClass<BKQJobUnit, BKQJobUnit>(
-        units, "", "BKQJobUnit", "one day of a rotation",
-        [](const Value&) { return new BKQJobUnit; },
+const FamilyOf<BKQJobUnit>& jobUnits() {
+  static const FamilyOf<BKQJobUnit> family = [] {
+    FamilyOf<BKQJobUnit> units("job unit");
+    units.add<BKQJobUnit>(
+        "", "BKQJobUnit", "one day of a rotation", [](const Value&) { return new BKQJobUnit; },
         [](Table<BKQJobUnit>& t) {
           t.number("jobType", &BKQJobUnit::setJobType,
                    "the server's code; abJobTypes of the previous layout, first eight units")
@@ -177,31 +174,29 @@ const Family& jobUnits() {
   return family;
 }
 
-const Family& jobMasks() {
-  static const Family family = [] {
-    Family masks{"job mask", {}};
-    addClass<BKQJobMask, BKQJobMask>(
-        masks, "", "BKQJobMask", "the days of a rotation",
-        [](const Value&) { return new BKQJobMask; },
+const FamilyOf<BKQJobMask>& jobMasks() {
+  static const FamilyOf<BKQJobMask> family = [] {
+    FamilyOf<BKQJobMask> masks("job mask");
+    masks.add<BKQJobMask>(
+        "", "BKQJobMask", "the days of a rotation", [](const Value&) { return new BKQJobMask; },
         [](Table<BKQJobMask>& t) {
           t.number("tapeNamePrefix", &BKQJobMask::setTapeNamePrefix,
                    "the server's code, 1 unless given; in no record");
           t.number("repeats", &BKQJobMask::setRepeats, "in no record");
-          t.kept<BKQTime>("repeatCycle", spans, &BKQJobMask::setRepeatCycle, "in no record");
-          t.kept<BKQTime>("repeatInterval", spans, &BKQJobMask::setRepeatInterval, "in no record");
-          t.parts<BKQJobUnit>("jobUnits", jobUnits, &BKQJobMask::addJobUnit, "one for each day")
-              .shown("[]");
+          t.kept("repeatCycle", spans, &BKQJobMask::setRepeatCycle, "in no record");
+          t.kept("repeatInterval", spans, &BKQJobMask::setRepeatInterval, "in no record");
+          t.parts("jobUnits", jobUnits, &BKQJobMask::addJobUnit, "one for each day").shown("[]");
         });
     return masks;
   }();
   return family;
 }
 
-const Family& exceptionDays() {
-  static const Family family = [] {
-    Family days{"exception day", {}};
-    addClass<BKQExceptionDay, BKQExceptionDay>(
-        days, "", "BKQExceptionDay", "a day on which a rotation differs; in no record",
+const FamilyOf<BKQExceptionDay>& exceptionDays() {
+  static const FamilyOf<BKQExceptionDay> family = [] {
+    FamilyOf<BKQExceptionDay> days("exception day");
+    days.add<BKQExceptionDay>(
+        "", "BKQExceptionDay", "a day on which a rotation differs; in no record",
         [](const Value&) { return new BKQExceptionDay; },
         [](Table<BKQExceptionDay>& t) {
           t.timeOrNow("exceptionTime", &BKQExceptionDay::setExceptionTime,

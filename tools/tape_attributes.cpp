@@ -2,11 +2,11 @@
 
 namespace bkoq::tool {
 
-const Family& tapeItems() {
-  static const Family family = [] {
-    Family items{"tape item", {}};
-    addClass<BKQTapeItem, BKQTapeItem>(
-        items, "", "BKQTapeItem", "one part of a tape session",
+const FamilyOf<BKQTapeItem>& tapeItems() {
+  static const FamilyOf<BKQTapeItem> family = [] {
+    FamilyOf<BKQTapeItem> items("tape item");
+    items.add<BKQTapeItem>(
+        "", "BKQTapeItem", "one part of a tape session",
         [](const Value&) { return new BKQTapeItem; },
         [](Table<BKQTapeItem>& t) {
           t.text(
@@ -24,11 +24,11 @@ const Family& tapeItems() {
   return family;
 }
 
-const Family& tapeExtensions() {
-  static const Family family = [] {
-    Family extensions{"tape extension", {}};
-    addClass<BKQTapeXtension, BKQTapeXtension>(
-        extensions, "", "BKQTapeXtension", "database credentials of a tape session; pTapeX",
+const FamilyOf<BKQTapeXtension>& tapeExtensions() {
+  static const FamilyOf<BKQTapeXtension> family = [] {
+    FamilyOf<BKQTapeXtension> extensions("tape extension");
+    extensions.add<BKQTapeXtension>(
+        "", "BKQTapeXtension", "database credentials of a tape session; pTapeX",
         [](const Value&) { return new BKQTapeXtension; },
         [](Table<BKQTapeXtension>& t) {
           t.text("dbUser", &BKQTapeXtension::setDBuser, "pszDBUser");
@@ -42,12 +42,11 @@ const Family& tapeExtensions() {
   return family;
 }
 
-const Family& tapes() {
-  static const Family family = [] {
-    Family tapes{"tape", {}};
-    addClass<BKQTape, BKQTape>(
-        tapes, "", "BKQTape", "a tape, or a session on one",
-        [](const Value&) { return new BKQTape; },
+const FamilyOf<BKQTape>& tapes() {
+  static const FamilyOf<BKQTape> family = [] {
+    FamilyOf<BKQTape> tapes("tape");
+    tapes.add<BKQTape>(
+        "", "BKQTape", "a tape, or a session on one", [](const Value&) { return new BKQTape; },
         [](Table<BKQTape>& t) {
           t.text("deviceGroup", &BKQTape::setDeviceGroup, "group of drives; pszDeviceGroup");
           t.text("tapeName", &BKQTape::setTapeName, "pszTapeName").shown("\"TAPE-01\"");
@@ -73,11 +72,11 @@ const Family& tapes() {
                     "lSessionEndTime of the previous layout, as given");
           // An extension adds its bit to the options, so it comes behind.
           t.number("options", &BKQTape::setOptions, "option bits; ulOptions");
-          t.kept<BKQTapeXtension>("tapeXtension", tapeExtensions, &BKQTape::setTapeXtension,
-                                  "database credentials; pTapeX");
-          t.parts<BKQTapeItem>("tapeItems", tapeItems, &BKQTape::addTapeItem,
-                               "what is wanted of the session; pTapeItems");
-          t.parts<BKQFilter>("filters", filters, &BKQTape::addFilter, "pFilters of the tape");
+          t.kept("tapeXtension", tapeExtensions, &BKQTape::setTapeXtension,
+                 "database credentials; pTapeX");
+          t.parts("tapeItems", tapeItems, &BKQTape::addTapeItem,
+                  "what is wanted of the session; pTapeItems");
+          t.parts("filters", filters, &BKQTape::addFilter, "pFilters of the tape");
         });
     return tapes;
   }();
