@@ -29,7 +29,9 @@ function(bkoq_library target)
   target_compile_features(${target} INTERFACE cxx_std_11)
   bkoq_harden(${target})
   bkoq_harden_link(${target})
-  target_link_options(${target} PRIVATE -Wl,-Bsymbolic-functions)
+  set(exports ${PROJECT_SOURCE_DIR}/cmake/exports/${target}.map)
+  target_link_options(${target} PRIVATE -Wl,-Bsymbolic-functions -Wl,--version-script=${exports})
+  set_target_properties(${target} PROPERTIES LINK_DEPENDS ${exports})
   set_target_properties(${target} PROPERTIES VERSION ${PROJECT_VERSION}
                         SOVERSION ${PROJECT_VERSION_MAJOR} INSTALL_RPATH "$ORIGIN")
   install(TARGETS ${target} EXPORT bkoq-targets

@@ -13,9 +13,14 @@ if [ "$1" = --update ]; then update=1; shift; fi
 library=$1 list=$2
 exported=$(mktemp)
 trap 'rm -f "$exported"' EXIT
-nm -D --defined-only "$library" | sed 's/^[0-9a-f]* . //' | sort >"$exported"
+nm -D --defined-only "$library" | sed -n '/^[0-9a-f]* A /!s/^[0-9a-f]* . //p' | sed 's/@.*//' | sort >"$exported"
 [ -s "$exported" ] || {
   echo "no exported symbol found in $library" >&2
+  exit 1
+}
+unversioned=$(nm -D --defined-only "$library" | grep -v '@' | grep -v ' A ' || true)
+[ -z "$unversioned" ] || {
+  printf 'Without a version; cmake/exports gives every symbol one:\n%s\n' "$unversioned" >&2
   exit 1
 }
 optional=$(sed -n 's/^? //p' "$list" 2>/dev/null || true)

@@ -1,0 +1,52 @@
+#ifndef BKOQ_FAX_H_
+#define BKOQ_FAX_H_
+
+#include "bkoq/export.h"
+#include "rw/collstr.h"
+
+/// Notification of a job's outcome by fax; fills BKFAXINFO, inside the job record at byte 132.
+/// Every text is empty at first; an empty one leaves a null pointer in the record. The destructor
+/// is not virtual: do not derive from this class what has to be destroyed through it.
+/// A null text is the empty text.
+class BKOQ_API BKQFax {
+ public:
+  BKQFax();
+  ~BKQFax();
+
+  /// A new object with the same texts, owned by the caller; null when memory runs out.
+  virtual BKQFax* clone();
+
+  /// Fills the zeroed block that `block` points to; 1, or 0 after a line on the standard error
+  /// stream for a null pointer. The receiver name is left out.
+  int convertToBK2(void*& block);
+  /// The same with the receiver name.
+  int convertToBK2_old(void*& block);
+
+  const RWCollectableString& getHostName() const;  ///< pszHostName
+  void setHostName(const char* text);
+  const RWCollectableString& getUserName() const;  ///< pszUserName
+  void setUserName(const char* text);
+  const RWCollectableString& getUserPW() const;  ///< pszUserPW
+  void setUserPW(const char* text);
+  const RWCollectableString& getFaxNumber() const;  ///< pszFaxNumber
+  void setFaxNumber(const char* text);
+  const RWCollectableString& getCoverPageFile() const;  ///< pszCoverPageFile
+  void setCoverPageFile(const char* text);
+  const RWCollectableString& getReceiverName() const;  ///< pszReceiverName, previous layout only
+  void setReceiverName(const char* text);
+
+  /// Copies the texts of `source`; nothing when it is null or this object.
+  void mycopy(BKQFax* source);
+
+ private:
+  template <class Layout>
+  friend struct bkoq::Flatten;
+  RWCollectableString hostName_;
+  RWCollectableString userName_;
+  RWCollectableString userPW_;
+  RWCollectableString faxNumber_;
+  RWCollectableString coverPageFile_;
+  RWCollectableString receiverName_;
+};
+
+#endif  // BKOQ_FAX_H_
