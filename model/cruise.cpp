@@ -168,7 +168,6 @@ unsigned int BKQRotationSchedule::enumExceptionDays(BKQExceptionDayCol*& out, un
 
 void BKQRotationSchedule::copyRotationValues(BKQRotationSchedule& source) {
   BKQRegularSchedule::mycopy(&source);
-  exceptionDayCursor_ = source.exceptionDayCursor_;
   setName_ = source.setName_;
   setPassword_ = source.setPassword_;
   schemeName_ = source.schemeName_;
@@ -263,6 +262,8 @@ void BKQCruiseSchedule::mycopy(BKQCruiseSchedule* source) {
   copyRotationValues(*source);
   holdMask(source->mask_);
   exceptionDays_ = source->exceptionDays_;
+  // Every field, unlike the copy of a rotation, which keeps its own position in the days.
+  exceptionDayCursor_ = source->exceptionDayCursor_;
   for (int i = 0; i < 2; ++i) names_[i] = source->names_[i];
   saveMonthly_ = source->saveMonthly_;
   saveWeekly_ = source->saveWeekly_;

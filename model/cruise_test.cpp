@@ -254,6 +254,48 @@ TEST(RotationSchedule, CopyClonesTheMaskAndHoldsTheDaysTwice) {
   delete units;
 }
 
+// How many days are left from the position on; it is then at the end.
+unsigned int daysLeft(BKQRotationSchedule& schedule) {
+  BKQExceptionDayCol* days = nullptr;
+  const unsigned int left = schedule.enumExceptionDays(days, 0);
+  delete days;
+  return left;
+}
+
+TEST(RotationSchedule, CopyKeepsItsOwnPositionInTheDays) {
+  BKQExceptionDay days[3];
+  BKQRotationSchedule source;
+  for (BKQExceptionDay& day : days) source.addExceptionDay(day);
+  ASSERT_EQ(daysLeft(source), 3u);
+
+  std::unique_ptr<BKQRotationSchedule> clone(source.clone());
+  EXPECT_EQ(daysLeft(*clone), 6u) << "a clone begins with the first day";
+  BKQRotationSchedule target;
+  target.addExceptionDay(*new BKQExceptionDay);
+  ASSERT_EQ(daysLeft(target), 1u);
+  target.mycopy(&source);
+  EXPECT_EQ(daysLeft(target), 5u) << "an object that is filled stays where it is";
+
+  for (BKQRotationSchedule* copy : {clone.get(), &target}) {
+    copy->resetExceptionDays();
+    BKQExceptionDayCol* all = nullptr;
+    copy->enumExceptionDays(all, 0);
+    for (unsigned int i = 3; i < all->entries(); ++i) delete all->at(i);
+    delete all;
+  }
+}
+
+TEST(CruiseSchedule, CopyStandsInTheDaysWhereItsSourceDoes) {
+  BKQExceptionDay days[2];
+  BKQCruiseSchedule source;
+  for (BKQExceptionDay& day : days) source.addExceptionDay(day);
+  BKQExceptionDayCol* first = nullptr;
+  source.enumExceptionDays(first, 1);
+  delete first;
+  std::unique_ptr<BKQCruiseSchedule> clone(source.clone());
+  EXPECT_EQ(daysLeft(*clone), 1u);
+}
+
 TEST(RotationSchedule, AMissingMaskCopiesAsNone) {
   BKQRotationSchedule schedule;
   std::unique_ptr<BKQRotationSchedule> clone(schedule.clone());

@@ -112,7 +112,8 @@ class BKOQ_API BKQRotationSchedule : public BKQRegularSchedule {
   unsigned int enumExceptionDays(BKQExceptionDayCol*& out, unsigned int n);
 
   /// Makes this a copy of `source`: a clone of its mask, and its exception days twice, the source's
-  /// own objects, then clones of them. The former mask, unless shared, and former days that the
+  /// own objects, then clones of them. The position in the days stays this object's own, 0 in a
+  /// clone. The former mask, unless shared, and former days that the
   /// source does not hold are deleted. The source should have a mask; without one the copy has
   /// none. Nothing happens when `source` is null or this object.
   void mycopy(BKQRotationSchedule* source);
@@ -176,9 +177,9 @@ class BKOQ_API BKQCruiseSchedule : public BKQRotationSchedule {
                        const RWCollectableString& pool3);
   void setGFSPoolNames(const char* pool1, const char* pool2, const char* pool3);
 
-  /// Makes this a copy of `source` that shares its mask and its exception days; nothing is cloned
-  /// or doubled. The days held before are unlinked. Nothing happens when `source` is null or this
-  /// object.
+  /// Makes this a copy of `source` that shares its mask and its exception days and stands where it
+  /// stands in them; nothing is cloned or doubled. The days held before are unlinked. Nothing
+  /// happens when `source` is null or this object.
   void mycopy(BKQCruiseSchedule* source);
 
  private:
