@@ -44,7 +44,7 @@ unsigned int BKQDiskItem::fileEntries() const { return files_.entries(); }
 void BKQDiskItem::resetFiles() { fileCursor_ = 0; }
 
 unsigned int BKQDiskItem::enumFiles(BKQStringCol*& out, unsigned int n) {
-  return bkoq::enumerate(files_, fileCursor_, out, n, bkoq::aCopy);
+  return bkoq::enumerate<bkoq::HandOutCopies>(files_, fileCursor_, out, n);
 }
 
 void BKQDiskItem::mycopy(BKQDiskItem* source) {

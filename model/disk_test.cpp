@@ -7,6 +7,7 @@
 #include "tests/support/attributes.h"
 #include "tests/support/counted.h"
 #include "tests/support/failing_new.h"
+#include "tests/support/heap.h"
 
 namespace bkoq::test {
 namespace {
@@ -70,6 +71,28 @@ TEST(DiskItem, EnumeratesCopiesOfItsNames) {
     names->clearAndDestroy();
     delete names;
   }
+}
+
+TEST(DiskItem, LosesNoNameForWhichTheCollectionHasNoPlace) {
+  if (!kSeesAllocations) GTEST_SKIP() << "allocations are not seen with this heap";
+  BKQDiskItem item;
+  item.addFile("a");
+  BKQStringCol* names = nullptr;
+  unsigned int placed = 99;
+  int blocks = 0;
+  {
+    const HeapWatch heap(3);  // the collection, the copy, its place
+    placed = item.enumFiles(names, 0);
+    blocks = heap.blocks();
+  }
+  EXPECT_EQ(placed, 0u);
+  ASSERT_NE(names, nullptr);
+  EXPECT_TRUE(names->isEmpty());
+  EXPECT_EQ(blocks, 1) << "there is more than the collection";
+  delete names;
+  EXPECT_EQ(item.enumFiles(names, 0), 1u) << "the name comes again";
+  names->clearAndDestroy();
+  delete names;
 }
 
 TEST(DiskItem, CopyHoldsEachNameTwice) {

@@ -7,29 +7,41 @@
 
 namespace bkoq {
 
-inline RWCollectable* theObject(RWCollectable* element) { return element; }
-inline RWCollectable* aCopy(RWCollectable* element) { return element->copy(); }
+// What an enumeration hands out: the elements themselves, or copies of them. What finds no place is
+// taken back.
+struct HandOutElements {
+  static RWCollectable* handOut(RWCollectable* element) { return element; }
+  static void takeBack(RWCollectable* /*element*/) {}
+};
+struct HandOutCopies {
+  static RWCollectable* handOut(RWCollectable* element) { return element->copy(); }
+  static void takeBack(RWCollectable* copy) { delete copy; }
+};
 
 // Hands out up to `n` elements of `list` from the cursor on, in a new collection that the caller
 // owns. The cursor moves in its own width; without memory for an element, or for the collection
 // itself, it stays there.
-template <class Collection, class Cursor>
+template <class Handing = HandOutElements, class Collection, class Cursor>
 unsigned int enumerateUpTo(const RWSlistCollectables& list, Cursor& cursor, Collection*& out,
-                           unsigned int n, RWCollectable* (*handOut)(RWCollectable*) = theObject) {
+                           unsigned int n) {
   out = new (std::nothrow) Collection;
   if (out == nullptr) return 0;
   unsigned int placed = 0;
   for (; placed < n && cursor < list.entries(); ++placed, ++cursor) {
-    if (out->insert(handOut(list.at(cursor))) == nullptr) break;
+    RWCollectable* handed = Handing::handOut(list.at(cursor));
+    if (out->insert(handed) == nullptr) {
+      Handing::takeBack(handed);
+      break;
+    }
   }
   return placed;
 }
 
 // As above, with 0 standing for as many as there are in all.
-template <class Collection, class Cursor>
+template <class Handing = HandOutElements, class Collection, class Cursor>
 unsigned int enumerate(const RWSlistCollectables& list, Cursor& cursor, Collection*& out,
-                       unsigned int n, RWCollectable* (*handOut)(RWCollectable*) = theObject) {
-  return enumerateUpTo(list, cursor, out, n != 0 ? n : list.entries(), handOut);
+                       unsigned int n) {
+  return enumerateUpTo<Handing>(list, cursor, out, n != 0 ? n : list.entries());
 }
 
 }  // namespace bkoq

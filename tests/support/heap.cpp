@@ -13,11 +13,18 @@ struct Heap {
   static bool isWatched;
   static unsigned int allocations;
   static unsigned int failing;
+  static int blocks;
   static BlockWatch* watches;
 
   static bool failsNow() { return isWatched && ++allocations == failing; }
 
+  static void* made(void* block) {
+    if (isWatched && block != nullptr) ++blocks;
+    return block;
+  }
+
   static void freed(const void* block) {
+    if (isWatched) --blocks;
     for (BlockWatch* watch = watches; watch != nullptr; watch = watch->next_) {
       if (watch->block_ == block) watch->isFreed_ = true;
     }
@@ -27,17 +34,21 @@ struct Heap {
 bool Heap::isWatched = false;
 unsigned int Heap::allocations = 0;
 unsigned int Heap::failing = 0;
+int Heap::blocks = 0;
 BlockWatch* Heap::watches = nullptr;
 
 HeapWatch::HeapWatch(unsigned int failing) {
   Heap::allocations = 0;
   Heap::failing = failing;
+  Heap::blocks = 0;
   Heap::isWatched = true;
 }
 
 HeapWatch::~HeapWatch() { Heap::isWatched = false; }
 
 unsigned int HeapWatch::allocations() const { return Heap::allocations; }
+
+int HeapWatch::blocks() const { return Heap::blocks; }
 
 BlockWatch::BlockWatch(const void* block) : block_(block), next_(Heap::watches) {
   Heap::watches = this;
@@ -73,16 +84,21 @@ void* __libc_calloc(std::size_t count, std::size_t size);
 void* __libc_realloc(void* block, std::size_t size);
 void __libc_free(void* block);
 
-void* malloc(std::size_t size) { return Heap::failsNow() ? nullptr : __libc_malloc(size); }
+void* malloc(std::size_t size) {
+  return Heap::failsNow() ? nullptr : Heap::made(__libc_malloc(size));
+}
 
 void* calloc(std::size_t nmemb, std::size_t size) {
-  return Heap::failsNow() ? nullptr : __libc_calloc(nmemb, size);
+  return Heap::failsNow() ? nullptr : Heap::made(__libc_calloc(nmemb, size));
 }
 
 void* realloc(void* ptr, std::size_t size) {
   if (size != 0 && Heap::failsNow()) return nullptr;
   void* moved = __libc_realloc(ptr, size);
-  if (moved != ptr && (moved != nullptr || size == 0)) Heap::freed(ptr);
+  if (moved != ptr && (moved != nullptr || size == 0)) {
+    if (ptr != nullptr) Heap::freed(ptr);
+    Heap::made(moved);
+  }
   return moved;
 }
 

@@ -19,6 +19,8 @@ class HeapWatch {
   HeapWatch& operator=(const HeapWatch&) = delete;
 
   unsigned int allocations() const;
+  // How many blocks there are more than when this was made.
+  int blocks() const;
 };
 
 // Tells whether a block was freed since this was made: what an object without a virtual destructor
