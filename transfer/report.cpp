@@ -6,10 +6,11 @@
 namespace bkoq {
 
 void report(const char* start, const char* name) {
-  // Longer than the longest text of the library's own: a name is never cut.
+  // Longer than the longest line of the library's own: only a name from elsewhere may be cut.
   char line[96];
-  const size_t startLength = strlen(start);
-  const size_t nameLength = strlen(name);
+  const size_t room = sizeof line - 1;
+  const size_t startLength = strnlen(start, room);
+  const size_t nameLength = strnlen(name, room - startLength);
   // A line ends with its newline and has no NUL. NOLINTBEGIN(bugprone-not-null-terminated-result)
   memcpy(line, start, startLength);
   memcpy(line + startLength, name, nameLength);

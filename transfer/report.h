@@ -4,7 +4,8 @@
 namespace bkoq {
 
 // Writes a line to the standard error stream, both texts and nothing between them, in one write. It
-// allocates nothing, so that it still works when memory has run out.
+// allocates nothing, so that it still works when memory has run out; a line that is longer than any
+// of the library's own is cut.
 void report(const char* start, const char* name);
 
 // What each reports is its text and the name of the part, record or field. All return 0, the result

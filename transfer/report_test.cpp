@@ -34,6 +34,15 @@ TEST(Report, IsOneWriteOfOneLineAndAFailure) {
   }
 }
 
+TEST(Report, CutsWhatNoLineOfTheLibraryIsAsLongAs) {
+  const std::string name(300, 'n');
+  const std::string start(300, 's');
+  EXPECT_EQ(standardErrorOf([&] { bkoq::failedToConvert(name.c_str()); }),
+            "Failed to convert " + name.substr(0, 95 - 18) + "\n");
+  EXPECT_EQ(standardErrorOf([&] { bkoq::report(start.c_str(), "name"); }),
+            start.substr(0, 95) + "\n");
+}
+
 TEST(Report, NeedsNoMemory) {
   if (!kSeesAllocations) GTEST_SKIP() << "allocations are not seen with this heap";
   for (const Report& report : kReports) {
