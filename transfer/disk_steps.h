@@ -19,7 +19,7 @@ template <class Layout>
 int Flatten<Layout>::disk(BKQDisk& disk, void*& rec, const char* overridePath) {
   if (rec == nullptr) return noRecord();
   auto& record = *static_cast<typename Layout::Disk*>(rec);
-  const HeldText<Layout> path(overridePath);
+  const ArgumentText<Layout> path(overridePath);
   // Every item conversion below reads the name of its disk from here.
   Layout::diskName() = disk.name_;
 

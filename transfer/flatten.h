@@ -1,6 +1,8 @@
 #ifndef BKOQ_TRANSFER_FLATTEN_H_
 #define BKOQ_TRANSFER_FLATTEN_H_
 
+#include <optional>
+
 #include "bkoq/bkoq.h"
 #include "transfer/blocks.h"
 
@@ -93,31 +95,25 @@ struct Flatten {
 };
 
 // A text that the caller of a conversion hands in. It may lie in the variable that takes the name
-// of each disk on the way, and stays what it was all the same.
+// of each disk on the way, and stays what it was all the same: then this shares the block of that
+// name, which takes no memory and so cannot fail. Most texts lie elsewhere and cost no string.
 template <class Layout>
-class HeldText {
+class ArgumentText {
  public:
-  HeldText(const char* text) : text_(""), copy_(nullptr) {
-    if (text == nullptr || *text == '\0') return;
-    text_ = text;
+  ArgumentText(const char* text) : text_(text != nullptr ? text : "") {
+    if (*text_ == '\0') return;
     const RWCString& name = Layout::diskName();
-    if (text < name.data() || text > name.data() + name.length()) return;
-    copy_ = duplicate(text);
-    text_ = copy_;
+    if (text >= name.data() && text <= name.data() + name.length()) name_.emplace(name);
   }
-  ~HeldText() {
-    if (copy_ != nullptr) free(copy_);
-  }
-  HeldText(const HeldText&) = delete;
-  HeldText& operator=(const HeldText&) = delete;
+  ArgumentText(const ArgumentText&) = delete;
+  ArgumentText& operator=(const ArgumentText&) = delete;
 
-  bool isEmpty() const { return text_ == nullptr || *text_ == '\0'; }
-  // Null when memory ran out, which counts as empty.
+  bool isEmpty() const { return *text_ == '\0'; }
   operator const char*() const { return text_; }
 
  private:
   const char* text_;
-  char* copy_;
+  std::optional<RWCString> name_;
 };
 
 // Sets the cursor of a list where handing out all its elements leaves it.

@@ -75,8 +75,8 @@ int Flatten<Layout>::backupJob(BKQBackupJob& job, void*& out, const char* nodeNa
                                RWSlistCollectables& disks, int unixKind, const char* unixText) {
   const KeptTimes keptTimes;
   if (!Flatten::job(job, out)) return failedToConvert("Base BKQJob");
-  const HeldText<Layout> heldName(nodeName);
-  const HeldText<Layout> heldText(unixText);
+  const ArgumentText<Layout> heldName(nodeName);
+  const ArgumentText<Layout> heldText(unixText);
   const Text wantedName(heldName);
   auto& record = *static_cast<typename Layout::Job*>(out);
 
@@ -195,7 +195,7 @@ int Flatten<Layout>::verifyJob(BKQVerifyJob& job, void*& out, const char* tapeNa
 template <class Layout>
 int Flatten<Layout>::compareJob(BKQCompareJob& job, void*& out, const char* tapeName,
                                 unsigned short sessionNumber, const char* overridePath) {
-  const HeldText<Layout> path(overridePath);
+  const ArgumentText<Layout> path(overridePath);
   if (!verifyJob(job, out, tapeName, sessionNumber)) return failedToConvert("Base BKQVerifyJob");
   auto& record = *static_cast<typename Layout::Job*>(out);
 

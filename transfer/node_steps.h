@@ -61,7 +61,7 @@ int Flatten<Layout>::addDisk(BKQDisk& disk, typename Layout::Node& record,
 template <class Layout>
 int Flatten<Layout>::diskNode(BKQDiskNode& node, void*& rec, RWSlistCollectables& names,
                               const char* overridePath) {
-  const HeldText<Layout> path(overridePath);
+  const ArgumentText<Layout> path(overridePath);
   if (!Flatten::node(node, rec)) return failedToConvert("Base BKQNode");
   // An NDS tree has no disks of its own to flatten.
   if (node.disks_.isEmpty() || node.nodeType() == BKQNode::NDSNode) return 1;
@@ -113,7 +113,7 @@ template <class Layout>
 int Flatten<Layout>::unixNode(BKQUnixNode& node, void*& rec, RWSlistCollectables& names, int mode,
                               const char* extra) {
   if (rec != nullptr) Layout::unixOptions() = node.unixOptions_;
-  const HeldText<Layout> held(extra);
+  const ArgumentText<Layout> held(extra);
   if (!diskNode(node, rec, names, "")) return failedToConvert("Base BKQDiskNode");
   const Text extraText(held);
   if (extraText.isEmpty()) return 1;

@@ -10,9 +10,11 @@
 #include <vector>
 
 #include "tests/support/free_records.h"
+#include "tests/support/heap.h"
 #include "tests/support/layouts.h"
 #include "tests/support/name_list.h"
 #include "tests/support/state_values.h"
+#include "tests/support/stderr_capture.h"
 
 namespace bkoq::test {
 namespace {
@@ -137,6 +139,30 @@ TYPED_TEST(TextsInTheDiskName, NameTheNodesOfABackupAndFollowTheirTexts) {
   ASSERT_EQ(record->ulNumSourceNodes, 2u);
   EXPECT_STREQ(record->pSourceNodes[1].pszNodeOSVer + 1, this->kLong);
   freeJobRecord(record);
+}
+
+// Whatever memory runs out on the way: a name that was lost would stand for all nodes.
+TYPED_TEST(TextsInTheDiskName, NameOneNodeInScarceMemory) {
+  if (!kSeesAllocations) GTEST_SKIP() << "allocations are not seen with this heap";
+  BKQUnixNode wanted(this->kLong);
+  BKQUnixNode other("other");
+  BKQBackupJob job;
+  job.addSourceNode(wanted);
+  job.addSourceNode(other);
+  unsigned int allocations = 0;
+  for (unsigned int failing = 0; failing <= allocations; ++failing) {
+    void* out = nullptr;
+    standardErrorOf([&] {
+      const HeapWatch heap(failing);
+      TypeParam::convert(job, out, TypeParam::diskName().data());
+      if (failing == 0) allocations = heap.allocations();
+    });
+    if (out == nullptr) continue;
+    auto* record = static_cast<typename TypeParam::Job*>(out);
+    EXPECT_EQ(record->ulNumSourceNodes, 1u) << failing;
+    freeJobRecord(record);
+  }
+  EXPECT_GE(allocations, 3u);
 }
 
 template <class L>
