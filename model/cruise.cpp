@@ -1,7 +1,6 @@
 #include "bkoq/cruise.h"
 
-#include <new>
-
+#include "model/clone.h"
 #include "model/copy_list.h"
 #include "model/enumerate.h"
 
@@ -12,11 +11,7 @@ BKQJobUnit::BKQJobUnit()
 
 BKQJobUnit::~BKQJobUnit() = default;
 
-BKQJobUnit* BKQJobUnit::clone() {
-  auto* copy = new (std::nothrow) BKQJobUnit;
-  if (copy != nullptr) copy->mycopy(this);
-  return copy;
-}
+BKQJobUnit* BKQJobUnit::clone() { return bkoq::makeClone(this); }
 
 int BKQJobUnit::operator==(BKQJobUnit& /*other*/) { return 0; }
 
@@ -60,11 +55,7 @@ BKQExceptionDay::BKQExceptionDay()
 
 BKQExceptionDay::~BKQExceptionDay() = default;
 
-BKQExceptionDay* BKQExceptionDay::clone() {
-  auto* copy = new (std::nothrow) BKQExceptionDay;
-  if (copy != nullptr) copy->mycopy(this);
-  return copy;
-}
+BKQExceptionDay* BKQExceptionDay::clone() { return bkoq::makeClone(this); }
 
 BKQJobUnit::BKQCruiseJobType BKQExceptionDay::getJobType() const { return jobType_; }
 
@@ -90,11 +81,7 @@ BKQRotationSchedule::BKQRotationSchedule()
 
 BKQRotationSchedule::~BKQRotationSchedule() { deleteUnlessHeld(releaseMask()); }
 
-BKQRotationSchedule* BKQRotationSchedule::clone() {
-  auto* copy = new (std::nothrow) BKQRotationSchedule;
-  if (copy != nullptr) copy->mycopy(this);
-  return copy;
-}
+BKQRotationSchedule* BKQRotationSchedule::clone() { return bkoq::makeClone(this); }
 
 unsigned int BKQRotationSchedule::getType() const { return 2; }
 
@@ -201,11 +188,7 @@ BKQCruiseSchedule::BKQCruiseSchedule(const char* name1, const char* name2)
 
 BKQCruiseSchedule::~BKQCruiseSchedule() = default;
 
-BKQCruiseSchedule* BKQCruiseSchedule::clone() {
-  auto* copy = new (std::nothrow) BKQCruiseSchedule;
-  if (copy != nullptr) copy->mycopy(this);
-  return copy;
-}
+BKQCruiseSchedule* BKQCruiseSchedule::clone() { return bkoq::makeClone(this); }
 
 unsigned int BKQCruiseSchedule::getType() const { return 1; }
 

@@ -3,6 +3,7 @@
 #include <new>
 
 #include "bkoq/filter.h"
+#include "model/clone.h"
 #include "model/copy_list.h"
 #include "model/enumerate.h"
 
@@ -13,11 +14,7 @@ BKQDiskItem::BKQDiskItem(const char* path)
 
 BKQDiskItem::~BKQDiskItem() = default;
 
-BKQDiskItem* BKQDiskItem::clone() {
-  auto* copy = new (std::nothrow) BKQDiskItem;
-  if (copy != nullptr) copy->mycopy(this);
-  return copy;
-}
+BKQDiskItem* BKQDiskItem::clone() { return bkoq::makeClone(this); }
 
 const RWCollectableString& BKQDiskItem::getPath() const { return path_; }
 
@@ -70,11 +67,7 @@ BKQDisk::BKQDisk(BKQDiskType type)
 
 BKQDisk::~BKQDisk() = default;
 
-BKQDisk* BKQDisk::clone() {
-  auto* copy = new (std::nothrow) BKQDisk;
-  if (copy != nullptr) copy->mycopy(this);
-  return copy;
-}
+BKQDisk* BKQDisk::clone() { return bkoq::makeClone(this); }
 
 const RWCollectableString& BKQDisk::getDiskName() const { return name_; }
 

@@ -1,6 +1,6 @@
 #include "bkoq/email.h"
 
-#include <new>
+#include "model/clone.h"
 
 BKQEMail::BKQEMail() = default;
 
@@ -31,11 +31,7 @@ BKQInternetEMail::BKQInternetEMail() = default;
 
 BKQInternetEMail::~BKQInternetEMail() = default;
 
-BKQInternetEMail* BKQInternetEMail::clone() {
-  auto* copy = new (std::nothrow) BKQInternetEMail;
-  if (copy != nullptr) copy->mycopy(this);
-  return copy;
-}
+BKQInternetEMail* BKQInternetEMail::clone() { return bkoq::makeClone(this); }
 
 unsigned int BKQInternetEMail::emailType() const { return 0; }
 
@@ -48,11 +44,7 @@ BKQMHSEMail::BKQMHSEMail() = default;
 
 BKQMHSEMail::~BKQMHSEMail() = default;
 
-BKQMHSEMail* BKQMHSEMail::clone() {
-  auto* copy = new (std::nothrow) BKQMHSEMail;
-  if (copy != nullptr) copy->mycopy(this);
-  return copy;
-}
+BKQMHSEMail* BKQMHSEMail::clone() { return bkoq::makeClone(this); }
 
 unsigned int BKQMHSEMail::emailType() const { return 1; }
 

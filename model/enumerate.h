@@ -37,7 +37,7 @@ unsigned int enumerateUpTo(const RWSlistCollectables& list, Cursor& cursor, Coll
   return placed;
 }
 
-// As above, with 0 standing for as many as there are in all.
+// As above, where 0 means as many as there are in all.
 template <class Handing = HandOutElements, class Collection, class Cursor>
 unsigned int enumerate(const RWSlistCollectables& list, Cursor& cursor, Collection*& out,
                        unsigned int n) {

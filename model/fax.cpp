@@ -1,16 +1,12 @@
 #include "bkoq/fax.h"
 
-#include <new>
+#include "model/clone.h"
 
 BKQFax::BKQFax() = default;
 
 BKQFax::~BKQFax() = default;
 
-BKQFax* BKQFax::clone() {
-  auto* copy = new (std::nothrow) BKQFax;
-  if (copy != nullptr) copy->mycopy(this);
-  return copy;
-}
+BKQFax* BKQFax::clone() { return bkoq::makeClone(this); }
 
 const RWCollectableString& BKQFax::getHostName() const { return hostName_; }
 

@@ -1,8 +1,7 @@
 #include "bkoq/groom.h"
 
-#include <new>
-
 #include "bkoq/filter.h"
+#include "model/clone.h"
 #include "model/copy_list.h"
 #include "model/enumerate.h"
 
@@ -10,11 +9,7 @@ BKQGroom::BKQGroom() : months_(0), copies_(0), options_(2), filterCursor_(0) {}
 
 BKQGroom::~BKQGroom() = default;
 
-BKQGroom* BKQGroom::clone() {
-  auto* copy = new (std::nothrow) BKQGroom;
-  if (copy != nullptr) copy->mycopy(this);
-  return copy;
-}
+BKQGroom* BKQGroom::clone() { return bkoq::makeClone(this); }
 
 unsigned short BKQGroom::getMonths() const { return months_; }
 

@@ -1,9 +1,8 @@
 #include "bkoq/node.h"
 
-#include <new>
-
 #include "bkoq/filter.h"
 #include "bkoq/tape.h"
+#include "model/clone.h"
 #include "model/copy_list.h"
 #include "model/enumerate.h"
 
@@ -185,11 +184,7 @@ BKQMacNode::BKQMacNode(const char* name) : BKQDiskNode(name) { setNodeOS(7); }
 
 BKQMacNode::~BKQMacNode() = default;
 
-BKQMacNode* BKQMacNode::clone() {
-  auto* copy = new (std::nothrow) BKQMacNode(nullptr);
-  if (copy != nullptr) copy->mycopy(this);
-  return copy;
-}
+BKQMacNode* BKQMacNode::clone() { return bkoq::makeClone(this); }
 
 unsigned int BKQMacNode::nodeType() const { return MacNode; }
 
@@ -199,11 +194,7 @@ BKQUnixNode::BKQUnixNode(const char* name) : BKQDiskNode(name), unixOptions_(0) 
 
 BKQUnixNode::~BKQUnixNode() = default;
 
-BKQUnixNode* BKQUnixNode::clone() {
-  auto* copy = new (std::nothrow) BKQUnixNode(nullptr);
-  if (copy != nullptr) copy->mycopy(this);
-  return copy;
-}
+BKQUnixNode* BKQUnixNode::clone() { return bkoq::makeClone(this); }
 
 unsigned int BKQUnixNode::nodeType() const { return UnixNode; }
 
@@ -221,11 +212,7 @@ BKQNetwareNode::BKQNetwareNode(const char* name) : BKQDiskNode(name), value_(0) 
 
 BKQNetwareNode::~BKQNetwareNode() = default;
 
-BKQNetwareNode* BKQNetwareNode::clone() {
-  auto* copy = new (std::nothrow) BKQNetwareNode(nullptr);
-  if (copy != nullptr) copy->mycopy(this);
-  return copy;
-}
+BKQNetwareNode* BKQNetwareNode::clone() { return bkoq::makeClone(this); }
 
 unsigned int BKQNetwareNode::nodeType() const { return NetwareNode; }
 
@@ -240,11 +227,7 @@ BKQWinNTNode::BKQWinNTNode(const char* name) : BKQDiskNode(name) { setNodeOS(8);
 
 BKQWinNTNode::~BKQWinNTNode() = default;
 
-BKQWinNTNode* BKQWinNTNode::clone() {
-  auto* copy = new (std::nothrow) BKQWinNTNode(nullptr);
-  if (copy != nullptr) copy->mycopy(this);
-  return copy;
-}
+BKQWinNTNode* BKQWinNTNode::clone() { return bkoq::makeClone(this); }
 
 unsigned int BKQWinNTNode::nodeType() const { return WinNTNode; }
 
@@ -254,11 +237,7 @@ BKQOS2Node::BKQOS2Node(const char* name) : BKQDiskNode(name) { setNodeOS(2); }
 
 BKQOS2Node::~BKQOS2Node() = default;
 
-BKQOS2Node* BKQOS2Node::clone() {
-  auto* copy = new (std::nothrow) BKQOS2Node(nullptr);
-  if (copy != nullptr) copy->mycopy(this);
-  return copy;
-}
+BKQOS2Node* BKQOS2Node::clone() { return bkoq::makeClone(this); }
 
 unsigned int BKQOS2Node::nodeType() const { return OS2Node; }
 
@@ -268,11 +247,7 @@ BKQWin95Node::BKQWin95Node(const char* name) : BKQDiskNode(name) { setNodeOS(5);
 
 BKQWin95Node::~BKQWin95Node() = default;
 
-BKQWin95Node* BKQWin95Node::clone() {
-  auto* copy = new (std::nothrow) BKQWin95Node(nullptr);
-  if (copy != nullptr) copy->mycopy(this);
-  return copy;
-}
+BKQWin95Node* BKQWin95Node::clone() { return bkoq::makeClone(this); }
 
 unsigned int BKQWin95Node::nodeType() const { return Win95Node; }
 
@@ -282,11 +257,7 @@ BKQWindowsNode::BKQWindowsNode(const char* name) : BKQDiskNode(name) { setNodeOS
 
 BKQWindowsNode::~BKQWindowsNode() = default;
 
-BKQWindowsNode* BKQWindowsNode::clone() {
-  auto* copy = new (std::nothrow) BKQWindowsNode(nullptr);
-  if (copy != nullptr) copy->mycopy(this);
-  return copy;
-}
+BKQWindowsNode* BKQWindowsNode::clone() { return bkoq::makeClone(this); }
 
 unsigned int BKQWindowsNode::nodeType() const { return WindowsNode; }
 
@@ -296,11 +267,7 @@ BKQNDSNode::BKQNDSNode(const char* name) : BKQDiskNode(name) { setNodeOS(4); }
 
 BKQNDSNode::~BKQNDSNode() = default;
 
-BKQNDSNode* BKQNDSNode::clone() {
-  auto* copy = new (std::nothrow) BKQNDSNode(nullptr);
-  if (copy != nullptr) copy->mycopy(this);
-  return copy;
-}
+BKQNDSNode* BKQNDSNode::clone() { return bkoq::makeClone(this); }
 
 unsigned int BKQNDSNode::nodeType() const { return NDSNode; }
 
@@ -310,11 +277,7 @@ BKQFTPNode::BKQFTPNode(const char* name) : BKQDiskNode(name) { setNodeOS(6); }
 
 BKQFTPNode::~BKQFTPNode() = default;
 
-BKQFTPNode* BKQFTPNode::clone() {
-  auto* copy = new (std::nothrow) BKQFTPNode(nullptr);
-  if (copy != nullptr) copy->mycopy(this);
-  return copy;
-}
+BKQFTPNode* BKQFTPNode::clone() { return bkoq::makeClone(this); }
 
 unsigned int BKQFTPNode::nodeType() const { return FTPNode; }
 
@@ -327,11 +290,7 @@ BKQSybaseNode::BKQSybaseNode(const char* name)
 
 BKQSybaseNode::~BKQSybaseNode() = default;
 
-BKQSybaseNode* BKQSybaseNode::clone() {
-  auto* copy = new (std::nothrow) BKQSybaseNode(nullptr);
-  if (copy != nullptr) copy->mycopy(this);
-  return copy;
-}
+BKQSybaseNode* BKQSybaseNode::clone() { return bkoq::makeClone(this); }
 
 unsigned int BKQSybaseNode::nodeType() const { return SybaseNode; }
 
@@ -365,11 +324,7 @@ BKQOracleNode::BKQOracleNode(const char* name)
 
 BKQOracleNode::~BKQOracleNode() = default;
 
-BKQOracleNode* BKQOracleNode::clone() {
-  auto* copy = new (std::nothrow) BKQOracleNode(nullptr);
-  if (copy != nullptr) copy->mycopy(this);
-  return copy;
-}
+BKQOracleNode* BKQOracleNode::clone() { return bkoq::makeClone(this); }
 
 unsigned int BKQOracleNode::nodeType() const { return OracleNode; }
 
@@ -392,11 +347,7 @@ BKQInformixNode::BKQInformixNode(const char* name)
 
 BKQInformixNode::~BKQInformixNode() = default;
 
-BKQInformixNode* BKQInformixNode::clone() {
-  auto* copy = new (std::nothrow) BKQInformixNode(nullptr);
-  if (copy != nullptr) copy->mycopy(this);
-  return copy;
-}
+BKQInformixNode* BKQInformixNode::clone() { return bkoq::makeClone(this); }
 
 unsigned int BKQInformixNode::nodeType() const { return InformixNode; }
 
@@ -421,11 +372,7 @@ BKQSnapShotNode::BKQSnapShotNode(const char* name)
 
 BKQSnapShotNode::~BKQSnapShotNode() = default;
 
-BKQSnapShotNode* BKQSnapShotNode::clone() {
-  auto* copy = new (std::nothrow) BKQSnapShotNode(nullptr);
-  if (copy != nullptr) copy->mycopy(this);
-  return copy;
-}
+BKQSnapShotNode* BKQSnapShotNode::clone() { return bkoq::makeClone(this); }
 
 unsigned int BKQSnapShotNode::nodeType() const { return SnapShotNode; }
 
@@ -450,11 +397,7 @@ BKQTapeNode::BKQTapeNode(const char* name) : BKQNode(name), tapeCursor_(0) {
 
 BKQTapeNode::~BKQTapeNode() = default;
 
-BKQTapeNode* BKQTapeNode::clone() {
-  auto* copy = new (std::nothrow) BKQTapeNode;
-  if (copy != nullptr) copy->mycopy(this);
-  return copy;
-}
+BKQTapeNode* BKQTapeNode::clone() { return bkoq::makeClone(this); }
 
 unsigned int BKQTapeNode::nodeType() const { return TapeNode; }
 
@@ -486,11 +429,7 @@ BKQRestoreNode::BKQRestoreNode(const char* name, const char* diskName)
 
 BKQRestoreNode::~BKQRestoreNode() = default;
 
-BKQRestoreNode* BKQRestoreNode::clone() {
-  auto* copy = new (std::nothrow) BKQRestoreNode;
-  if (copy != nullptr) copy->mycopy(this);
-  return copy;
-}
+BKQRestoreNode* BKQRestoreNode::clone() { return bkoq::makeClone(this); }
 
 unsigned int BKQRestoreNode::nodeType() const { return RestoreNode; }
 
@@ -549,11 +488,7 @@ BKQDBRestoreNode::BKQDBRestoreNode(const char* name, const char* diskName)
 
 BKQDBRestoreNode::~BKQDBRestoreNode() = default;
 
-BKQDBRestoreNode* BKQDBRestoreNode::clone() {
-  auto* copy = new (std::nothrow) BKQDBRestoreNode;
-  if (copy != nullptr) copy->mycopy(this);
-  return copy;
-}
+BKQDBRestoreNode* BKQDBRestoreNode::clone() { return bkoq::makeClone(this); }
 
 unsigned int BKQDBRestoreNode::nodeType() const { return DBRestoreNode; }
 

@@ -1,17 +1,13 @@
 #include "bkoq/ofile.h"
 
-#include <new>
+#include "model/clone.h"
 
 BKQOpenFileInfo::BKQOpenFileInfo()
     : fileActions_(1), fileMethods_(0), retryCount_(5), retryInterval_(5) {}
 
 BKQOpenFileInfo::~BKQOpenFileInfo() = default;
 
-BKQOpenFileInfo* BKQOpenFileInfo::clone() {
-  auto* copy = new (std::nothrow) BKQOpenFileInfo;
-  if (copy != nullptr) copy->mycopy(this);
-  return copy;
-}
+BKQOpenFileInfo* BKQOpenFileInfo::clone() { return bkoq::makeClone(this); }
 
 unsigned int BKQOpenFileInfo::getFActions() const { return fileActions_; }
 

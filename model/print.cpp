@@ -1,16 +1,12 @@
 #include "bkoq/print.h"
 
-#include <new>
+#include "model/clone.h"
 
 BKQPrintQueue::BKQPrintQueue() = default;
 
 BKQPrintQueue::~BKQPrintQueue() = default;
 
-BKQPrintQueue* BKQPrintQueue::clone() {
-  auto* copy = new (std::nothrow) BKQPrintQueue;
-  if (copy != nullptr) copy->mycopy(this);
-  return copy;
-}
+BKQPrintQueue* BKQPrintQueue::clone() { return bkoq::makeClone(this); }
 
 const RWCollectableString& BKQPrintQueue::getHostName() const { return hostName_; }
 

@@ -1,8 +1,7 @@
 #include "bkoq/sched.h"
 
-#include <new>
-
 #include "bkoq/cruise.h"
+#include "model/clone.h"
 #include "model/copy_list.h"
 #include "model/enumerate.h"
 
@@ -12,11 +11,7 @@ BKQTime::BKQTime(unsigned int value, BKQTimeType type) : value_(value), type_(ty
 
 BKQTime::~BKQTime() = default;
 
-BKQTime* BKQTime::clone() {
-  auto* copy = new (std::nothrow) BKQTime;
-  if (copy != nullptr) copy->mycopy(this);
-  return copy;
-}
+BKQTime* BKQTime::clone() { return bkoq::makeClone(this); }
 
 unsigned int BKQTime::getValue() const { return value_; }
 
@@ -39,11 +34,7 @@ BKQJobMask::BKQJobMask(BKQTapePrefixType prefix)
 
 BKQJobMask::~BKQJobMask() = default;
 
-BKQJobMask* BKQJobMask::clone() {
-  auto* copy = new (std::nothrow) BKQJobMask;
-  if (copy != nullptr) copy->mycopy(this);
-  return copy;
-}
+BKQJobMask* BKQJobMask::clone() { return bkoq::makeClone(this); }
 
 BKQJobMask::BKQTapePrefixType BKQJobMask::getTapeNamePrefix() const { return prefix_; }
 
@@ -127,11 +118,7 @@ BKQRegularSchedule::BKQRegularSchedule() = default;
 
 BKQRegularSchedule::~BKQRegularSchedule() = default;
 
-BKQRegularSchedule* BKQRegularSchedule::clone() {
-  auto* copy = new (std::nothrow) BKQRegularSchedule;
-  if (copy != nullptr) copy->mycopy(this);
-  return copy;
-}
+BKQRegularSchedule* BKQRegularSchedule::clone() { return bkoq::makeClone(this); }
 
 unsigned int BKQRegularSchedule::getType() const { return 3; }
 
@@ -145,11 +132,7 @@ BKQCustomSchedule::BKQCustomSchedule(unsigned short repeat1, unsigned short repe
 
 BKQCustomSchedule::~BKQCustomSchedule() = default;
 
-BKQCustomSchedule* BKQCustomSchedule::clone() {
-  auto* copy = new (std::nothrow) BKQCustomSchedule;
-  if (copy != nullptr) copy->mycopy(this);
-  return copy;
-}
+BKQCustomSchedule* BKQCustomSchedule::clone() { return bkoq::makeClone(this); }
 
 unsigned int BKQCustomSchedule::getType() const { return 0; }
 

@@ -18,8 +18,8 @@ bool isSessionFilter(const RWCString& text) {
   const char* rest = text.data();
   if (strchr(rest, '-') == nullptr) return isSession(leadingNumber(rest));
 
-  // Taken apart where it stands: a copy of a part that memory has no room for would pass for the
-  // end of the text. A number ends at the next "-"; where white space stands before that, the "-"
+  // Taken apart in place: a copy of a part that memory has no room for would pass for the
+  // end of the text. A number ends at the next "-"; where white space is before that, the "-"
   // is read as a sign, and a negative number is no session, just as white space alone is none.
   long lower = 0;
   int count = 0;

@@ -3,6 +3,7 @@
 #include <new>
 
 #include "bkoq/filter.h"
+#include "model/clone.h"
 #include "model/copy_list.h"
 #include "model/enumerate.h"
 
@@ -42,11 +43,7 @@ BKQTapeItem::BKQTapeItem(unsigned int chunkNum, unsigned short chunkOffset)
 
 BKQTapeItem::~BKQTapeItem() = default;
 
-BKQTapeItem* BKQTapeItem::clone() {
-  auto* copy = new (std::nothrow) BKQTapeItem;
-  if (copy != nullptr) copy->mycopy(this);
-  return copy;
-}
+BKQTapeItem* BKQTapeItem::clone() { return bkoq::makeClone(this); }
 
 const RWCollectableString& BKQTapeItem::getFileOrDir() const { return fileOrDir_; }
 
@@ -101,11 +98,7 @@ BKQTape::BKQTape(const char* deviceGroup, const char* tapeName)
 
 BKQTape::~BKQTape() = default;
 
-BKQTape* BKQTape::clone() {
-  auto* copy = new (std::nothrow) BKQTape;
-  if (copy != nullptr) copy->mycopy(this);
-  return copy;
-}
+BKQTape* BKQTape::clone() { return bkoq::makeClone(this); }
 
 const RWCollectableString& BKQTape::getTapeName() const { return tapeName_; }
 
