@@ -1,40 +1,36 @@
 #include "bkoq/filter.h"
 
-#include <new>
+#include "model/clone.h"
 
-BKQFilter::BKQFilter() : kind_(Include) {}
+BKQFilter::BKQFilter() : mode_(Include) {}
 
-BKQFilter::BKQFilter(BKQInclExclType kind) : kind_(kind) {}
+BKQFilter::BKQFilter(BKQInclExclType mode) : mode_(mode) {}
 
 BKQFilter::~BKQFilter() = default;
 
 BKQFilter* BKQFilter::clone() { return nullptr; }
 
-BKQFilter::BKQInclExclType BKQFilter::getInclExcl() const { return kind_; }
+BKQFilter::BKQInclExclType BKQFilter::getInclExcl() const { return mode_; }
 
-void BKQFilter::setInclExcl(BKQInclExclType kind) { kind_ = kind; }
+void BKQFilter::setInclExcl(BKQInclExclType mode) { mode_ = mode; }
 
-int BKQFilter::isInclude() const { return kind_ == Include ? 1 : 0; }
+int BKQFilter::isInclude() const { return mode_ == Include ? 1 : 0; }
 
-int BKQFilter::isExclude() const { return kind_ == Exclude ? 1 : 0; }
+int BKQFilter::isExclude() const { return mode_ == Exclude ? 1 : 0; }
 
 void BKQFilter::mycopy(BKQFilter* source) {
   if (source == nullptr || source == this) return;
-  kind_ = source->kind_;
+  mode_ = source->mode_;
 }
 
 BKQDirFilter::BKQDirFilter() = default;
 
-BKQDirFilter::BKQDirFilter(BKQInclExclType kind, const char* pattern)
-    : BKQFilter(kind), pattern_(pattern) {}
+BKQDirFilter::BKQDirFilter(BKQInclExclType mode, const char* pattern)
+    : BKQFilter(mode), pattern_(pattern) {}
 
 BKQDirFilter::~BKQDirFilter() = default;
 
-BKQDirFilter* BKQDirFilter::clone() {
-  auto* copy = new (std::nothrow) BKQDirFilter;
-  if (copy != nullptr) copy->mycopy(this);
-  return copy;
-}
+BKQDirFilter* BKQDirFilter::clone() { return bkoq::makeClone(this); }
 
 unsigned int BKQDirFilter::filterType() const { return 3; }
 
@@ -50,16 +46,12 @@ void BKQDirFilter::mycopy(BKQDirFilter* source) {
 
 BKQFileFilter::BKQFileFilter() = default;
 
-BKQFileFilter::BKQFileFilter(BKQInclExclType kind, const char* pattern)
-    : BKQFilter(kind), pattern_(pattern) {}
+BKQFileFilter::BKQFileFilter(BKQInclExclType mode, const char* pattern)
+    : BKQFilter(mode), pattern_(pattern) {}
 
 BKQFileFilter::~BKQFileFilter() = default;
 
-BKQFileFilter* BKQFileFilter::clone() {
-  auto* copy = new (std::nothrow) BKQFileFilter;
-  if (copy != nullptr) copy->mycopy(this);
-  return copy;
-}
+BKQFileFilter* BKQFileFilter::clone() { return bkoq::makeClone(this); }
 
 unsigned int BKQFileFilter::filterType() const { return 2; }
 
@@ -75,16 +67,12 @@ void BKQFileFilter::mycopy(BKQFileFilter* source) {
 
 BKQVolumeFilter::BKQVolumeFilter() = default;
 
-BKQVolumeFilter::BKQVolumeFilter(BKQInclExclType kind, const char* pattern)
-    : BKQFilter(kind), pattern_(pattern) {}
+BKQVolumeFilter::BKQVolumeFilter(BKQInclExclType mode, const char* pattern)
+    : BKQFilter(mode), pattern_(pattern) {}
 
 BKQVolumeFilter::~BKQVolumeFilter() = default;
 
-BKQVolumeFilter* BKQVolumeFilter::clone() {
-  auto* copy = new (std::nothrow) BKQVolumeFilter;
-  if (copy != nullptr) copy->mycopy(this);
-  return copy;
-}
+BKQVolumeFilter* BKQVolumeFilter::clone() { return bkoq::makeClone(this); }
 
 unsigned int BKQVolumeFilter::filterType() const { return 1; }
 
@@ -100,16 +88,12 @@ void BKQVolumeFilter::mycopy(BKQVolumeFilter* source) {
 
 BKQAttributeFilter::BKQAttributeFilter() : attributes_(0) {}
 
-BKQAttributeFilter::BKQAttributeFilter(BKQInclExclType kind, unsigned int attributes)
-    : BKQFilter(kind), attributes_(attributes) {}
+BKQAttributeFilter::BKQAttributeFilter(BKQInclExclType mode, unsigned int attributes)
+    : BKQFilter(mode), attributes_(attributes) {}
 
 BKQAttributeFilter::~BKQAttributeFilter() = default;
 
-BKQAttributeFilter* BKQAttributeFilter::clone() {
-  auto* copy = new (std::nothrow) BKQAttributeFilter;
-  if (copy != nullptr) copy->mycopy(this);
-  return copy;
-}
+BKQAttributeFilter* BKQAttributeFilter::clone() { return bkoq::makeClone(this); }
 
 unsigned int BKQAttributeFilter::filterType() const { return 5; }
 
@@ -158,11 +142,7 @@ BKQWithinTimeFilter::BKQWithinTimeFilter(BKQTimeAttrType attribute, unsigned sho
 
 BKQWithinTimeFilter::~BKQWithinTimeFilter() = default;
 
-BKQWithinTimeFilter* BKQWithinTimeFilter::clone() {
-  auto* copy = new (std::nothrow) BKQWithinTimeFilter;
-  if (copy != nullptr) copy->mycopy(this);
-  return copy;
-}
+BKQWithinTimeFilter* BKQWithinTimeFilter::clone() { return bkoq::makeClone(this); }
 
 BKQTimeFilter::BKQTimeRangeType BKQWithinTimeFilter::getTRtype() const { return Within; }
 
@@ -191,11 +171,7 @@ BKQBeforeTimeFilter::BKQBeforeTimeFilter(BKQTimeAttrType attribute, const RWColl
 
 BKQBeforeTimeFilter::~BKQBeforeTimeFilter() = default;
 
-BKQBeforeTimeFilter* BKQBeforeTimeFilter::clone() {
-  auto* copy = new (std::nothrow) BKQBeforeTimeFilter;
-  if (copy != nullptr) copy->mycopy(this);
-  return copy;
-}
+BKQBeforeTimeFilter* BKQBeforeTimeFilter::clone() { return bkoq::makeClone(this); }
 
 BKQTimeFilter::BKQTimeRangeType BKQBeforeTimeFilter::getTRtype() const { return Before; }
 
@@ -219,11 +195,7 @@ BKQAfterTimeFilter::BKQAfterTimeFilter(BKQTimeAttrType attribute, const RWCollec
 
 BKQAfterTimeFilter::~BKQAfterTimeFilter() = default;
 
-BKQAfterTimeFilter* BKQAfterTimeFilter::clone() {
-  auto* copy = new (std::nothrow) BKQAfterTimeFilter;
-  if (copy != nullptr) copy->mycopy(this);
-  return copy;
-}
+BKQAfterTimeFilter* BKQAfterTimeFilter::clone() { return bkoq::makeClone(this); }
 
 BKQTimeFilter::BKQTimeRangeType BKQAfterTimeFilter::getTRtype() const { return After; }
 
@@ -249,11 +221,7 @@ BKQBetweenTimeFilter::BKQBetweenTimeFilter(BKQTimeAttrType attribute,
 
 BKQBetweenTimeFilter::~BKQBetweenTimeFilter() = default;
 
-BKQBetweenTimeFilter* BKQBetweenTimeFilter::clone() {
-  auto* copy = new (std::nothrow) BKQBetweenTimeFilter;
-  if (copy != nullptr) copy->mycopy(this);
-  return copy;
-}
+BKQBetweenTimeFilter* BKQBetweenTimeFilter::clone() { return bkoq::makeClone(this); }
 
 BKQTimeFilter::BKQTimeRangeType BKQBetweenTimeFilter::getTRtype() const { return Between; }
 

@@ -3,14 +3,15 @@
 
 namespace {
 
-using Steps = bkoq::Flatten<bkoq::CurrentLayout>;
+using Steps = bkoq::Flattening::Into<bkoq::CurrentLayout>;
 
 }  // namespace
 
 namespace bkoq {
 
-// An NDS tree is found by its domain, which servers look for where the address of other nodes is;
-// with an address, both fields carry that.
+// Meant so: servers look for the domain, by which an NDS tree is found, where other nodes have
+// their address. With an address, that comes last and goes into both fields; the domain is then
+// lost.
 void CurrentLayout::storeDomainAndAddress(Node& record, unsigned int nodeType, const Text& domain,
                                           const Text& address) {
   if (nodeType != BKQNode::NDSNode) {

@@ -3,7 +3,7 @@
 
 namespace {
 
-using Steps = bkoq::Flatten<bkoq::CurrentLayout>;
+using Steps = bkoq::Flattening::Into<bkoq::CurrentLayout>;
 
 }  // namespace
 

@@ -10,7 +10,7 @@
 
 namespace bkoq {
 
-// A text of known length, with a NUL behind it. Conversions take null for an empty text.
+// A text of known length, with a NUL after it. Conversions take null for an empty text.
 struct Text {
   Text(const RWCString& string) : data(string.data()), length(string.length()) {}
   Text(const char* string) : data(string != nullptr ? string : ""), length(strlen(data)) {}
@@ -45,7 +45,7 @@ inline void copyBytes(char* to, const char* from, size_t count) {
   }
 }
 
-// A block with the first text, the second right behind it and `nuls` NULs at the end; null when
+// A block with the first text, the second right after it and `nuls` NULs at the end; null when
 // memory runs out.
 inline char* joinTexts(const Text& first, const Text& second, size_t nuls) {
   const size_t length = first.length + second.length;
@@ -74,7 +74,7 @@ inline void storeText(char*& field, const Text& text) {
 }
 
 // For fields that may hold two texts: the block ends with one NUL more, so that a reader that goes
-// on behind the text finds an empty second one and never leaves the block.
+// on after the text finds an empty second one and never leaves the block.
 inline char* duplicateFirst(const Text& text) { return joinTexts(text, "", 2); }
 
 inline void storeFirstText(char*& field, const Text& text) {

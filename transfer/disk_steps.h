@@ -16,7 +16,7 @@ inline bool joinsDiskCredentials(unsigned int diskType) {
 }
 
 template <class Layout>
-int Flatten<Layout>::disk(BKQDisk& disk, void*& rec, const char* overridePath) {
+int Flattening::Into<Layout>::disk(BKQDisk& disk, void*& rec, const char* overridePath) {
   if (rec == nullptr) return noRecord();
   auto& record = *static_cast<typename Layout::Disk*>(rec);
   const ArgumentText<Layout> path(overridePath);
@@ -50,37 +50,32 @@ int Flatten<Layout>::disk(BKQDisk& disk, void*& rec, const char* overridePath) {
     record.pszDiskPW2 = copyCredentials(joined, disk.user_, disk.password2_);
   }
 
-  if (!disk.items_.isEmpty()) passAll(disk.items_, disk.itemCursor_);
+  if (!disk.items_.isEmpty()) moveCursorToEnd(disk.items_, disk.itemCursor_);
   if (!path.isEmpty()) {
-    // One item stands for all of them.
+    // One item takes the place of all of them.
     if (!disk.items_.isEmpty() && record.pDiskItems == nullptr) {
       record.ulDiskItemCount = 1;
       record.pDiskItems = allocateRecord<typename Layout::DiskItem>(Layout::kDiskItem);
       if (record.pDiskItems == nullptr) return 0;
       void* element = record.pDiskItems;
       auto& item = *static_cast<BKQDiskItem*>(disk.items_.at(0));
-      if (!Layout::convert(item, element, path)) return failedToConvert("DiskItem");
+      if (!Layout::convertDirectly(item, element, path)) return failedToConvert("DiskItem");
     }
   } else {
     for (unsigned int i = 0; i < disk.items_.entries(); ++i) {
       void* element = appendRecord(record.ulDiskItemCount, record.pDiskItems, Layout::kDiskItem);
       if (element == nullptr) return 0;
       auto& item = *static_cast<BKQDiskItem*>(disk.items_.at(i));
-      if (!Layout::convert(item, element)) return failedToConvert("DiskItem");
+      if (!Layout::convertDirectly(item, element)) return failedToConvert("DiskItem");
     }
   }
 
-  if (!disk.filters_.isEmpty()) passAll(disk.filters_, disk.filterCursor_);
-  for (unsigned int i = 0; i < disk.filters_.entries(); ++i) {
-    if (!addFilter(record.ulFilterCount, record.pFilters, Layout::kFilter, disk.filters_.at(i))) {
-      return 0;
-    }
-  }
-  return 1;
+  return addFilters(record.ulFilterCount, record.pFilters, Layout::kFilter, disk.filters_,
+                    disk.filterCursor_);
 }
 
 // The path of an item as the server uses it: on a UNIX machine it is made absolute by the name of
-// its disk. Unlike other texts, an empty path is a block, too.
+// its disk. Unlike other texts, an empty path is a block as well.
 inline char* itemPath(const Text& path, const Text& diskName, bool isUnix) {
   const Text root("/");
   if (!isUnix) return duplicate(path);
@@ -89,7 +84,7 @@ inline char* itemPath(const Text& path, const Text& diskName, bool isUnix) {
 }
 
 template <class Layout>
-int Flatten<Layout>::diskItem(BKQDiskItem& item, void*& rec) {
+int Flattening::Into<Layout>::diskItem(BKQDiskItem& item, void*& rec) {
   if (rec == nullptr) return noRecord();
   auto& record = *static_cast<typename Layout::DiskItem*>(rec);
   record.pszPath =
@@ -97,7 +92,7 @@ int Flatten<Layout>::diskItem(BKQDiskItem& item, void*& rec) {
   record.ulOptions = item.options_;
 
   if (item.files_.isEmpty()) return 1;
-  passAll(item.files_, item.fileCursor_);
+  moveCursorToEnd(item.files_, item.fileCursor_);
   size_t end = listLength(record.pFileList, static_cast<int>(record.ulFileCount));
   for (unsigned int i = 0; i < item.files_.entries(); ++i) {
     const Text name(*static_cast<RWCollectableString*>(item.files_.at(i)));
@@ -115,7 +110,7 @@ int Flatten<Layout>::diskItem(BKQDiskItem& item, void*& rec) {
 }
 
 template <class Layout>
-int Flatten<Layout>::diskItem(BKQDiskItem& item, void*& rec, const char* overridePath) {
+int Flattening::Into<Layout>::diskItem(BKQDiskItem& item, void*& rec, const char* overridePath) {
   if (rec == nullptr) return noRecord();
   auto& record = *static_cast<typename Layout::DiskItem*>(rec);
   const Text path(overridePath);

@@ -10,17 +10,17 @@ constexpr uint16_t kFilterTypeTime = 4;
 constexpr uint16_t kFilterTypeAttribute = 5;
 
 template <class Layout>
-int Flatten<Layout>::filter(BKQFilter& filter, void*& entry) {
+int Flattening::Into<Layout>::filter(BKQFilter& filter, void*& entry) {
   if (entry == nullptr) return noRecord();
   auto& record = *static_cast<typename Layout::Filter*>(entry);
-  record.usInclExcl = static_cast<uint16_t>(filter.kind_);
+  record.usInclExcl = static_cast<uint16_t>(filter.mode_);
   return 1;
 }
 
 template <class Layout>
 template <class PatternFilter>
-int Flatten<Layout>::patternFilter(PatternFilter& filter, void*& entry, const char* part) {
-  if (!Flatten::filter(filter, entry)) return failedToConvert(part);
+int Flattening::Into<Layout>::patternFilter(PatternFilter& filter, void*& entry, const char* part) {
+  if (!Into::filter(filter, entry)) return failedToConvert(part);
   auto& record = *static_cast<typename Layout::Filter*>(entry);
   record.usFilterType = static_cast<uint16_t>(filter.filterType());
   const Text pattern(filter.pattern_);
@@ -32,8 +32,8 @@ int Flatten<Layout>::patternFilter(PatternFilter& filter, void*& entry, const ch
 }
 
 template <class Layout>
-int Flatten<Layout>::attributeFilter(BKQAttributeFilter& filter, void*& entry) {
-  if (!Flatten::filter(filter, entry)) return failedToConvert("Attribute Filter");
+int Flattening::Into<Layout>::attributeFilter(BKQAttributeFilter& filter, void*& entry) {
+  if (!Into::filter(filter, entry)) return failedToConvert("Attribute Filter");
   auto& record = *static_cast<typename Layout::Filter*>(entry);
   record.usFilterType = kFilterTypeAttribute;
   record.ulAttributes = filter.attributes_;
@@ -41,8 +41,8 @@ int Flatten<Layout>::attributeFilter(BKQAttributeFilter& filter, void*& entry) {
 }
 
 template <class Layout>
-int Flatten<Layout>::timeFilter(BKQTimeFilter& filter, void*& entry) {
-  if (!Flatten::filter(filter, entry)) return failedToConvert("Time Filter");
+int Flattening::Into<Layout>::timeFilter(BKQTimeFilter& filter, void*& entry) {
+  if (!Into::filter(filter, entry)) return failedToConvert("Time Filter");
   auto& record = *static_cast<typename Layout::Filter*>(entry);
   record.usFilterType = kFilterTypeTime;
   record.usTimeRange = static_cast<uint16_t>(filter.range_);
@@ -51,7 +51,7 @@ int Flatten<Layout>::timeFilter(BKQTimeFilter& filter, void*& entry) {
 }
 
 template <class Layout>
-int Flatten<Layout>::withinTimeFilter(BKQWithinTimeFilter& filter, void*& entry) {
+int Flattening::Into<Layout>::withinTimeFilter(BKQWithinTimeFilter& filter, void*& entry) {
   if (!timeFilter(filter, entry)) return failedToConvert("Within Time Filter");
   auto& record = *static_cast<typename Layout::Filter*>(entry);
   record.usTimeRange = static_cast<uint16_t>(filter.getTRtype());
@@ -62,7 +62,7 @@ int Flatten<Layout>::withinTimeFilter(BKQWithinTimeFilter& filter, void*& entry)
 
 template <class Layout>
 template <class BoundFilter>
-int Flatten<Layout>::boundTimeFilter(BoundFilter& filter, void*& entry, const char* part) {
+int Flattening::Into<Layout>::boundTimeFilter(BoundFilter& filter, void*& entry, const char* part) {
   if (!timeFilter(filter, entry)) return failedToConvert(part);
   auto& record = *static_cast<typename Layout::Filter*>(entry);
   record.usTimeRange = static_cast<uint16_t>(filter.getTRtype());
@@ -71,7 +71,7 @@ int Flatten<Layout>::boundTimeFilter(BoundFilter& filter, void*& entry, const ch
 }
 
 template <class Layout>
-int Flatten<Layout>::betweenTimeFilter(BKQBetweenTimeFilter& filter, void*& entry) {
+int Flattening::Into<Layout>::betweenTimeFilter(BKQBetweenTimeFilter& filter, void*& entry) {
   if (!timeFilter(filter, entry)) return failedToConvert("Between Time Filter");
   auto& record = *static_cast<typename Layout::Filter*>(entry);
   record.usTimeRange = static_cast<uint16_t>(filter.getTRtype());

@@ -11,13 +11,18 @@ namespace bkoq {
 // The steps that turn the model into records, once for both layouts. `Layout` says what differs.
 // The public conversions are their entry points, so that a conversion called by a client and one
 // called from here are the same. Each family's steps are defined in a header of their own, which
-// only the family's two entry point files include.
+// only the entry point files of that family include.
 //
 // All return 1, or 0 after what they report on the standard error stream, and free nothing: a
 // caller that gets 0 finds the record as far as it was filled. A list is walked in place; its
 // cursor is left where taking all elements would have left it.
+struct Flattening {
+  template <class Layout>
+  struct Into;
+};
+
 template <class Layout>
-struct Flatten {
+struct Flattening::Into {
   // job_steps.h
   static int job(BKQJob& job, void*& out);
   static int backupJob(BKQBackupJob& job, void*& out, const char* nodeName,
@@ -84,11 +89,18 @@ struct Flatten {
   // calls the record when memory runs out.
   static int addFilter(uint32_t& count, typename Layout::Filter*& filters, const char* name,
                        RWCollectable* element);
+  // The same for all the filters that an owner has for itself, whose cursor it leaves at the end.
+  template <class Cursor>
+  static int addFilters(uint32_t& count, typename Layout::Filter*& filters, const char* name,
+                        const RWSlistCollectables& elements, Cursor& cursor);
 
   // The next element of a job's node array, for a conversion to fill; null after a report.
   static void* addNode(uint32_t& count, typename Layout::Node*& nodes);
   // The first element of a job's node array, made when there is none; null after a report.
   static void* firstNode(typename Layout::Node*& nodes);
+  // The one source of a job; none for null.
+  static int tapeSource(BKQTapeNode* source, typename Layout::Job& record, const char* tapeName,
+                        unsigned short sessionNumber);
   static int tapeSources(RWSlistCollectables& sources, typename Layout::Job& record,
                          const char* tapeName, unsigned short sessionNumber);
   static int addDisk(BKQDisk& disk, typename Layout::Node& record, const char* overridePath);
@@ -118,16 +130,30 @@ class ArgumentText {
 
 // Sets the cursor of a list where handing out all its elements leaves it.
 template <class Cursor>
-void passAll(const RWSlistCollectables& list, Cursor& cursor) {
+void moveCursorToEnd(const RWSlistCollectables& list, Cursor& cursor) {
   cursor = static_cast<Cursor>(list.entries());
 }
 
 template <class Layout>
-int Flatten<Layout>::addFilter(uint32_t& count, typename Layout::Filter*& filters, const char* name,
-                               RWCollectable* element) {
+int Flattening::Into<Layout>::addFilter(uint32_t& count, typename Layout::Filter*& filters,
+                                        const char* name, RWCollectable* element) {
   void* entry = appendRecord(count, filters, name);
   if (entry == nullptr) return 0;
-  if (!Layout::convert(*static_cast<BKQFilter*>(element), entry)) return failedToConvert("Filter");
+  if (!Layout::convertVirtually(*static_cast<BKQFilter*>(element), entry))
+    return failedToConvert("Filter");
+  return 1;
+}
+
+template <class Layout>
+template <class Cursor>
+int Flattening::Into<Layout>::addFilters(uint32_t& count, typename Layout::Filter*& filters,
+                                         const char* name, const RWSlistCollectables& elements,
+                                         Cursor& cursor) {
+  if (elements.isEmpty()) return 1;
+  moveCursorToEnd(elements, cursor);
+  for (unsigned int i = 0; i < elements.entries(); ++i) {
+    if (!addFilter(count, filters, name, elements.at(i))) return 0;
+  }
   return 1;
 }
 

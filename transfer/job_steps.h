@@ -9,7 +9,7 @@ namespace bkoq {
 constexpr unsigned int kJobOptionNoEstimate = 0x00100000;
 
 template <class Layout>
-int Flatten<Layout>::job(BKQJob& job, void*& out) {
+int Flattening::Into<Layout>::job(BKQJob& job, void*& out) {
   auto* record = allocateRecord<typename Layout::Job>(Layout::kJob);
   if (record == nullptr) return 0;
 
@@ -39,42 +39,43 @@ int Flatten<Layout>::job(BKQJob& job, void*& out) {
 
   if (job.fax_ != nullptr) {
     void* block = &record->stFax;
-    if (!Layout::convert(*job.fax_, block)) return failedToConvert("FaxInfo");
+    if (!Layout::convertDirectly(*job.fax_, block)) return failedToConvert("FaxInfo");
   }
   if (job.email_ != nullptr) {
     void* block = &record->stEMail;
-    if (!Layout::convert(*job.email_, block)) return failedToConvert("EmailInfo");
+    if (!Layout::convertVirtually(*job.email_, block)) return failedToConvert("EmailInfo");
   }
   if (job.printQueue_ != nullptr) {
     void* block = &record->stPrintQueue;
-    if (!Layout::convert(*job.printQueue_, block)) return failedToConvert("PrintQ");
+    if (!Layout::convertDirectly(*job.printQueue_, block)) return failedToConvert("PrintQ");
   }
   if (job.schedule_ != nullptr) {
     void* schedBlock = &record->stSchedule;
     void* rotationBlock = &record->stScheduleExt;
     // A schedule reports for itself.
-    if (!Layout::convert(*job.schedule_, schedBlock, rotationBlock)) return 0;
+    if (!Layout::convertVirtually(*job.schedule_, schedBlock, rotationBlock)) return 0;
   }
   out = record;
   return 1;
 }
 
 template <class Layout>
-void* Flatten<Layout>::addNode(uint32_t& count, typename Layout::Node*& nodes) {
+void* Flattening::Into<Layout>::addNode(uint32_t& count, typename Layout::Node*& nodes) {
   return appendRecord(count, nodes, Layout::kNode);
 }
 
 template <class Layout>
-void* Flatten<Layout>::firstNode(typename Layout::Node*& nodes) {
+void* Flattening::Into<Layout>::firstNode(typename Layout::Node*& nodes) {
   if (nodes == nullptr) nodes = allocateRecord<typename Layout::Node>(Layout::kNode);
   return nodes;
 }
 
 template <class Layout>
-int Flatten<Layout>::backupJob(BKQBackupJob& job, void*& out, const char* nodeName,
-                               RWSlistCollectables& disks, int unixKind, const char* unixText) {
+int Flattening::Into<Layout>::backupJob(BKQBackupJob& job, void*& out, const char* nodeName,
+                                        RWSlistCollectables& disks, int unixKind,
+                                        const char* unixText) {
   const KeptTimes keptTimes;
-  if (!Flatten::job(job, out)) return failedToConvert("Base BKQJob");
+  if (!Into::job(job, out)) return failedToConvert("Base BKQJob");
   const ArgumentText<Layout> heldName(nodeName);
   const ArgumentText<Layout> heldText(unixText);
   const Text wantedName(heldName);
@@ -88,10 +89,11 @@ int Flatten<Layout>::backupJob(BKQBackupJob& job, void*& out, const char* nodeNa
 
   if (job.openFileInfo_ != nullptr) {
     void* block = &record.stOpenFile;
-    if (!Layout::convert(*job.openFileInfo_, block)) return failedToConvert("Open File Info");
+    if (!Layout::convertDirectly(*job.openFileInfo_, block))
+      return failedToConvert("Open File Info");
   }
 
-  if (!job.sourceNodes_.isEmpty()) passAll(job.sourceNodes_, job.sourceNodeCursor_);
+  if (!job.sourceNodes_.isEmpty()) moveCursorToEnd(job.sourceNodes_, job.sourceNodeCursor_);
   for (unsigned int i = 0; i < job.sourceNodes_.entries(); ++i) {
     auto* node = static_cast<BKQNode*>(job.sourceNodes_.at(i));
     if (!wantedName.isEmpty() && !wantedName.equals(node->nodeName_)) continue;
@@ -100,12 +102,13 @@ int Flatten<Layout>::backupJob(BKQBackupJob& job, void*& out, const char* nodeNa
     // A client's own class may answer any node type: its class decides what it can be asked for.
     if (node->nodeType() == BKQNode::UnixNode) {
       auto* unixNode = dynamic_cast<BKQUnixNode*>(node);
-      if (unixNode == nullptr || !Layout::convert(*unixNode, element, disks, unixKind, heldText)) {
+      if (unixNode == nullptr ||
+          !Layout::convertDirectly(*unixNode, element, disks, unixKind, heldText)) {
         return failedToConvert("Unix Node");
       }
     } else {
       auto* diskNode = dynamic_cast<BKQDiskNode*>(node);
-      if (diskNode == nullptr || !Layout::convert(*diskNode, element, disks)) {
+      if (diskNode == nullptr || !Layout::convertDirectly(*diskNode, element, disks)) {
         return failedToConvert("Node");
       }
     }
@@ -116,10 +119,10 @@ int Flatten<Layout>::backupJob(BKQBackupJob& job, void*& out, const char* nodeNa
     record.pDestNodes = allocateRecord<typename Layout::Node>(Layout::kNode);
     if (record.pDestNodes == nullptr) return 0;
     void* element = record.pDestNodes;
-    if (!Layout::convert(*job.destination_, element)) return failedToConvert("Tape Node");
+    if (!Layout::convertVirtually(*job.destination_, element)) return failedToConvert("Tape Node");
   }
 
-  if (!job.filters_.isEmpty()) passAll(job.filters_, job.filterCursor_);
+  if (!job.filters_.isEmpty()) moveCursorToEnd(job.filters_, job.filterCursor_);
   for (unsigned int i = 0; i < job.filters_.entries(); ++i) {
     for (uint32_t n = 0; n < record.ulNumSourceNodes; ++n) {
       auto& node = record.pSourceNodes[n];
@@ -132,123 +135,123 @@ int Flatten<Layout>::backupJob(BKQBackupJob& job, void*& out, const char* nodeNa
 }
 
 template <class Layout>
-int Flatten<Layout>::tapeSources(RWSlistCollectables& sources, typename Layout::Job& record,
-                                 const char* tapeName, unsigned short sessionNumber) {
+int Flattening::Into<Layout>::tapeSources(RWSlistCollectables& sources,
+                                          typename Layout::Job& record, const char* tapeName,
+                                          unsigned short sessionNumber) {
   for (unsigned int i = 0; i < sources.entries(); ++i) {
     void* element = addNode(record.ulNumSourceNodes, record.pSourceNodes);
     if (element == nullptr) return 0;
     auto* node = static_cast<BKQTapeNode*>(sources.at(i));
-    if (!Layout::convert(*node, element, tapeName, sessionNumber)) {
+    if (!Layout::convertDirectly(*node, element, tapeName, sessionNumber)) {
       return failedToConvert("Tape Node");
     }
   }
   return 1;
 }
 
+// The record is fresh, but its arrays may already be filled: the base step handed places inside it
+// to the job's e-mail object and schedule, whose classes may be the client's. What such a class has
+// put there stays, and the node is counted all the same.
 template <class Layout>
-int Flatten<Layout>::restoreJob(BKQRestoreJob& job, void*& out, const char* tapeName,
-                                unsigned short sessionNumber) {
+int Flattening::Into<Layout>::tapeSource(BKQTapeNode* source, typename Layout::Job& record,
+                                         const char* tapeName, unsigned short sessionNumber) {
+  if (source == nullptr) return 1;
+  ++record.ulNumSourceNodes;
+  if (record.pSourceNodes != nullptr) return 1;
+  void* element = firstNode(record.pSourceNodes);
+  if (element == nullptr) return 0;
+  if (!Layout::convertDirectly(*source, element, tapeName, sessionNumber)) {
+    return failedToConvert("Tape Node");
+  }
+  return 1;
+}
+
+template <class Layout>
+int Flattening::Into<Layout>::restoreJob(BKQRestoreJob& job, void*& out, const char* tapeName,
+                                         unsigned short sessionNumber) {
   const KeptTimes keptTimes;
-  if (!Flatten::job(job, out)) return failedToConvert("Base BKQJob");
+  if (!Into::job(job, out)) return failedToConvert("Base BKQJob");
   auto& record = *static_cast<typename Layout::Job*>(out);
 
   record.usOnConflict = static_cast<uint16_t>(job.onConflict_);
   Layout::tapeSessionPassword() = copyText(job.sessionPassword_);
 
-  if (!job.sourceNodes_.isEmpty()) passAll(job.sourceNodes_, job.sourceNodeCursor_);
+  if (!job.sourceNodes_.isEmpty()) moveCursorToEnd(job.sourceNodes_, job.sourceNodeCursor_);
   if (!tapeSources(job.sourceNodes_, record, tapeName, sessionNumber)) return 0;
 
-  passAll(job.destNodes_, job.destNodeCursor_);
+  moveCursorToEnd(job.destNodes_, job.destNodeCursor_);
   for (unsigned int i = 0; i < job.destNodes_.entries(); ++i) {
     void* element = addNode(record.ulNumDestNodes, record.pDestNodes);
     if (element == nullptr) return 0;
     auto* node = static_cast<BKQRestoreNode*>(job.destNodes_.at(i));
     const bool isDatabase = node->nodeType() == BKQNode::DBRestoreNode;
-    if (!Layout::convert(*node, element)) {
+    if (!Layout::convertVirtually(*node, element)) {
       return failedToConvert(isDatabase ? "DB Restore Node" : "Restore Node");
     }
   }
 
-  if (!job.filters_.isEmpty()) passAll(job.filters_, job.filterCursor_);
+  if (!job.filters_.isEmpty()) moveCursorToEnd(job.filters_, job.filterCursor_);
   for (unsigned int i = 0; i < job.filters_.entries(); ++i) {
     for (uint32_t n = 0; n < record.ulNumSourceNodes; ++n) {
       auto& node = record.pSourceNodes[n];
       void* entry = appendRecord(node.ulFilterCount, node.pFilters, Layout::kFilter);
       if (entry == nullptr) return 0;
       // The server takes a restore's filter entry as the filter left it, also after a failure.
-      Layout::convert(*static_cast<BKQFilter*>(job.filters_.at(i)), entry);
+      Layout::convertVirtually(*static_cast<BKQFilter*>(job.filters_.at(i)), entry);
     }
   }
   return 1;
 }
 
 template <class Layout>
-int Flatten<Layout>::verifyJob(BKQVerifyJob& job, void*& out, const char* tapeName,
-                               unsigned short sessionNumber) {
-  if (!Flatten::job(job, out)) return 0;
+int Flattening::Into<Layout>::verifyJob(BKQVerifyJob& job, void*& out, const char* tapeName,
+                                        unsigned short sessionNumber) {
+  if (!Into::job(job, out)) return 0;
   if (job.sourceNodes_.isEmpty()) return 1;
-  passAll(job.sourceNodes_, job.sourceNodeCursor_);
+  moveCursorToEnd(job.sourceNodes_, job.sourceNodeCursor_);
   return tapeSources(job.sourceNodes_, *static_cast<typename Layout::Job*>(out), tapeName,
                      sessionNumber);
 }
 
 template <class Layout>
-int Flatten<Layout>::compareJob(BKQCompareJob& job, void*& out, const char* tapeName,
-                                unsigned short sessionNumber, const char* overridePath) {
+int Flattening::Into<Layout>::compareJob(BKQCompareJob& job, void*& out, const char* tapeName,
+                                         unsigned short sessionNumber, const char* overridePath) {
   const ArgumentText<Layout> path(overridePath);
   if (!verifyJob(job, out, tapeName, sessionNumber)) return failedToConvert("Base BKQVerifyJob");
   auto& record = *static_cast<typename Layout::Job*>(out);
 
+  // Always into the first node, also of an array that a client's class has filled.
   ++record.ulNumDestNodes;
   void* element = firstNode(record.pDestNodes);
   if (element == nullptr) return 0;
-  if (job.destination_ == nullptr || !Layout::convert(*job.destination_, element, path)) {
+  if (job.destination_ == nullptr || !Layout::convertDirectly(*job.destination_, element, path)) {
     return failedToConvert("Disk Node");
   }
   return 1;
 }
 
 template <class Layout>
-int Flatten<Layout>::mergeJob(BKQMergeJob& job, void*& out, const char* tapeName,
-                              unsigned short sessionNumber) {
-  if (!Flatten::job(job, out)) return failedToConvert("Base BKQJob");
+int Flattening::Into<Layout>::mergeJob(BKQMergeJob& job, void*& out, const char* tapeName,
+                                       unsigned short sessionNumber) {
+  if (!Into::job(job, out)) return failedToConvert("Base BKQJob");
   auto& record = *static_cast<typename Layout::Job*>(out);
 
-  if (job.source_ != nullptr) {
-    ++record.ulNumSourceNodes;
-    if (record.pSourceNodes == nullptr) {
-      void* element = firstNode(record.pSourceNodes);
-      if (element == nullptr) return 0;
-      if (!Layout::convert(*job.source_, element, tapeName, sessionNumber)) {
-        return failedToConvert("Tape Node");
-      }
-    }
-  }
+  if (!tapeSource(job.source_, record, tapeName, sessionNumber)) return 0;
 
   if (job.destination_ == nullptr) return 1;
   ++record.ulNumDestNodes;
-  if (record.pDestNodes != nullptr) return 1;
+  if (record.pDestNodes != nullptr) return 1;  // counted, but filled: as in tapeSource()
   void* element = firstNode(record.pDestNodes);
   if (element == nullptr) return 0;
-  if (!Layout::convert(*job.destination_, element)) return failedToConvert("Disk Node");
+  if (!Layout::convertVirtually(*job.destination_, element)) return failedToConvert("Disk Node");
   return 1;
 }
 
 template <class Layout>
-int Flatten<Layout>::scanJob(BKQScanJob& job, void*& out, const char* tapeName,
-                             unsigned short sessionNumber) {
-  if (!Flatten::job(job, out)) return failedToConvert("Base BKQJob");
-  auto& record = *static_cast<typename Layout::Job*>(out);
-
-  if (job.source_ == nullptr) return 1;
-  ++record.ulNumSourceNodes;
-  if (record.pSourceNodes != nullptr) return 1;
-  void* element = firstNode(record.pSourceNodes);
-  if (element == nullptr) return 0;
-  if (!Layout::convert(*job.source_, element, tapeName, sessionNumber)) {
-    return failedToConvert("Tape Node");
-  }
-  return 1;
+int Flattening::Into<Layout>::scanJob(BKQScanJob& job, void*& out, const char* tapeName,
+                                      unsigned short sessionNumber) {
+  if (!Into::job(job, out)) return failedToConvert("Base BKQJob");
+  return tapeSource(job.source_, *static_cast<typename Layout::Job*>(out), tapeName, sessionNumber);
 }
 
 }  // namespace bkoq

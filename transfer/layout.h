@@ -49,10 +49,16 @@ struct CurrentLayout {
   static unsigned int& unixOptions() { return UNIX_OPTIONS; }
   static RWCollectableString& diskName() { return DISK_DISKNAME; }
 
-  // The object's conversion into this layout, virtual where the class has it so.
+  // The conversion into this layout of the object's own class, which may be a client's. Only the
+  // form that takes nothing but the places to fill is virtual.
+  template <class Object, class... Places>
+  static int convertVirtually(Object& object, Places*&... places) {
+    return object.convertToBK2(places...);
+  }
+  // The conversion of this very class, whatever class the object is of.
   template <class Object, class... Arguments>
-  static int convert(Object& object, Arguments&... arguments) {
-    return object.convertToBK2(arguments...);
+  static int convertDirectly(Object& object, Arguments&... arguments) {
+    return object.Object::convertToBK2(arguments...);
   }
 
   static unsigned int recordedNodeType(unsigned int nodeType) { return nodeType; }

@@ -10,7 +10,7 @@ constexpr uint32_t kNodeOptionExtraName = 0x200;
 constexpr uint32_t kNodeOptionExtraOSVersion = 0x800;
 
 template <class Layout>
-int Flatten<Layout>::node(BKQNode& node, void*& rec) {
+int Flattening::Into<Layout>::node(BKQNode& node, void*& rec) {
   if (rec == nullptr) return noRecord();
   auto& record = *static_cast<typename Layout::Node*>(rec);
   const unsigned int type = node.nodeType();
@@ -21,7 +21,7 @@ int Flatten<Layout>::node(BKQNode& node, void*& rec) {
   record.usBeforeNodeWait = node.beforeNodeWait_;
   record.ulNodeOptions = node.options_;
 
-  // A UNIX machine may get a second text behind either of these.
+  // A UNIX machine may get a second text after either of these.
   if (type == BKQNode::UnixNode) {
     storeFirstText(record.pszNodeOSVer, node.nodeOSver_);
     storeFirstText(record.pszNodeName, node.nodeName_);
@@ -36,38 +36,32 @@ int Flatten<Layout>::node(BKQNode& node, void*& rec) {
   storeText(record.pszAfterNode, node.afterNode_);
   if (Layout::nodeNoEstimate() == 1) record.ulNodeOptions |= kNodeOptionNoEstimate;
 
-  if (node.filters_.isEmpty()) return 1;
-  passAll(node.filters_, node.filterCursor_);
-  for (unsigned int i = 0; i < node.filters_.entries(); ++i) {
-    // The previous layout's nodes report under the current name of the record, too.
-    if (!addFilter(record.ulFilterCount, record.pFilters, "BKFILTER_FILE", node.filters_.at(i))) {
-      return 0;
-    }
-  }
-  return 1;
+  // The previous layout's nodes report under the current name of the record as well.
+  return addFilters(record.ulFilterCount, record.pFilters, "BKFILTER_FILE", node.filters_,
+                    node.filterCursor_);
 }
 
 template <class Layout>
-int Flatten<Layout>::addDisk(BKQDisk& disk, typename Layout::Node& record,
-                             const char* overridePath) {
+int Flattening::Into<Layout>::addDisk(BKQDisk& disk, typename Layout::Node& record,
+                                      const char* overridePath) {
   auto* disks = static_cast<typename Layout::Disk*>(record.pMedia);
   void* element = appendRecord(record.ulMediaCount, disks, Layout::kDisk);
   record.pMedia = disks;
   if (element == nullptr) return 0;
-  if (!Layout::convert(disk, element, overridePath)) return failedToConvert("Disk");
+  if (!Layout::convertDirectly(disk, element, overridePath)) return failedToConvert("Disk");
   return 1;
 }
 
 template <class Layout>
-int Flatten<Layout>::diskNode(BKQDiskNode& node, void*& rec, RWSlistCollectables& names,
-                              const char* overridePath) {
+int Flattening::Into<Layout>::diskNode(BKQDiskNode& node, void*& rec, RWSlistCollectables& names,
+                                       const char* overridePath) {
   const ArgumentText<Layout> path(overridePath);
-  if (!Flatten::node(node, rec)) return failedToConvert("Base BKQNode");
+  if (!Into::node(node, rec)) return failedToConvert("Base BKQNode");
   // An NDS tree has no disks of its own to flatten.
   if (node.disks_.isEmpty() || node.nodeType() == BKQNode::NDSNode) return 1;
   auto& record = *static_cast<typename Layout::Node*>(rec);
 
-  passAll(node.disks_, node.diskCursor_);
+  moveCursorToEnd(node.disks_, node.diskCursor_);
   if (names.isEmpty()) {
     for (unsigned int i = 0; i < node.disks_.entries(); ++i) {
       if (!addDisk(*static_cast<BKQDisk*>(node.disks_.at(i)), record, path)) return 0;
@@ -87,7 +81,7 @@ int Flatten<Layout>::diskNode(BKQDiskNode& node, void*& rec, RWSlistCollectables
   return 1;
 }
 
-// Puts a second text behind the NUL of the first; an absent first text counts as an empty one.
+// Puts a second text after the NUL of the first; an absent first text counts as an empty one.
 inline int appendSecondText(char*& field, const Text& extra, const char* fieldName) {
   const size_t firstLength = field != nullptr ? strlen(field) : 0;
   const size_t size = firstLength + 1 + extra.length + 1;
@@ -104,14 +98,14 @@ inline int appendSecondText(char*& field, const Text& extra, const char* fieldNa
 }
 
 template <class Layout>
-int Flatten<Layout>::unixNode(BKQUnixNode& node, void*& rec) {
+int Flattening::Into<Layout>::unixNode(BKQUnixNode& node, void*& rec) {
   RWSlistCollectables allDisks;
   return unixNode(node, rec, allDisks, 0, "");
 }
 
 template <class Layout>
-int Flatten<Layout>::unixNode(BKQUnixNode& node, void*& rec, RWSlistCollectables& names, int mode,
-                              const char* extra) {
+int Flattening::Into<Layout>::unixNode(BKQUnixNode& node, void*& rec, RWSlistCollectables& names,
+                                       int mode, const char* extra) {
   if (rec != nullptr) Layout::unixOptions() = node.unixOptions_;
   const ArgumentText<Layout> held(extra);
   if (!diskNode(node, rec, names, "")) return failedToConvert("Base BKQDiskNode");
@@ -140,8 +134,8 @@ inline char* restorePath(const Text& diskName, const Text& directory, bool isDat
 }
 
 template <class Layout>
-int Flatten<Layout>::restoreNode(BKQRestoreNode& node, void*& rec) {
-  if (!Flatten::node(node, rec)) return failedToConvert("Base BKQNode");
+int Flattening::Into<Layout>::restoreNode(BKQRestoreNode& node, void*& rec) {
+  if (!Into::node(node, rec)) return failedToConvert("Base BKQNode");
   auto& record = *static_cast<typename Layout::Node*>(rec);
   Layout::currentNodeType() = node.actualNodeType_;
   record.usNodeType = static_cast<uint16_t>(node.actualNodeType_);
@@ -160,7 +154,7 @@ int Flatten<Layout>::restoreNode(BKQRestoreNode& node, void*& rec) {
 }
 
 template <class Layout>
-int Flatten<Layout>::dbRestoreNode(BKQDBRestoreNode& node, void*& rec) {
+int Flattening::Into<Layout>::dbRestoreNode(BKQDBRestoreNode& node, void*& rec) {
   if (!restoreNode(node, rec)) return failedToConvert("Base BKQRestoreNode");
   auto* disk =
       static_cast<typename Layout::Disk*>(static_cast<typename Layout::Node*>(rec)->pMedia);
@@ -174,16 +168,16 @@ int Flatten<Layout>::dbRestoreNode(BKQDBRestoreNode& node, void*& rec) {
 }
 
 template <class Layout>
-int Flatten<Layout>::tapeNode(BKQTapeNode& node, void*& rec, const char* tapeName,
-                              unsigned short sessionNumber) {
-  if (!Flatten::node(node, rec)) return failedToConvert("Base BKQNode");
+int Flattening::Into<Layout>::tapeNode(BKQTapeNode& node, void*& rec, const char* tapeName,
+                                       unsigned short sessionNumber) {
+  if (!Into::node(node, rec)) return failedToConvert("Base BKQNode");
   auto& record = *static_cast<typename Layout::Node*>(rec);
-  // The server knows tape nodes as UNIX machines.
+  // Meant so: the server has no type for tape nodes and takes them for UNIX machines.
   Layout::currentNodeType() = BKQNode::UnixNode;
   record.usNodeType = BKQNode::UnixNode;
 
   const Text wantedName(tapeName);
-  passAll(node.tapes_, node.tapeCursor_);
+  moveCursorToEnd(node.tapes_, node.tapeCursor_);
   for (unsigned int i = 0; i < node.tapes_.entries(); ++i) {
     auto* tape = static_cast<BKQTape*>(node.tapes_.at(i));
     if (!wantedName.isEmpty() && !wantedName.equals(tape->tapeName_)) continue;
@@ -193,7 +187,7 @@ int Flatten<Layout>::tapeNode(BKQTapeNode& node, void*& rec, const char* tapeNam
     record.pMedia = tapes;
     if (element == nullptr) return 0;
     // A tape reports for itself.
-    if (!Layout::convert(*tape, element)) return 0;
+    if (!Layout::convertDirectly(*tape, element)) return 0;
   }
   return 1;
 }

@@ -6,7 +6,7 @@
 namespace bkoq {
 
 template <class Layout>
-int Flatten<Layout>::fax(BKQFax& fax, void*& block) {
+int Flattening::Into<Layout>::fax(BKQFax& fax, void*& block) {
   if (block == nullptr) return noRecord();
   auto& record = *static_cast<typename Layout::Fax*>(block);
   storeText(record.pszHostName, fax.hostName_);
@@ -19,7 +19,7 @@ int Flatten<Layout>::fax(BKQFax& fax, void*& block) {
 }
 
 template <class Layout>
-int Flatten<Layout>::printQueue(BKQPrintQueue& queue, void*& block) {
+int Flattening::Into<Layout>::printQueue(BKQPrintQueue& queue, void*& block) {
   if (block == nullptr) return noRecord();
   auto& record = *static_cast<typename Layout::PrintQueue*>(block);
   storeText(record.pszHostName, queue.hostName_);
@@ -30,7 +30,7 @@ int Flatten<Layout>::printQueue(BKQPrintQueue& queue, void*& block) {
 }
 
 template <class Layout>
-int Flatten<Layout>::email(BKQEMail& email, void*& block) {
+int Flattening::Into<Layout>::email(BKQEMail& email, void*& block) {
   if (block == nullptr) return noRecord();
   auto& record = *static_cast<typename Layout::EMail*>(block);
   storeText(record.pszHostName, email.hostName_);
@@ -40,8 +40,8 @@ int Flatten<Layout>::email(BKQEMail& email, void*& block) {
 }
 
 template <class Layout>
-int Flatten<Layout>::mhsEMail(BKQMHSEMail& email, void*& block) {
-  if (!Flatten::email(email, block)) return failedToConvert("Email");
+int Flattening::Into<Layout>::mhsEMail(BKQMHSEMail& email, void*& block) {
+  if (!Into::email(email, block)) return failedToConvert("Email");
   auto& record = *static_cast<typename Layout::EMail*>(block);
   storeText(record.pszMHSDir, email.mhsDir_);
   storeText(record.pszMHSId, email.mhsId_);
@@ -50,7 +50,7 @@ int Flatten<Layout>::mhsEMail(BKQMHSEMail& email, void*& block) {
 }
 
 template <class Layout>
-int Flatten<Layout>::openFileInfo(BKQOpenFileInfo& info, void*& rec) {
+int Flattening::Into<Layout>::openFileInfo(BKQOpenFileInfo& info, void*& rec) {
   if (rec == nullptr) return noRecord();
   auto& record = *static_cast<typename Layout::OpenFile*>(rec);
   record.ulFActions = info.fileActions_;

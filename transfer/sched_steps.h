@@ -7,7 +7,7 @@
 namespace bkoq {
 
 template <class Layout>
-int Flatten<Layout>::schedule(BKQSchedule& schedule, void*& schedBlock) {
+int Flattening::Into<Layout>::schedule(BKQSchedule& schedule, void*& schedBlock) {
   if (schedBlock == nullptr) return noRecord();
   auto& block = *static_cast<typename Layout::Schedule*>(schedBlock);
   block.lSubmitTime = recordTime(schedule.submitTime_);
@@ -16,8 +16,8 @@ int Flatten<Layout>::schedule(BKQSchedule& schedule, void*& schedBlock) {
 }
 
 template <class Layout>
-int Flatten<Layout>::customSchedule(BKQCustomSchedule& schedule, void*& schedBlock) {
-  if (!Flatten::schedule(schedule, schedBlock)) return failedToConvert("Custom Schedule");
+int Flattening::Into<Layout>::customSchedule(BKQCustomSchedule& schedule, void*& schedBlock) {
+  if (!Into::schedule(schedule, schedBlock)) return failedToConvert("Custom Schedule");
   auto& block = *static_cast<typename Layout::Schedule*>(schedBlock);
   block.usRepeat1 = schedule.repeats_[0];
   block.usRepeat2 = schedule.repeats_[1];
@@ -28,23 +28,23 @@ int Flatten<Layout>::customSchedule(BKQCustomSchedule& schedule, void*& schedBlo
 }
 
 template <class Layout>
-int Flatten<Layout>::rotationSchedule(BKQRotationSchedule& schedule, void*& schedBlock,
-                                      void*& rotationBlock) {
-  if (!Flatten::schedule(schedule, schedBlock)) return failedToConvert("Rotation Schedule");
+int Flattening::Into<Layout>::rotationSchedule(BKQRotationSchedule& schedule, void*& schedBlock,
+                                               void*& rotationBlock) {
+  if (!Into::schedule(schedule, schedBlock)) return failedToConvert("Rotation Schedule");
   if (rotationBlock == nullptr) return noRecord();
   auto& block = *static_cast<typename Layout::Rotation*>(rotationBlock);
   storeText(block.pszSetName, schedule.setName_);
   // No mask counts as a mask without units.
   BKQJobMask* mask = schedule.mask_;
   if (mask != nullptr && Layout::storeJobTypes(block, mask->units_)) {
-    passAll(mask->units_, mask->unitCursor_);
+    moveCursorToEnd(mask->units_, mask->unitCursor_);
   }
   return 1;
 }
 
 template <class Layout>
-int Flatten<Layout>::cruiseSchedule(BKQCruiseSchedule& schedule, void*& schedBlock,
-                                    void*& rotationBlock) {
+int Flattening::Into<Layout>::cruiseSchedule(BKQCruiseSchedule& schedule, void*& schedBlock,
+                                             void*& rotationBlock) {
   if (!rotationSchedule(schedule, schedBlock, rotationBlock)) {
     return failedToConvert("GFS Rotation Schedule");
   }

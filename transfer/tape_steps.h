@@ -8,7 +8,7 @@ namespace bkoq {
 constexpr uint32_t kTapeOptionExtension = 0x8000000;
 
 template <class Layout>
-int Flatten<Layout>::tape(BKQTape& tape, void*& rec) {
+int Flattening::Into<Layout>::tape(BKQTape& tape, void*& rec) {
   if (rec == nullptr) return noRecord();
   auto& record = *static_cast<typename Layout::Tape*>(rec);
   storeText(record.pszDeviceGroup, tape.deviceGroup_);
@@ -32,25 +32,20 @@ int Flatten<Layout>::tape(BKQTape& tape, void*& rec) {
   storeText(record.pszLocation, tape.location_);
   if (!Layout::storeExtension(record, tape.extension_, tape.sessionEndTime_)) return 0;
 
-  if (!tape.items_.isEmpty()) passAll(tape.items_, tape.itemCursor_);
+  if (!tape.items_.isEmpty()) moveCursorToEnd(tape.items_, tape.itemCursor_);
   for (unsigned int i = 0; i < tape.items_.entries(); ++i) {
     void* element = appendRecord(record.ulTapeItemCount, record.pTapeItems, Layout::kTapeItem);
     if (element == nullptr) return 0;
     auto& item = *static_cast<BKQTapeItem*>(tape.items_.at(i));
-    if (!Layout::convert(item, element)) return failedToConvert("TapeItem");
+    if (!Layout::convertDirectly(item, element)) return failedToConvert("TapeItem");
   }
 
-  if (!tape.filters_.isEmpty()) passAll(tape.filters_, tape.filterCursor_);
-  for (unsigned int i = 0; i < tape.filters_.entries(); ++i) {
-    if (!addFilter(record.ulFilterCount, record.pFilters, Layout::kFilter, tape.filters_.at(i))) {
-      return 0;
-    }
-  }
-  return 1;
+  return addFilters(record.ulFilterCount, record.pFilters, Layout::kFilter, tape.filters_,
+                    tape.filterCursor_);
 }
 
 template <class Layout>
-int Flatten<Layout>::tapeItem(BKQTapeItem& item, void*& rec) {
+int Flattening::Into<Layout>::tapeItem(BKQTapeItem& item, void*& rec) {
   if (rec == nullptr) return noRecord();
   auto& record = *static_cast<typename Layout::TapeItem*>(rec);
   record.ulChunkNum = item.chunkNum_;
@@ -65,7 +60,7 @@ int Flatten<Layout>::tapeItem(BKQTapeItem& item, void*& rec) {
 }
 
 template <class Layout>
-int Flatten<Layout>::tapeExtension(BKQTapeXtension& extension, void*& rec) {
+int Flattening::Into<Layout>::tapeExtension(BKQTapeXtension& extension, void*& rec) {
   if (rec == nullptr) return noRecord();
   auto& record = *static_cast<BKDTAPEX*>(rec);
   storeText(record.pszDBUser, extension.dbUser_);

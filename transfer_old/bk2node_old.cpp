@@ -3,7 +3,7 @@
 
 namespace {
 
-using Steps = bkoq::Flatten<bkoq::PreviousLayout>;
+using Steps = bkoq::Flattening::Into<bkoq::PreviousLayout>;
 
 }  // namespace
 

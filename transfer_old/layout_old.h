@@ -48,10 +48,16 @@ struct PreviousLayout {
   static unsigned int& unixOptions() { return UNIX_OPTIONS_OLD; }
   static RWCollectableString& diskName() { return DISK_DISKNAME_OLD; }
 
-  // The object's conversion into this layout, virtual where the class has it so.
+  // The conversion into this layout of the object's own class, which may be a client's. Only the
+  // form that takes nothing but the places to fill is virtual.
+  template <class Object, class... Places>
+  static int convertVirtually(Object& object, Places*&... places) {
+    return object.convertToBK2_old(places...);
+  }
+  // The conversion of this very class, whatever class the object is of.
   template <class Object, class... Arguments>
-  static int convert(Object& object, Arguments&... arguments) {
-    return object.convertToBK2_old(arguments...);
+  static int convertDirectly(Object& object, Arguments&... arguments) {
+    return object.Object::convertToBK2_old(arguments...);
   }
 
   // Servers of this layout know an NDS tree by another type.

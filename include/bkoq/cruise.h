@@ -119,8 +119,7 @@ class BKOQ_API BKQRotationSchedule : public BKQRegularSchedule {
   void mycopy(BKQRotationSchedule* source);
 
  private:
-  template <class Layout>
-  friend struct bkoq::Flatten;
+  friend struct bkoq::Flattening;
   friend class BKQCruiseSchedule;
   void holdMask(BKQJobMask* mask);  // takes hold of `mask`, gives up the one held
   BKQJobMask* releaseMask();        // gives up the mask held and returns it
@@ -183,8 +182,7 @@ class BKOQ_API BKQCruiseSchedule : public BKQRotationSchedule {
   void mycopy(BKQCruiseSchedule* source);
 
  private:
-  template <class Layout>
-  friend struct bkoq::Flatten;
+  friend struct bkoq::Flattening;
   RWCollectableString names_[2];
   unsigned short saveMonthly_;
   unsigned short saveWeekly_;

@@ -54,8 +54,7 @@ class BKOQ_API BKQDiskItem : public RWCollectable {
   void mycopy(BKQDiskItem* source);
 
  private:
-  template <class Layout>
-  friend struct bkoq::Flatten;
+  friend struct bkoq::Flattening;
   RWCollectableString path_;
   BKQStringCol files_;
   unsigned int options_;
@@ -134,8 +133,7 @@ class BKOQ_API BKQDisk : public RWCollectable {
   void mycopy(BKQDisk* source);
 
  private:
-  template <class Layout>
-  friend struct bkoq::Flatten;
+  friend struct bkoq::Flattening;
   BKQFilterCol filters_;
   BKQDiskItemCol items_;
   RWCollectableString name_;

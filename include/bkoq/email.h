@@ -32,8 +32,7 @@ class BKOQ_API BKQEMail {
   void mycopy(BKQEMail* source);
 
  private:
-  template <class Layout>
-  friend struct bkoq::Flatten;
+  friend struct bkoq::Flattening;
   RWCollectableString hostName_;
   RWCollectableString userName_;
   RWCollectableString userPW_;
@@ -69,8 +68,7 @@ class BKOQ_API BKQMHSEMail : public BKQEMail {
   void mycopy(BKQMHSEMail* source);
 
  private:
-  template <class Layout>
-  friend struct bkoq::Flatten;
+  friend struct bkoq::Flattening;
   RWCollectableString mhsDir_;
   RWCollectableString mhsId_;
   RWCollectableString mhsUserName_;

@@ -10,10 +10,8 @@
 
 #ifdef __cplusplus
 namespace bkoq {
-/// The flattening of the model into the records of one layout; it reads the model's members in
-/// place.
-template <class Layout>
-struct Flatten;
+/// The flattening of the model into records; it reads the model's members in place.
+struct Flattening;
 }  // namespace bkoq
 #endif
 

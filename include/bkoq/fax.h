@@ -39,8 +39,7 @@ class BKOQ_API BKQFax {
   void mycopy(BKQFax* source);
 
  private:
-  template <class Layout>
-  friend struct bkoq::Flatten;
+  friend struct bkoq::Flattening;
   RWCollectableString hostName_;
   RWCollectableString userName_;
   RWCollectableString userPW_;

@@ -18,7 +18,7 @@ class BKOQ_API BKQFilter : public RWCollectable {
   enum BKQInclExclType : unsigned int { Include = 0, Exclude = 1 };
 
   BKQFilter();  ///< an including filter
-  explicit BKQFilter(BKQInclExclType kind);
+  explicit BKQFilter(BKQInclExclType mode);
   ~BKQFilter() override;
 
   /// A new filter of the same class with the same values, owned by the caller; null from the
@@ -31,17 +31,16 @@ class BKOQ_API BKQFilter : public RWCollectable {
   virtual int convertToBK2_old(void*& entry);
 
   BKQInclExclType getInclExcl() const;
-  void setInclExcl(BKQInclExclType kind);
-  int isInclude() const;  ///< 1 exactly when the kind is Include; not the opposite of isExclude()
-  int isExclude() const;  ///< 1 exactly when the kind is Exclude
+  void setInclExcl(BKQInclExclType mode);
+  int isInclude() const;  ///< 1 exactly when the mode is Include; not the opposite of isExclude()
+  int isExclude() const;  ///< 1 exactly when the mode is Exclude
 
   /// Copies the values of `source`; nothing when it is null or this object.
   void mycopy(BKQFilter* source);
 
  private:
-  template <class Layout>
-  friend struct bkoq::Flatten;
-  BKQInclExclType kind_;
+  friend struct bkoq::Flattening;
+  BKQInclExclType mode_;
 };
 
 /// Selects directories by pattern.
@@ -49,7 +48,7 @@ class BKOQ_API BKQDirFilter : public BKQFilter {
  public:
   BKQDirFilter();
   /// A null pattern is the empty one, which is valid.
-  BKQDirFilter(BKQInclExclType kind, const char* pattern);
+  BKQDirFilter(BKQInclExclType mode, const char* pattern);
   ~BKQDirFilter() override;
 
   BKQDirFilter* clone() override;
@@ -65,8 +64,7 @@ class BKOQ_API BKQDirFilter : public BKQFilter {
   void mycopy(BKQDirFilter* source);
 
  private:
-  template <class Layout>
-  friend struct bkoq::Flatten;
+  friend struct bkoq::Flattening;
   RWCollectableString pattern_;
 };
 
@@ -75,7 +73,7 @@ class BKOQ_API BKQFileFilter : public BKQFilter {
  public:
   BKQFileFilter();
   /// A null pattern is the empty one, which is valid.
-  BKQFileFilter(BKQInclExclType kind, const char* pattern);
+  BKQFileFilter(BKQInclExclType mode, const char* pattern);
   ~BKQFileFilter() override;
 
   BKQFileFilter* clone() override;
@@ -90,8 +88,7 @@ class BKOQ_API BKQFileFilter : public BKQFilter {
   void mycopy(BKQFileFilter* source);
 
  private:
-  template <class Layout>
-  friend struct bkoq::Flatten;
+  friend struct bkoq::Flattening;
   RWCollectableString pattern_;
 };
 
@@ -100,7 +97,7 @@ class BKOQ_API BKQVolumeFilter : public BKQFilter {
  public:
   BKQVolumeFilter();
   /// A null pattern is the empty one, which is valid.
-  BKQVolumeFilter(BKQInclExclType kind, const char* pattern);
+  BKQVolumeFilter(BKQInclExclType mode, const char* pattern);
   ~BKQVolumeFilter() override;
 
   BKQVolumeFilter* clone() override;
@@ -115,8 +112,7 @@ class BKOQ_API BKQVolumeFilter : public BKQFilter {
   void mycopy(BKQVolumeFilter* source);
 
  private:
-  template <class Layout>
-  friend struct bkoq::Flatten;
+  friend struct bkoq::Flattening;
   RWCollectableString pattern_;
 };
 
@@ -124,7 +120,7 @@ class BKOQ_API BKQVolumeFilter : public BKQFilter {
 class BKOQ_API BKQAttributeFilter : public BKQFilter {
  public:
   BKQAttributeFilter();
-  BKQAttributeFilter(BKQInclExclType kind, unsigned int attributes);
+  BKQAttributeFilter(BKQInclExclType mode, unsigned int attributes);
   ~BKQAttributeFilter() override;
 
   BKQAttributeFilter* clone() override;
@@ -139,8 +135,7 @@ class BKOQ_API BKQAttributeFilter : public BKQFilter {
   void mycopy(BKQAttributeFilter* source);
 
  private:
-  template <class Layout>
-  friend struct bkoq::Flatten;
+  friend struct bkoq::Flattening;
   unsigned int attributes_;
 };
 
@@ -172,14 +167,14 @@ class BKOQ_API BKQTimeFilter : public BKQFilter {
   void mycopy(BKQTimeFilter* source);
 
  private:
-  template <class Layout>
-  friend struct bkoq::Flatten;
+  friend struct bkoq::Flattening;
   // What the constructor stored: the default constructors leave it 0 whatever the class.
   BKQTimeRangeType range_;
   BKQTimeAttrType attribute_;
 };
 
-/// Selects files whose time lies within a span before the job runs.
+/// Selects files whose time lies within a span, such as the last 7 days; the server reckons from
+/// when.
 class BKOQ_API BKQWithinTimeFilter : public BKQTimeFilter {
  public:
   BKQWithinTimeFilter();                                    ///< 0 units of kind 0
@@ -202,8 +197,7 @@ class BKOQ_API BKQWithinTimeFilter : public BKQTimeFilter {
   void mycopy(BKQWithinTimeFilter* source);
 
  private:
-  template <class Layout>
-  friend struct bkoq::Flatten;
+  friend struct bkoq::Flattening;
   unsigned short units_;
   BKQTimeUnitType unitType_;
 };
@@ -228,8 +222,7 @@ class BKOQ_API BKQBeforeTimeFilter : public BKQTimeFilter {
   void mycopy(BKQBeforeTimeFilter* source);
 
  private:
-  template <class Layout>
-  friend struct bkoq::Flatten;
+  friend struct bkoq::Flattening;
   RWCollectableTime time_;
 };
 
@@ -253,8 +246,7 @@ class BKOQ_API BKQAfterTimeFilter : public BKQTimeFilter {
   void mycopy(BKQAfterTimeFilter* source);
 
  private:
-  template <class Layout>
-  friend struct bkoq::Flatten;
+  friend struct bkoq::Flattening;
   RWCollectableTime time_;
 };
 
@@ -282,8 +274,7 @@ class BKOQ_API BKQBetweenTimeFilter : public BKQTimeFilter {
   void mycopy(BKQBetweenTimeFilter* source);
 
  private:
-  template <class Layout>
-  friend struct bkoq::Flatten;
+  friend struct bkoq::Flattening;
   RWCollectableTime start_;
   RWCollectableTime end_;
 };

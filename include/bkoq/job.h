@@ -138,8 +138,7 @@ class BKOQ_API BKQJob : public RWCollectable {
   void mycopy(BKQJob* source);
 
  private:
-  template <class Layout>
-  friend struct bkoq::Flatten;
+  friend struct bkoq::Flattening;
   unsigned int jobId_;
   unsigned short scriptType_;
   unsigned short reserved3_;  // 1 at first; only copied, as are the other reserved members
@@ -268,8 +267,7 @@ class BKOQ_API BKQBackupJob : public BKQJob {
   void mycopy(BKQBackupJob* source);
 
  private:
-  template <class Layout>
-  friend struct bkoq::Flatten;
+  friend struct bkoq::Flattening;
   BKQNodeCol sourceNodes_;
   BKQTapeNode* destination_;
   unsigned int sourceNodeCursor_;
@@ -420,8 +418,7 @@ class BKOQ_API BKQRestoreJob : public BKQJob {
   void mycopy(BKQRestoreJob* source);
 
  private:
-  template <class Layout>
-  friend struct bkoq::Flatten;
+  friend struct bkoq::Flattening;
   BKQTapeNodeCol sourceNodes_;
   BKQRestoreNodeCol destNodes_;
   unsigned short sourceNodeCursor_;
@@ -473,8 +470,7 @@ class BKOQ_API BKQVerifyJob : public BKQJob {
   void mycopy(BKQVerifyJob* source);
 
  private:
-  template <class Layout>
-  friend struct bkoq::Flatten;
+  friend struct bkoq::Flattening;
   BKQTapeNodeCol sourceNodes_;
   unsigned short sourceNodeCursor_;
 };
@@ -509,8 +505,7 @@ class BKOQ_API BKQCompareJob : public BKQVerifyJob {
   void mycopy(BKQCompareJob* source);
 
  private:
-  template <class Layout>
-  friend struct bkoq::Flatten;
+  friend struct bkoq::Flattening;
   BKQDiskNode* destination_;
 };
 
@@ -561,8 +556,7 @@ class BKOQ_API BKQMergeJob : public BKQJob {
   void mycopy(BKQMergeJob* source);
 
  private:
-  template <class Layout>
-  friend struct bkoq::Flatten;
+  friend struct bkoq::Flattening;
   BKQTapeNode* source_;
   BKQDiskNode* destination_;
   unsigned short rangeStart_;
@@ -616,8 +610,7 @@ class BKOQ_API BKQScanJob : public BKQJob {
   void mycopy(BKQScanJob* source);
 
  private:
-  template <class Layout>
-  friend struct bkoq::Flatten;
+  friend struct bkoq::Flattening;
   BKQTapeNode* source_;
   unsigned short rangeStart_;
   unsigned short rangeEnd_;

@@ -104,8 +104,7 @@ class BKOQ_API BKQNode : public RWCollectable {
   void copyAttributesAndFilters(const BKQNode& source);
 
  private:
-  template <class Layout>
-  friend struct bkoq::Flatten;
+  friend struct bkoq::Flattening;
   RWCollectableString beforeNode_;
   RWCollectableString afterNode_;
   unsigned int nodeOS_;
@@ -172,8 +171,7 @@ class BKOQ_API BKQDiskNode : public BKQNode {
   void mycopy(BKQDiskNode* source);
 
  private:
-  template <class Layout>
-  friend struct bkoq::Flatten;
+  friend struct bkoq::Flattening;
   BKQDiskCol disks_;
   unsigned int diskCursor_;
   BKQGroom* groom_;
@@ -215,8 +213,7 @@ class BKOQ_API BKQUnixNode : public BKQDiskNode {
   void mycopy(BKQUnixNode* source);
 
  private:
-  template <class Layout>
-  friend struct bkoq::Flatten;
+  friend struct bkoq::Flattening;
   unsigned int unixOptions_;
 };
 
@@ -412,8 +409,7 @@ class BKOQ_API BKQTapeNode : public BKQNode {
   void mycopy(BKQTapeNode* source);
 
  private:
-  template <class Layout>
-  friend struct bkoq::Flatten;
+  friend struct bkoq::Flattening;
   BKQTapeCol tapes_;
   unsigned short tapeCursor_;
 };
@@ -446,8 +442,7 @@ class BKOQ_API BKQRestoreNode : public BKQNode {
   void mycopy(BKQRestoreNode* source);
 
  private:
-  template <class Layout>
-  friend struct bkoq::Flatten;
+  friend struct bkoq::Flattening;
   BKQNodeType actualNodeType_;
   RWCollectableString destinationDir_;
   RWCollectableString diskName_;
@@ -480,8 +475,7 @@ class BKOQ_API BKQDBRestoreNode : public BKQRestoreNode {
   void mycopy(BKQDBRestoreNode* source);
 
  private:
-  template <class Layout>
-  friend struct bkoq::Flatten;
+  friend struct bkoq::Flattening;
   RWCollectableString dbUser_;
   RWCollectableString dbPassword_;
   BKQDisk::BKQDiskType fsType_;

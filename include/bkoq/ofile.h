@@ -32,8 +32,7 @@ class BKOQ_API BKQOpenFileInfo {
   void mycopy(BKQOpenFileInfo* source);
 
  private:
-  template <class Layout>
-  friend struct bkoq::Flatten;
+  friend struct bkoq::Flattening;
   unsigned int fileActions_;
   unsigned int fileMethods_;
   unsigned short retryCount_;

@@ -34,8 +34,7 @@ class BKOQ_API BKQPrintQueue {
   void mycopy(BKQPrintQueue* source);
 
  private:
-  template <class Layout>
-  friend struct bkoq::Flatten;
+  friend struct bkoq::Flattening;
   RWCollectableString hostName_;
   RWCollectableString userName_;
   RWCollectableString userPW_;

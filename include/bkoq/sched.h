@@ -70,8 +70,7 @@ class BKOQ_API BKQJobMask : public RWCollectable {
   void mycopy(BKQJobMask* source);
 
  private:
-  template <class Layout>
-  friend struct bkoq::Flatten;
+  friend struct bkoq::Flattening;
   friend class BKQRotationSchedule;
   BKQJobUnitCol units_;
   BKQTapePrefixType prefix_;
@@ -116,8 +115,7 @@ class BKOQ_API BKQSchedule : public RWCollectable {
   void mycopy(BKQSchedule* source);
 
  private:
-  template <class Layout>
-  friend struct bkoq::Flatten;
+  friend struct bkoq::Flattening;
   RWCollectableTime submitTime_;
   RWCollectableTime execTime_;
   RWCollectableString poolName_;
@@ -161,8 +159,7 @@ class BKOQ_API BKQCustomSchedule : public BKQRegularSchedule {
   void mycopy(BKQCustomSchedule* source);
 
  private:
-  template <class Layout>
-  friend struct bkoq::Flatten;
+  friend struct bkoq::Flattening;
   unsigned short repeats_[4];
   RWSlistCollectables lists_[3];  // reserved: only copied, as lists of the same objects
   unsigned short skipWeekDay_;

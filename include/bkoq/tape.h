@@ -30,8 +30,7 @@ class BKOQ_API BKQTapeXtension : public RWCollectable {
   void setOptions(unsigned int options);
 
  private:
-  template <class Layout>
-  friend struct bkoq::Flatten;
+  friend struct bkoq::Flattening;
   RWCollectableString dbUser_;
   RWCollectableString dbPassword_;
   long sessionEndTime_;
@@ -70,8 +69,7 @@ class BKOQ_API BKQTapeItem : public RWCollectable {
   void mycopy(BKQTapeItem* source);
 
  private:
-  template <class Layout>
-  friend struct bkoq::Flatten;
+  friend struct bkoq::Flattening;
   RWCollectableString fileOrDir_;
   unsigned int chunkNum_;
   unsigned short chunkOffset_;
@@ -163,8 +161,7 @@ class BKOQ_API BKQTape : public RWCollectable {
   void mycopy(BKQTape* source);
 
  private:
-  template <class Layout>
-  friend struct bkoq::Flatten;
+  friend struct bkoq::Flattening;
   BKQStringCol filters_;  // holds filters in spite of its type
   BKQTapeItemCol items_;
   RWCollectableString deviceGroup_;

@@ -4,6 +4,12 @@
 #include "rw/defs.h"
 #include "rw/export.h"
 
+// A list compares, and a flattening asks, its elements by their class at run time; the client's own
+// classes must be able to answer.
+#if defined(__GNUC__) && !defined(__GXX_RTTI)
+#include "libbkoq asks objects for their class: compile without -fno-rtti"
+#endif
+
 class RWFile;
 class RWvistream;
 class RWvostream;

@@ -10,7 +10,8 @@ class RW_API RWCollectableTime : public RWCollectable, public RWTime {
  public:
   /// Now.
   RWCollectableTime() noexcept;
-  /// As the constructors of RWTime.
+  /// As the constructors of RWTime: the count begins in 1901 and is no time_t, which
+  /// `bkoq/unixtime.h` converts.
   explicit RWCollectableTime(unsigned long seconds) noexcept;
   explicit RWCollectableTime(const struct tm* fields,
                              const RWZone& zone = RWZone::local()) noexcept;

@@ -29,10 +29,10 @@ class RW_API RWCString {
   int compareTo(const RWCString& other) const noexcept;
   int compareTo(const char* text) const noexcept;
 
-  /// Where `pattern` first stands at or behind `start`, or RW_NPOS. An empty pattern stands
-  /// everywhere in the text, at its end too.
+  /// Where `pattern` first is at or after `start`, or RW_NPOS. An empty pattern is everywhere in
+  /// the text, at its end too.
   unsigned int index(const char* pattern, unsigned int start = 0) const noexcept;
-  /// The same for one character; a NUL stands nowhere.
+  /// The same for one character; a NUL is nowhere.
   unsigned int index(char character, unsigned int start = 0) const noexcept;
 
   /// In bytes, without the final NUL.

@@ -1,6 +1,8 @@
 #ifndef RW_DEFS_H_
 #define RW_DEFS_H_
 
+#include "rw/export.h"
+
 /// 0 is false, anything else true.
 typedef int RWBoolean;
 

@@ -6,13 +6,17 @@
 #include "rw/export.h"
 #include "rw/zone.h"
 
+/// The count of RWTime at 1970-01-01 00:00:00 UTC, where a time_t is 0.
+const unsigned int RW_SECONDS_TO_1970 = 2177452800U;
+
 /// A moment: seconds since 1901-01-01 00:00:00 UTC, as an unsigned 32-bit count, which ends at
-/// 2037-02-06 06:28:15 UTC. (1970-01-01 00:00:00 UTC is 2177452800.)
+/// 2037-02-06 06:28:15 UTC.
 class RW_API RWTime {
  public:
   /// Now.
   RWTime() noexcept;
-  /// The moment of that count; mind that a time_t counts from another year.
+  /// The moment of that count, which is no time_t: RWTime(time(nullptr)) lies 69 years too early.
+  /// `bkoq/unixtime.h` converts.
   explicit RWTime(unsigned long seconds) noexcept;
   /// The moment of these calendar fields, read as mktime() reads them, the daylight-saving flag
   /// included; count 0 for null and for fields out of the range of time_t or of the count.

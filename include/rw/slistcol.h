@@ -47,9 +47,9 @@ class RW_API RWSlistCollectables : public RWCollectable, public RWSlist {
   RWCollectable* append(RWCollectable* element) noexcept;
   /// Adds at the front.
   RWCollectable* prepend(RWCollectable* element) noexcept;
-  /// Adds so that the element stands at `position`; refused when that is beyond entries().
+  /// Adds so that the element is at `position`; refused when that is beyond entries().
   RWCollectable* insertAt(unsigned int position, RWCollectable* element) noexcept;
-  /// Adds behind the element at `position`, -1 meaning at the front; refused when there is none.
+  /// Adds after the element at `position`, -1 meaning at the front; refused when there is none.
   RWCollectable* insertAfter(int position, RWCollectable* element) noexcept;
 
   /// The element at `position`, or null.
