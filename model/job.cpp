@@ -7,6 +7,7 @@
 #include "bkoq/filter.h"
 #include "bkoq/ofile.h"
 #include "bkoq/print.h"
+#include "model/clone.h"
 #include "model/copy_list.h"
 #include "model/enumerate.h"
 #include "model/session_filter.h"
@@ -29,7 +30,7 @@ Object* cloneOrNull(Object* object) {
 }
 
 // Puts `copy` in the place of what a job holds, which is deleted unless the source of the copy
-// holds it, too.
+// holds it as well.
 template <class Object>
 void replaceAttached(Object*& held, Object* sourceHolds, Object* copy) {
   if (held != sourceHolds) deleteAttached(held);
@@ -287,11 +288,7 @@ BKQBackupJob::BKQBackupJob(const char* name)
 
 BKQBackupJob::~BKQBackupJob() { delete destination_; }
 
-BKQBackupJob* BKQBackupJob::clone() {
-  auto* copy = new (std::nothrow) BKQBackupJob(nullptr);
-  if (copy != nullptr) copy->mycopy(this);
-  return copy;
-}
+BKQBackupJob* BKQBackupJob::clone() { return bkoq::makeClone(this); }
 
 unsigned int BKQBackupJob::jobType() const { return 1; }
 
@@ -416,11 +413,7 @@ BKQCruiseBackupJob::BKQCruiseBackupJob(const char* name) : BKQBackupJob(name) {}
 
 BKQCruiseBackupJob::~BKQCruiseBackupJob() = default;
 
-BKQCruiseBackupJob* BKQCruiseBackupJob::clone() {
-  auto* copy = new (std::nothrow) BKQCruiseBackupJob(nullptr);
-  if (copy != nullptr) copy->mycopy(this);
-  return copy;
-}
+BKQCruiseBackupJob* BKQCruiseBackupJob::clone() { return bkoq::makeClone(this); }
 
 unsigned int BKQCruiseBackupJob::jobType() const { return 3; }
 
@@ -440,11 +433,7 @@ BKQRotationBackupJob::BKQRotationBackupJob(const char* name) : BKQBackupJob(name
 
 BKQRotationBackupJob::~BKQRotationBackupJob() = default;
 
-BKQRotationBackupJob* BKQRotationBackupJob::clone() {
-  auto* copy = new (std::nothrow) BKQRotationBackupJob(nullptr);
-  if (copy != nullptr) copy->mycopy(this);
-  return copy;
-}
+BKQRotationBackupJob* BKQRotationBackupJob::clone() { return bkoq::makeClone(this); }
 
 unsigned int BKQRotationBackupJob::jobType() const { return 20; }
 
@@ -464,11 +453,7 @@ BKQCruiseMakeupJob::BKQCruiseMakeupJob(const char* name) : BKQBackupJob(name) {}
 
 BKQCruiseMakeupJob::~BKQCruiseMakeupJob() = default;
 
-BKQCruiseMakeupJob* BKQCruiseMakeupJob::clone() {
-  auto* copy = new (std::nothrow) BKQCruiseMakeupJob(nullptr);
-  if (copy != nullptr) copy->mycopy(this);
-  return copy;
-}
+BKQCruiseMakeupJob* BKQCruiseMakeupJob::clone() { return bkoq::makeClone(this); }
 
 unsigned int BKQCruiseMakeupJob::jobType() const { return 5; }
 
@@ -488,11 +473,7 @@ BKQRotationMakeupJob::BKQRotationMakeupJob(const char* name) : BKQBackupJob(name
 
 BKQRotationMakeupJob::~BKQRotationMakeupJob() = default;
 
-BKQRotationMakeupJob* BKQRotationMakeupJob::clone() {
-  auto* copy = new (std::nothrow) BKQRotationMakeupJob(nullptr);
-  if (copy != nullptr) copy->mycopy(this);
-  return copy;
-}
+BKQRotationMakeupJob* BKQRotationMakeupJob::clone() { return bkoq::makeClone(this); }
 
 unsigned int BKQRotationMakeupJob::jobType() const { return 21; }
 
@@ -512,11 +493,7 @@ BKQCustomBackupJob::BKQCustomBackupJob(const char* name) : BKQBackupJob(name) {}
 
 BKQCustomBackupJob::~BKQCustomBackupJob() = default;
 
-BKQCustomBackupJob* BKQCustomBackupJob::clone() {
-  auto* copy = new (std::nothrow) BKQCustomBackupJob(nullptr);
-  if (copy != nullptr) copy->mycopy(this);
-  return copy;
-}
+BKQCustomBackupJob* BKQCustomBackupJob::clone() { return bkoq::makeClone(this); }
 
 unsigned int BKQCustomBackupJob::jobType() const { return 1; }
 
@@ -534,11 +511,7 @@ BKQDatabaseBackupJob::BKQDatabaseBackupJob(const char* name) : BKQBackupJob(name
 
 BKQDatabaseBackupJob::~BKQDatabaseBackupJob() = default;
 
-BKQDatabaseBackupJob* BKQDatabaseBackupJob::clone() {
-  auto* copy = new (std::nothrow) BKQDatabaseBackupJob(nullptr);
-  if (copy != nullptr) copy->mycopy(this);
-  return copy;
-}
+BKQDatabaseBackupJob* BKQDatabaseBackupJob::clone() { return bkoq::makeClone(this); }
 
 unsigned int BKQDatabaseBackupJob::jobType() const { return 9; }
 
@@ -570,11 +543,7 @@ BKQRestoreJob::BKQRestoreJob(const char* name)
 
 BKQRestoreJob::~BKQRestoreJob() = default;
 
-BKQRestoreJob* BKQRestoreJob::clone() {
-  auto* copy = new (std::nothrow) BKQRestoreJob(nullptr);
-  if (copy != nullptr) copy->mycopy(this);
-  return copy;
-}
+BKQRestoreJob* BKQRestoreJob::clone() { return bkoq::makeClone(this); }
 
 unsigned int BKQRestoreJob::jobType() const { return 7; }
 
@@ -648,11 +617,7 @@ BKQDatabaseRestoreJob::BKQDatabaseRestoreJob(const char* name) : BKQRestoreJob(n
 
 BKQDatabaseRestoreJob::~BKQDatabaseRestoreJob() = default;
 
-BKQDatabaseRestoreJob* BKQDatabaseRestoreJob::clone() {
-  auto* copy = new (std::nothrow) BKQDatabaseRestoreJob(nullptr);
-  if (copy != nullptr) copy->mycopy(this);
-  return copy;
-}
+BKQDatabaseRestoreJob* BKQDatabaseRestoreJob::clone() { return bkoq::makeClone(this); }
 
 unsigned int BKQDatabaseRestoreJob::jobType() const { return 10; }
 
@@ -662,11 +627,7 @@ BKQVerifyJob::BKQVerifyJob(const char* name) : BKQJob(name), sourceNodeCursor_(0
 
 BKQVerifyJob::~BKQVerifyJob() = default;
 
-BKQVerifyJob* BKQVerifyJob::clone() {
-  auto* copy = new (std::nothrow) BKQVerifyJob(nullptr);
-  if (copy != nullptr) copy->mycopy(this);
-  return copy;
-}
+BKQVerifyJob* BKQVerifyJob::clone() { return bkoq::makeClone(this); }
 
 unsigned int BKQVerifyJob::jobType() const { return 29; }
 
@@ -699,11 +660,7 @@ BKQCompareJob::BKQCompareJob(const char* name) : BKQVerifyJob(name), destination
 
 BKQCompareJob::~BKQCompareJob() { delete destination_; }
 
-BKQCompareJob* BKQCompareJob::clone() {
-  auto* copy = new (std::nothrow) BKQCompareJob(nullptr);
-  if (copy != nullptr) copy->mycopy(this);
-  return copy;
-}
+BKQCompareJob* BKQCompareJob::clone() { return bkoq::makeClone(this); }
 
 unsigned int BKQCompareJob::jobType() const { return 11; }
 
@@ -717,24 +674,24 @@ void BKQCompareJob::mycopy(BKQCompareJob* source) {
   replaceAttached(destination_, source->destination_, cloneOrNull(source->destination_));
 }
 
-BKQMergeJob::BKQMergeJob()
-    : source_(nullptr),
-      destination_(nullptr),
-      rangeStart_(0),
-      rangeEnd_(0),
-      type_(static_cast<BKQMergeScanType>(0)),
-      detailed_(0) {}
+namespace {
+
+int setSessionFilter(bkoq::SessionChoice& sessions, const RWCollectableString& filter) {
+  if (!bkoq::isSessionFilter(filter)) return 0;
+  sessions.filter = filter;
+  return 1;
+}
+
+}  // namespace
+
+BKQMergeJob::BKQMergeJob() : source_(nullptr), destination_(nullptr) {}
 
 BKQMergeJob::~BKQMergeJob() {
   delete source_;
   delete destination_;
 }
 
-BKQMergeJob* BKQMergeJob::clone() {
-  auto* copy = new (std::nothrow) BKQMergeJob;
-  if (copy != nullptr) copy->mycopy(this);
-  return copy;
-}
+BKQMergeJob* BKQMergeJob::clone() { return bkoq::makeClone(this); }
 
 unsigned int BKQMergeJob::jobType() const { return 8; }
 
@@ -751,32 +708,30 @@ void BKQMergeJob::setDestination(BKQDiskNode& node) { destination_ = &node; }
 BKQDiskNode* BKQMergeJob::getDestination() const { return destination_; }
 
 void BKQMergeJob::getMergeRange(unsigned short& start, unsigned short& end) const {
-  start = rangeStart_;
-  end = rangeEnd_;
+  start = sessions_.start;
+  end = sessions_.end;
 }
 
 void BKQMergeJob::setMergeRange(unsigned short start, unsigned short end) {
-  rangeStart_ = start;
-  rangeEnd_ = end;
+  sessions_.start = start;
+  sessions_.end = end;
 }
 
-int BKQMergeJob::mergeAll() const { return rangeStart_ == 0 && rangeEnd_ == 0 ? 1 : 0; }
+int BKQMergeJob::mergeAll() const { return sessions_.takesAll(); }
 
-BKQJob::BKQMergeScanType BKQMergeJob::getMergeType() const { return type_; }
+BKQJob::BKQMergeScanType BKQMergeJob::getMergeType() const { return sessions_.type; }
 
-void BKQMergeJob::setMergeType(BKQMergeScanType type) { type_ = type; }
+void BKQMergeJob::setMergeType(BKQMergeScanType type) { sessions_.type = type; }
 
-const RWCollectableString& BKQMergeJob::getMergeFilter() const { return filter_; }
+const RWCollectableString& BKQMergeJob::getMergeFilter() const { return sessions_.filter; }
 
 int BKQMergeJob::setMergeFilter(const RWCollectableString& filter) {
-  if (!bkoq::isSessionFilter(filter)) return 0;
-  filter_ = filter;
-  return 1;
+  return setSessionFilter(sessions_, filter);
 }
 
-int BKQMergeJob::getDetailedMerge() const { return detailed_; }
+int BKQMergeJob::getDetailedMerge() const { return sessions_.detailed; }
 
-void BKQMergeJob::setDetailedMerge(int detailed) { detailed_ = detailed; }
+void BKQMergeJob::setDetailedMerge(int detailed) { sessions_.detailed = detailed; }
 
 void BKQMergeJob::setSchedule(const BKQRegularSchedule& schedule) { BKQJob::setSchedule(schedule); }
 
@@ -789,27 +744,14 @@ void BKQMergeJob::mycopy(BKQMergeJob* source) {
   BKQJob::mycopy(source);
   replaceAttached(source_, source->source_, cloneOrNull(source->source_));
   replaceAttached(destination_, source->destination_, cloneOrNull(source->destination_));
-  rangeStart_ = source->rangeStart_;
-  rangeEnd_ = source->rangeEnd_;
-  type_ = source->type_;
-  filter_ = source->filter_;
-  detailed_ = source->detailed_;
+  sessions_ = source->sessions_;
 }
 
-BKQScanJob::BKQScanJob()
-    : source_(nullptr),
-      rangeStart_(0),
-      rangeEnd_(0),
-      type_(static_cast<BKQMergeScanType>(0)),
-      detailed_(0) {}
+BKQScanJob::BKQScanJob() : source_(nullptr) {}
 
 BKQScanJob::~BKQScanJob() { delete source_; }
 
-BKQScanJob* BKQScanJob::clone() {
-  auto* copy = new (std::nothrow) BKQScanJob;
-  if (copy != nullptr) copy->mycopy(this);
-  return copy;
-}
+BKQScanJob* BKQScanJob::clone() { return bkoq::makeClone(this); }
 
 unsigned int BKQScanJob::jobType() const { return 14; }
 
@@ -820,32 +762,30 @@ void BKQScanJob::setSource(const BKQTapeNode& node) { source_ = const_cast<BKQTa
 BKQTapeNode* BKQScanJob::getSource() const { return source_; }
 
 void BKQScanJob::getScanRange(unsigned short& start, unsigned short& end) const {
-  start = rangeStart_;
-  end = rangeEnd_;
+  start = sessions_.start;
+  end = sessions_.end;
 }
 
 void BKQScanJob::setScanRange(unsigned short start, unsigned short end) {
-  rangeStart_ = start;
-  rangeEnd_ = end;
+  sessions_.start = start;
+  sessions_.end = end;
 }
 
-int BKQScanJob::scanAll() const { return rangeStart_ == 0 && rangeEnd_ == 0 ? 1 : 0; }
+int BKQScanJob::scanAll() const { return sessions_.takesAll(); }
 
-BKQJob::BKQMergeScanType BKQScanJob::getScanType() const { return type_; }
+BKQJob::BKQMergeScanType BKQScanJob::getScanType() const { return sessions_.type; }
 
-void BKQScanJob::setScanType(BKQMergeScanType type) { type_ = type; }
+void BKQScanJob::setScanType(BKQMergeScanType type) { sessions_.type = type; }
 
-const RWCollectableString& BKQScanJob::getScanFilter() const { return filter_; }
+const RWCollectableString& BKQScanJob::getScanFilter() const { return sessions_.filter; }
 
 int BKQScanJob::setScanFilter(const RWCollectableString& filter) {
-  if (!bkoq::isSessionFilter(filter)) return 0;
-  filter_ = filter;
-  return 1;
+  return setSessionFilter(sessions_, filter);
 }
 
-int BKQScanJob::getDetailedScan() const { return detailed_; }
+int BKQScanJob::getDetailedScan() const { return sessions_.detailed; }
 
-void BKQScanJob::setDetailedScan(int detailed) { detailed_ = detailed; }
+void BKQScanJob::setDetailedScan(int detailed) { sessions_.detailed = detailed; }
 
 void BKQScanJob::setSchedule(const BKQRegularSchedule& schedule) { BKQJob::setSchedule(schedule); }
 
@@ -857,9 +797,5 @@ void BKQScanJob::mycopy(BKQScanJob* source) {
   if (source == nullptr || source == this) return;
   BKQJob::mycopy(source);
   replaceAttached(source_, source->source_, cloneOrNull(source->source_));
-  rangeStart_ = source->rangeStart_;
-  rangeEnd_ = source->rangeEnd_;
-  type_ = source->type_;
-  filter_ = source->filter_;
-  detailed_ = source->detailed_;
+  sessions_ = source->sessions_;
 }

@@ -509,6 +509,19 @@ class BKOQ_API BKQCompareJob : public BKQVerifyJob {
   BKQDiskNode* destination_;
 };
 
+namespace bkoq {
+/// Which sessions of its source a merge or scan job takes.
+struct BKOQ_API SessionChoice {
+  unsigned short start = 0;
+  unsigned short end = 0;
+  BKQJob::BKQMergeScanType type = static_cast<BKQJob::BKQMergeScanType>(0);
+  RWCollectableString filter;
+  int detailed = 0;
+
+  int takesAll() const { return start == 0 && end == 0 ? 1 : 0; }
+};
+}  // namespace bkoq
+
 /// Merges the sessions of a tape source into a machine's database. Job type 8. Range, type, filter
 /// and the detailed flag reach no record.
 class BKOQ_API BKQMergeJob : public BKQJob {
@@ -559,11 +572,7 @@ class BKOQ_API BKQMergeJob : public BKQJob {
   friend struct bkoq::Flattening;
   BKQTapeNode* source_;
   BKQDiskNode* destination_;
-  unsigned short rangeStart_;
-  unsigned short rangeEnd_;
-  BKQMergeScanType type_;
-  RWCollectableString filter_;
-  int detailed_;
+  bkoq::SessionChoice sessions_;
 };
 
 /// Scans the sessions of a tape source. Job type 14. Range, type, filter and the detailed flag
@@ -612,11 +621,7 @@ class BKOQ_API BKQScanJob : public BKQJob {
  private:
   friend struct bkoq::Flattening;
   BKQTapeNode* source_;
-  unsigned short rangeStart_;
-  unsigned short rangeEnd_;
-  BKQMergeScanType type_;
-  RWCollectableString filter_;
-  int detailed_;
+  bkoq::SessionChoice sessions_;
 };
 
 #endif  // BKOQ_JOB_H_
