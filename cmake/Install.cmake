@@ -7,8 +7,9 @@ install(DIRECTORY include/ DESTINATION ${CMAKE_INSTALL_INCLUDEDIR} FILES_MATCHIN
 
 configure_package_config_file(cmake/bkoq-config.cmake.in bkoq-config.cmake
                               INSTALL_DESTINATION ${package_dir})
-# Turns away clients whose pointers are of another size.
-write_basic_package_version_file(bkoq-config-version.cmake COMPATIBILITY SameMajorVersion)
+# The configuration itself turns away clients whose pointers are of another size: it can say why.
+write_basic_package_version_file(bkoq-config-version.cmake COMPATIBILITY SameMajorVersion
+                                 ARCH_INDEPENDENT)
 install(EXPORT bkoq-targets NAMESPACE bkoq:: DESTINATION ${package_dir})
 install(FILES ${PROJECT_BINARY_DIR}/bkoq-config.cmake ${PROJECT_BINARY_DIR}/bkoq-config-version.cmake
         DESTINATION ${package_dir})

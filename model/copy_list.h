@@ -17,11 +17,10 @@ inline void addClone(RWSlistCollectables& list, RWCollectable* clone) {
   if (list.insert(clone) == nullptr) delete clone;
 }
 
-// Appends a clone of every element of `source` that can be cloned.
+// Appends a clone of every element of `source`, another list, that can be cloned.
 template <class Element>
 void appendClones(RWSlistCollectables& list, const RWSlistCollectables& source) {
-  const unsigned int count = source.entries();  // the two may be one list
-  for (unsigned int i = 0; i < count; ++i) {
+  for (unsigned int i = 0; i < source.entries(); ++i) {
     addClone(list, cloneOf(static_cast<Element*>(source.at(i))));
   }
 }

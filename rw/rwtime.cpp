@@ -7,8 +7,6 @@ static_assert(sizeof(RWTime) == 4, "a time is one 32-bit count");
 
 namespace {
 
-// The count at which time_t is 0.
-constexpr int64_t kTimeTZero = 2177452800;
 // In 28 years the calendar comes round to the same weekdays.
 constexpr int kYears = 28;
 constexpr int64_t kSecondsOfYears = (kYears * 365 + 7) * INT64_C(86400);
@@ -29,7 +27,7 @@ void splitEarly(int64_t unixTime, struct tm* fields) {
 }
 
 unsigned int countOf(int64_t unixTime) {
-  const int64_t count = unixTime + kTimeTZero;
+  const int64_t count = unixTime + RW_SECONDS_TO_1970;
   return count >= 0 && count <= UINT32_MAX ? static_cast<unsigned int>(count) : 0;
 }
 
@@ -52,7 +50,7 @@ void RWTime::extract(struct tm* fields, const RWZone& /*zone*/) const noexcept {
   if (fields == nullptr) return;
   // localtime_r() alone need not look at TZ again.
   tzset();
-  const int64_t unixTime = static_cast<int64_t>(seconds_) - kTimeTZero;
+  const int64_t unixTime = static_cast<int64_t>(seconds_) - RW_SECONDS_TO_1970;
   memset(fields, 0, sizeof *fields);
   if (unixTime >= INT32_MIN) {
     const auto representable = static_cast<time_t>(unixTime);

@@ -84,7 +84,7 @@ void RWSlistCollectables::clearAndDestroy() {
   elements_ = nullptr;
   entries_ = 0;
   capacity_ = 0;
-  // Sorted, an element that is listed more than once stands beside itself.
+  // Sorted, an element that is listed more than once is beside itself.
   if (entries > 1) qsort(elements, entries, kSlot, compareAddresses);
   for (unsigned int i = 0; i < entries; ++i) {
     if (i + 1 == entries || elements[i] != elements[i + 1]) delete elements[i];

@@ -193,6 +193,12 @@ const RWCollectableTime& commandTime();
 
 // ---------------------------------------------------------------------- writing down the tables
 
+// A setter that adopts has a deleted form for temporaries: this is the other one.
+template <class Object, class Part>
+constexpr auto adopting(void (Object::*setter)(const Part&)) {
+  return setter;
+}
+
 // Adds attributes of `Object` to a list. A setter is a member function, or a function that takes
 // the object first.
 template <class Object>

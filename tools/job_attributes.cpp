@@ -78,9 +78,10 @@ void describeJob(Table<Job>& t) {
         job.setScriptUserID(user, text);
       },
       "in no record");
-  t.adopted("faxInfo", faxes, &BKQJob::setFaxInfo, "stFax");
-  t.adopted("emailInfo", emails, &BKQJob::setEMailInfo, "stEMail");
-  t.kept("printQueue", printQueues, &BKQJob::setPrintQueue, "stPrintQueue");
+  t.adopted("faxInfo", faxes, adopting<BKQJob, BKQFax>(&BKQJob::setFaxInfo), "stFax");
+  t.adopted("emailInfo", emails, adopting<BKQJob, BKQEMail>(&BKQJob::setEMailInfo), "stEMail");
+  t.kept("printQueue", printQueues, adopting<BKQJob, BKQPrintQueue>(&BKQJob::setPrintQueue),
+         "stPrintQueue");
 }
 
 // The job's own setSchedule() takes the classes that suit it.
@@ -113,7 +114,8 @@ void describeBackup(Table<Job>& t, const FamilyOf<Schedule>& (*schedules)()) {
   t.number("spanMethod", &BKQBackupJob::setSpanMethod,
            "the server's code; usSpanTapeMethod of every tape")
       .upTo(0xFFFF);
-  t.kept("openFileInfo", openFileInfos, &BKQBackupJob::setOpenFileInfo, "stOpenFile");
+  t.kept("openFileInfo", openFileInfos,
+         adopting<BKQBackupJob, BKQOpenFileInfo>(&BKQBackupJob::setOpenFileInfo), "stOpenFile");
   t.parts("filters", filters, &BKQBackupJob::addFilter, "pFilters of every source node");
   t.parts("sourceNodes", machines, &BKQBackupJob::addSourceNode, "what is backed up; pSourceNodes")
       .shown("[]");
@@ -223,7 +225,9 @@ const FamilyOf<BKQJob>& jobs() {
               [](BKQMergeJob& job, const char* text) { return job.setMergeFilter(text); },
               kNoSessions, "session or range, \"3-7\"; in no record");
           t.flag("detailedMerge", &BKQMergeJob::setDetailedMerge, "in no record");
-          t.adopted("source", tapeNodes, &BKQMergeJob::setSource, "the tapes; pSourceNodes")
+          t.adopted("source", tapeNodes,
+                    adopting<BKQMergeJob, BKQTapeNode>(&BKQMergeJob::setSource),
+                    "the tapes; pSourceNodes")
               .shown("{}");
           t.adopted("destination", machines, &BKQMergeJob::setDestination,
                     "the machine; pDestNodes")
@@ -246,7 +250,8 @@ const FamilyOf<BKQJob>& jobs() {
               [](BKQScanJob& job, const char* text) { return job.setScanFilter(text); },
               kNoSessions, "session or range, \"3-7\"; in no record");
           t.flag("detailedScan", &BKQScanJob::setDetailedScan, "in no record");
-          t.adopted("source", tapeNodes, &BKQScanJob::setSource, "the tapes; pSourceNodes")
+          t.adopted("source", tapeNodes, adopting<BKQScanJob, BKQTapeNode>(&BKQScanJob::setSource),
+                    "the tapes; pSourceNodes")
               .shown("{}");
         });
     return jobs;

@@ -23,7 +23,9 @@ void describeSchedule(Table<Schedule>& t) {
 template <class Schedule>
 void describeRotation(Table<Schedule>& t) {
   describeSchedule(t);
-  t.adopted("jobMask", jobMasks, &BKQRotationSchedule::setJobMask, "what is run on each day");
+  t.adopted("jobMask", jobMasks,
+            adopting<BKQRotationSchedule, BKQJobMask>(&BKQRotationSchedule::setJobMask),
+            "what is run on each day");
   t.text("setName", &BKQRotationSchedule::setSetName, "media set; pszSetName").shown("\"SET\"");
   t.text("setPW", &BKQRotationSchedule::setSetPW, "in no record");
   t.text("schemeName", &BKQRotationSchedule::setSchemeName, "in no record");

@@ -72,7 +72,8 @@ const FamilyOf<BKQTape>& tapes() {
                     "lSessionEndTime of the previous layout, as given");
           // An extension adds its bit to the options, so it comes behind.
           t.number("options", &BKQTape::setOptions, "option bits; ulOptions");
-          t.kept("tapeXtension", tapeExtensions, &BKQTape::setTapeXtension,
+          t.kept("tapeXtension", tapeExtensions,
+                 adopting<BKQTape, BKQTapeXtension>(&BKQTape::setTapeXtension),
                  "database credentials; pTapeX");
           t.parts("tapeItems", tapeItems, &BKQTape::addTapeItem,
                   "what is wanted of the session; pTapeItems");

@@ -21,5 +21,7 @@
 #include "bkoq/sched.h"
 #include "bkoq/state.h"
 #include "bkoq/tape.h"
+#include "bkoq/unixtime.h"
+#include "bkoq/version.h"
 
 #endif  // BKOQ_BKOQ_H_

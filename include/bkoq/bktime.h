@@ -5,6 +5,12 @@
 
 #include "bkoq/export.h"
 
+/* The first says so in every language, the second with every C library. */
+#if defined(__USE_TIME_BITS64)
+#include "libbkoq takes a time_t of 32 bits: compile without -D_TIME_BITS=64"
+#endif
+BKOQ_STATIC_ASSERT(sizeof(time_t) == 4, "libbkoq takes a time_t of 32 bits");
+
 #ifdef __cplusplus
 extern "C" {
 #endif

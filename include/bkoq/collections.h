@@ -13,7 +13,9 @@
 /// The new collection belongs to the caller, also the empty one at the end; its elements still
 /// belong to their owner. When it cannot be allocated, `out` is null, the cursor stays and the
 /// result is 0. Adding or removing elements never moves a cursor; a conversion leaves the cursors
-/// of what it walked at the end.
+/// of what it walked at the end. The cursors of tapes, tape nodes, restore jobs and verify jobs
+/// have 16 bits: in a list of 65,536 elements or more they come round to 0, so that an enumeration
+/// never ends, and a conversion leaves them at the number of elements modulo 65,536.
 
 /// List of source nodes: BKQNode and its subclasses.
 class BKOQ_API BKQNodeCol : public RWSlistCollectables {

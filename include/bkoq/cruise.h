@@ -91,6 +91,7 @@ class BKOQ_API BKQRotationSchedule : public BKQRegularSchedule {
   /// Adopts the mask itself, which must live on the heap and must not be deleted by the caller;
   /// more schedules than one may hold it. The mask that it replaces is abandoned, not deleted.
   void setJobMask(const BKQJobMask& mask);
+  void setJobMask(const BKQJobMask&& mask) = delete;
   const RWCollectableString& getSetName() const;  ///< media set name; pszSetName
   void setSetName(const char* name);
   const RWCollectableString& getSetPW() const;  ///< reaches no record
@@ -176,8 +177,8 @@ class BKOQ_API BKQCruiseSchedule : public BKQRotationSchedule {
                        const RWCollectableString& pool3);
   void setGFSPoolNames(const char* pool1, const char* pool2, const char* pool3);
 
-  /// Makes this a copy of `source` that shares its mask and its exception days and stands where it
-  /// stands in them; nothing is cloned or doubled. The days held before are unlinked. Nothing
+  /// Makes this a copy of `source` that shares its mask, its exception days and its position in
+  /// them; nothing is cloned or doubled. The days held before are unlinked. Nothing
   /// happens when `source` is null or this object.
   void mycopy(BKQCruiseSchedule* source);
 

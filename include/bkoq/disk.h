@@ -21,9 +21,11 @@ class BKOQ_API BKQDiskItem : public RWCollectable {
   /// A new item filled by mycopy(), owned by the caller; null when memory runs out.
   virtual BKQDiskItem* clone();
 
-  /// Fills the zeroed BKDISKITEM that `rec` points to. While a UNIX node is flattened, the path
-  /// becomes absolute by DISK_DISKNAME. 1, or 0 after a line on the standard error stream, for a
-  /// null pointer too.
+  /// Fills the zeroed BKDISKITEM that `rec` points to. Whenever CURRENT_NODETYPE is 3, the name in
+  /// DISK_DISKNAME is put before the path: while a UNIX node is flattened, and in a direct call
+  /// also after a tape node, or a restore node of that actual type. The previous layout looks at
+  /// its own two variables. 1, or 0 after a line on the standard error stream, for a null pointer
+  /// too.
   int convertToBK2(void*& rec);
   int convertToBK2_old(void*& rec);
   /// Fills path and options only: `overridePath`, or the item's own path when that is empty or
@@ -31,7 +33,7 @@ class BKOQ_API BKQDiskItem : public RWCollectable {
   int convertToBK2(void*& rec, const char* overridePath);
   int convertToBK2_old(void*& rec, const char* overridePath);
 
-  /// Path of the item, relative to its disk on UNIX nodes; pszPath.
+  /// Path of the item; pszPath, on UNIX nodes after the name of its disk.
   const RWCollectableString& getPath() const;
   void setPath(const char* path);
   /// Option bits; ulOptions. addFile() sets them to 0.
@@ -40,12 +42,14 @@ class BKOQ_API BKQDiskItem : public RWCollectable {
   unsigned int getObjectProperty() const;  ///< property word; reaches no record
   void setObjectProperty(unsigned int property);
 
-  /// Appends a file name below the path, pFileList, and sets the options to 0. The item owns its
-  /// copy of the name. Null when memory runs out.
+  /// Appends a copy of a file name below the path, pFileList, and sets the options to 0. Copies of
+  /// the item share that string, so nothing deletes it but a mycopy() that replaces it. Null when
+  /// memory runs out.
   RWCollectable* addFile(const char* name);
   unsigned int fileEntries() const;
   void resetFiles();
-  /// Unlike the other enumerations, hands out copies of the strings, which the caller owns too.
+  /// Unlike the other enumerations, hands out copies of the strings, which the caller owns as well:
+  /// clearAndDestroy() of the collection frees them.
   unsigned int enumFiles(BKQStringCol*& out, unsigned int n);
 
   /// Makes this a copy of `source`, whose names it then holds twice: the source's own strings, then
@@ -66,8 +70,9 @@ class BKOQ_API BKQDiskItem : public RWCollectable {
 /// A null text is the empty text.
 class BKOQ_API BKQDisk : public RWCollectable {
  public:
-  /// The server's disk-type codes; usDiskType takes the low 16 bits. 11, 22 and 31 join user and
-  /// second password by a colon; 23 is transferred as 0.
+  /// The server's disk-type codes; usDiskType takes the low 16 bits. A disk of type 11, 22 or 31
+  /// joins user and second password by a colon, and 23 is transferred as 0. As the file-system type
+  /// of a BKQDBRestoreNode, only 22 and 31 join, in the previous layout 11 as well; 23 stays 23.
   enum BKQDiskType : unsigned int {};
 
   BKQDisk();  ///< type 0, priority 255
@@ -81,18 +86,19 @@ class BKOQ_API BKQDisk : public RWCollectable {
 
   /// Fills the zeroed BKDDISK that `rec` points to, with its items and filters; leaves the disk's
   /// name in DISK_DISKNAME. With a non-empty `overridePath` only the first item goes, with that
-  /// path. 1, or 0 after a line on the standard error stream, for a null pointer too; nothing is
-  /// freed then.
+  /// path; a disk without items stays without. 1, or 0 after a line on the standard error stream,
+  /// for a null pointer too; nothing is freed then.
   int convertToBK2(void*& rec, const char* overridePath);
   int convertToBK2_old(void*& rec, const char* overridePath);
 
   /// Name of the disk as its node knows it; pszDiskName. "Registry" on a Windows NT node is
-  /// transferred as type 11.
+  /// transferred as type 11, unless the type is 23; it joins no credentials for that.
   const RWCollectableString& getDiskName() const;
   void setDiskName(const char* name);
   BKQDiskType getDiskType() const;  ///< usDiskType
   void setDiskType(BKQDiskType type);
-  /// Option bits; ulOptions, with the job's encryption 0x4000 and compression 0x2000 added.
+  /// Option bits; ulOptions, with the job's encryption 0x4000 and compression 0x2000 added, and on
+  /// UNIX nodes (CURRENT_NODETYPE is 3) the word in UNIX_OPTIONS.
   unsigned int getOptions() const;
   void setOptions(unsigned int options);
   /// pszPassword; when empty, the backup job's session password goes there.

@@ -4,6 +4,11 @@
 #include "bkoq/export.h"
 #include "rw/collstr.h"
 
+// The size and the slots of the class are fixed: its destructor cannot become virtual.
+#if defined(__GNUC__)
+#pragma GCC diagnostic push
+#pragma GCC diagnostic ignored "-Wnon-virtual-dtor"
+#endif
 /// Notification of a job's outcome by fax; fills BKFAXINFO, inside the job record at byte 132.
 /// Every text is empty at first; an empty one leaves a null pointer in the record. The destructor
 /// is not virtual: do not derive from this class what has to be destroyed through it.
@@ -47,5 +52,8 @@ class BKOQ_API BKQFax {
   RWCollectableString coverPageFile_;
   RWCollectableString receiverName_;
 };
+#if defined(__GNUC__)
+#pragma GCC diagnostic pop
+#endif
 
 #endif  // BKOQ_FAX_H_

@@ -16,18 +16,23 @@ class BKQPrintQueue;
 
 /// What every job has. Jobs live by these rules:
 ///
-/// - Objects attached to a job (schedule, fax, e-mail, print queue, open-file information,
-///   destination) are adopted: they must live on the heap, belong to one job only and must not be
-///   deleted by the caller. A setter abandons what it replaces. Nodes and filters are kept by
-///   address and never deleted with the job.
+/// - What a job has one of (schedule, fax, e-mail, print queue, open-file information, destination,
+///   the source of a merge or scan job) is adopted by its setter: it must live on the heap and
+///   belong to one job only; a temporary does not compile. A setter abandons what it replaces. With
+///   the job go all of these but the print queue and the open-file information, which the client
+///   frees after the job. So it does with those of a copy.
+/// - What a job has a list of (nodes, filters) is kept by address and not deleted with the job.
 /// - A copy holds the clone() of each part. A client's own class must override clone(): one that it
 ///   inherits from a root class gives null, and the part is missing from the copy.
 /// - convertToBK2() flattens the job into a BKQJDATATRANSFER, convertToBK2_old() into a
 ///   BKQJDATATRANSFER_OLD. The result is 1 with the record in `out`, which the caller owns: it and
-///   every block that hangs from it are from malloc(). Or it is 0 after lines on the standard error
-///   stream; then `out` is as the caller set it when the base step failed, and else the partly
-///   filled record, which is the caller's as well. Flattening changes nothing of the job but the
-///   cursors of its lists. One flattening may run at a time in a process.
+///   every block that hangs from it are from malloc(). Or it is 0, after a line on the standard
+///   error stream for each part that failed, the innermost first; only the failure of a client's
+///   own schedule class is that class's to report, and that of a verify job then has no line. After
+///   a 0 `out` is as the caller set it when the base step failed, and else the partly filled
+///   record, which is the caller's as well. A text for whose copy there is no memory is null in the
+///   record, without a line. Flattening changes nothing of the job but the cursors of its lists.
+///   One flattening may run at a time in a process.
 /// - A null text is the empty text everywhere.
 class BKOQ_API BKQJob : public RWCollectable {
  public:
@@ -38,7 +43,7 @@ class BKOQ_API BKQJob : public RWCollectable {
 
   BKQJob();  ///< named "testjob"; new-tape time-out 5, span-tape time-out 9999, all else 0 or empty
   explicit BKQJob(const char* name);  ///< the same with `name`; nothing else sets a job's name
-  /// Deletes schedule, fax and e-mail; the print queue outlives the job, its owner frees it.
+  /// Deletes schedule, fax and e-mail. The print queue outlives the job: the client frees it.
   ~BKQJob() override;
   BKQJob(const BKQJob&) = delete;
   BKQJob& operator=(const BKQJob&) = delete;
@@ -117,17 +122,25 @@ class BKOQ_API BKQJob : public RWCollectable {
   void setScriptUserID(RWCollectableString userID, RWCollectableString password);
   void getScriptUserID(RWCollectableString& userID, RWCollectableString& password);
 
-  int scheduleExists();                            ///< 1 when there is one, else 0
-  void setSchedule(const BKQSchedule& schedule);   ///< stSchedule and stScheduleExt
-  BKQSchedule* getSchedule() const;                ///< null when there is none
-  int printQueueExists();                          ///< 1 when there is one, else 0
-  void setPrintQueue(const BKQPrintQueue& queue);  ///< stPrintQueue
-  BKQPrintQueue* getPrintQueue();                  ///< null when there is none
-  int emailInfoExists();                           ///< 1 when there is one, else 0
-  void setEMailInfo(const BKQEMail& email);        ///< stEMail
-  BKQEMail* getEMailInfo();                        ///< null when there is none
-  int faxInfoExists();                             ///< 1 when there is one, else 0; makes none
-  void setFaxInfo(const BKQFax& fax);              ///< stFax
+  int scheduleExists();  ///< 1 when there is one, else 0
+  /// stSchedule and stScheduleExt. The object must be on the heap; the job deletes it.
+  void setSchedule(const BKQSchedule& schedule);
+  void setSchedule(const BKQSchedule&& schedule) = delete;
+  BKQSchedule* getSchedule() const;  ///< null when there is none
+  int printQueueExists();            ///< 1 when there is one, else 0
+  /// stPrintQueue. The object must be on the heap; the client frees it after the job.
+  void setPrintQueue(const BKQPrintQueue& queue);
+  void setPrintQueue(const BKQPrintQueue&& queue) = delete;
+  BKQPrintQueue* getPrintQueue();  ///< null when there is none
+  int emailInfoExists();           ///< 1 when there is one, else 0
+  /// stEMail. The object must be on the heap; the job deletes it.
+  void setEMailInfo(const BKQEMail& email);
+  void setEMailInfo(const BKQEMail&& email) = delete;
+  BKQEMail* getEMailInfo();  ///< null when there is none
+  int faxInfoExists();       ///< 1 when there is one, else 0; makes none
+  /// stFax. The object must be on the heap; the job deletes it.
+  void setFaxInfo(const BKQFax& fax);
+  void setFaxInfo(const BKQFax&& fax) = delete;
   /// Attaches an empty fax object when there is none; null only when memory runs out.
   BKQFax* getFaxInfo();
 
@@ -188,13 +201,15 @@ class BKOQ_API BKQBackupJob : public BKQJob {
   /// Named "testjob"; no nodes, filters or objects, all numbers 0, and what every job starts with.
   BKQBackupJob();
   explicit BKQBackupJob(const char* name);  ///< the same with `name`
-  /// Deletes the destination. Source nodes, filters and open-file information are not deleted.
+  /// Deletes the destination. Source nodes and filters are the client's; so is the open-file
+  /// information, which the client frees after the job.
   ~BKQBackupJob() override;
 
   BKQBackupJob* clone() override;
   unsigned int jobType() const override;  ///< 1
 
-  /// The short forms take all nodes, an empty list, kind 0 and an empty text for what they lack.
+  /// The short forms take all nodes, an empty list, `unixKind` 0 and an empty text for what they
+  /// lack.
   /// With a non-empty `nodeName` only the source nodes of exactly that name go. `disks`, a list of
   /// texts, narrows the disks of every source node (see BKQDiskNode). `unixKind` and
   /// `unixText` reach UNIX source nodes only (see BKQUnixNode).
@@ -216,24 +231,28 @@ class BKOQ_API BKQBackupJob : public BKQJob {
   RWCollectable* addSourceNode(BKQNode& node);
   /// Unlinks and deletes the first source node of the same name, which may be `node` itself; 0, or
   /// -1 when there is none. A node that is listed more than once is deleted with its last place;
-  /// one that is the destination, too, leaves the job without.
+  /// one that is also the destination leaves the job without.
   int removeSourceNode(BKQNode& node);
-  /// Unlinks every source node and deletes each once; a destination among them goes, too.
+  /// Unlinks every source node and deletes each once; a destination among them goes as well.
   void clearSourceNodes();
   unsigned int sourceNodeEntries() const;
   void resetSourceNodes();
   unsigned int enumSourceNodes(BKQNodeCol*& out, unsigned int n);
 
-  int destinationExists();                 ///< 1 when there is one, else 0
-  void setDestination(BKQTapeNode& node);  ///< pDestNodes
-  BKQTapeNode* getDestination() const;     ///< null when there is none
+  int destinationExists();  ///< 1 when there is one, else 0
+  /// pDestNodes. The node must be on the heap; the job deletes it.
+  void setDestination(BKQTapeNode& node);
+  BKQTapeNode* getDestination() const;  ///< null when there is none
 
-  int openFileInfoExists();                           ///< 1 when there is one, else 0; makes none
-  void setOpenFileInfo(const BKQOpenFileInfo& info);  ///< stOpenFile
-  /// Attaches a default object when there is none; null only when memory runs out.
+  int openFileInfoExists();  ///< 1 when there is one, else 0; makes none
+  /// stOpenFile. The object must be on the heap; the client frees it after the job.
+  void setOpenFileInfo(const BKQOpenFileInfo& info);
+  void setOpenFileInfo(const BKQOpenFileInfo&& info) = delete;
+  /// Attaches a default object when there is none, which the client frees after the job; null only
+  /// when memory runs out.
   BKQOpenFileInfo* getOpenFileInfo();
 
-  /// Appends the filter itself; pFilters of every source node, behind the node's own. Null when
+  /// Appends the filter itself; pFilters of every source node, after the node's own. Null when
   /// memory runs out.
   RWCollectable* addFilter(BKQFilter& filter);
   unsigned int filterEntries() const;
@@ -291,7 +310,9 @@ class BKOQ_API BKQCruiseBackupJob : public BKQBackupJob {
   ~BKQCruiseBackupJob() override;
   BKQCruiseBackupJob* clone() override;
   unsigned int jobType() const override;  ///< 3
+  /// As BKQJob::setSchedule(): an object on the heap, which the job deletes.
   void setSchedule(const BKQCruiseSchedule& schedule);
+  void setSchedule(const BKQCruiseSchedule&& schedule) = delete;
   /// Null when there is none, or one of another class.
   BKQCruiseSchedule* getSchedule() const;
   void mycopy(BKQCruiseBackupJob* source);
@@ -305,7 +326,9 @@ class BKOQ_API BKQRotationBackupJob : public BKQBackupJob {
   ~BKQRotationBackupJob() override;
   BKQRotationBackupJob* clone() override;
   unsigned int jobType() const override;  ///< 20
+  /// As BKQJob::setSchedule(): an object on the heap, which the job deletes.
   void setSchedule(const BKQRotationSchedule& schedule);
+  void setSchedule(const BKQRotationSchedule&& schedule) = delete;
   /// Null when there is none, or one of another class.
   BKQRotationSchedule* getSchedule() const;
   void mycopy(BKQRotationBackupJob* source);
@@ -319,7 +342,9 @@ class BKOQ_API BKQCruiseMakeupJob : public BKQBackupJob {
   ~BKQCruiseMakeupJob() override;
   BKQCruiseMakeupJob* clone() override;
   unsigned int jobType() const override;  ///< 5
+  /// As BKQJob::setSchedule(): an object on the heap, which the job deletes.
   void setSchedule(const BKQCruiseSchedule& schedule);
+  void setSchedule(const BKQCruiseSchedule&& schedule) = delete;
   /// Null when there is none, or one of another class.
   BKQCruiseSchedule* getSchedule() const;
   void mycopy(BKQCruiseMakeupJob* source);
@@ -333,7 +358,9 @@ class BKOQ_API BKQRotationMakeupJob : public BKQBackupJob {
   ~BKQRotationMakeupJob() override;
   BKQRotationMakeupJob* clone() override;
   unsigned int jobType() const override;  ///< 21
+  /// As BKQJob::setSchedule(): an object on the heap, which the job deletes.
   void setSchedule(const BKQRotationSchedule& schedule);
+  void setSchedule(const BKQRotationSchedule&& schedule) = delete;
   /// Null when there is none, or one of another class.
   BKQRotationSchedule* getSchedule() const;
   void mycopy(BKQRotationMakeupJob* source);
@@ -347,7 +374,9 @@ class BKOQ_API BKQCustomBackupJob : public BKQBackupJob {
   ~BKQCustomBackupJob() override;
   BKQCustomBackupJob* clone() override;
   unsigned int jobType() const override;  ///< 1
+  /// As BKQJob::setSchedule(): an object on the heap, which the job deletes.
   void setSchedule(const BKQCustomSchedule& schedule);
+  void setSchedule(const BKQCustomSchedule&& schedule) = delete;
   /// Null when there is none, or one of another class.
   BKQCustomSchedule* getSchedule() const;
   void mycopy(BKQCustomBackupJob* source);
@@ -360,7 +389,9 @@ class BKOQ_API BKQDatabaseBackupJob : public BKQBackupJob {
   ~BKQDatabaseBackupJob() override;
   BKQDatabaseBackupJob* clone() override;
   unsigned int jobType() const override;  ///< 9
+  /// As BKQJob::setSchedule(): an object on the heap, which the job deletes.
   void setSchedule(const BKQRegularSchedule& schedule);
+  void setSchedule(const BKQRegularSchedule&& schedule) = delete;
   /// Null when there is none, or one of another class.
   BKQRegularSchedule* getSchedule() const;
   void mycopy(BKQDatabaseBackupJob* source);
@@ -409,7 +440,9 @@ class BKOQ_API BKQRestoreJob : public BKQJob {
   const RWCollectableString& getSessionPassword() const;
   void setSessionPassword(const char* password);
 
+  /// As BKQJob::setSchedule(): an object on the heap, which the job deletes.
   void setSchedule(const BKQRegularSchedule& schedule);
+  void setSchedule(const BKQRegularSchedule&& schedule) = delete;
   /// Null when there is none, or one of another class.
   BKQRegularSchedule* getSchedule() const;
 
@@ -461,7 +494,9 @@ class BKOQ_API BKQVerifyJob : public BKQJob {
   void resetSourceNodes();
   unsigned int enumSourceNodes(BKQTapeNodeCol*& out, unsigned int n);
 
+  /// As BKQJob::setSchedule(): an object on the heap, which the job deletes.
   void setSchedule(const BKQRegularSchedule& schedule);
+  void setSchedule(const BKQRegularSchedule&& schedule) = delete;
   /// Null when there is none, or one of another class.
   BKQRegularSchedule* getSchedule() const;
 
@@ -498,8 +533,9 @@ class BKOQ_API BKQCompareJob : public BKQVerifyJob {
   int convertToBK2_old(void*& out, const char* tapeName, unsigned short sessionNumber,
                        const char* overridePath);
 
-  void setDestination(BKQDiskNode& node);  ///< pDestNodes
-  BKQDiskNode* getDestination() const;     ///< null when there is none
+  /// pDestNodes. The node must be on the heap; the job deletes it.
+  void setDestination(BKQDiskNode& node);
+  BKQDiskNode* getDestination() const;  ///< null when there is none
 
   /// As BKQVerifyJob::mycopy(), with a clone of the destination; the former one is deleted.
   void mycopy(BKQCompareJob* source);
@@ -522,8 +558,8 @@ struct BKOQ_API SessionChoice {
 };
 }  // namespace bkoq
 
-/// Merges the sessions of a tape source into a machine's database. Job type 8. Range, type, filter
-/// and the detailed flag reach no record.
+/// Merges the sessions of a tape source into a disk node. Job type 8. Range, type, filter and the
+/// detailed flag reach no record.
 class BKOQ_API BKQMergeJob : public BKQJob {
  public:
   BKQMergeJob();            ///< named "testjob"; no source or destination, all numbers 0
@@ -538,12 +574,15 @@ class BKOQ_API BKQMergeJob : public BKQJob {
   int convertToBK2_old(void*& out) override;
   int convertToBK2_old(void*& out, const char* tapeName, unsigned short sessionNumber);
 
-  int sourceExists();                       ///< 1 when there is one, else 0
-  void setSource(const BKQTapeNode& node);  ///< pSourceNodes
-  BKQTapeNode* getSource() const;           ///< null when there is none
-  int destinationExists();                  ///< 1 when there is one, else 0
-  void setDestination(BKQDiskNode& node);   ///< pDestNodes
-  BKQDiskNode* getDestination() const;      ///< null when there is none
+  int sourceExists();  ///< 1 when there is one, else 0
+  /// pSourceNodes. The node must be on the heap; the job deletes it.
+  void setSource(const BKQTapeNode& node);
+  void setSource(const BKQTapeNode&& node) = delete;
+  BKQTapeNode* getSource() const;  ///< null when there is none
+  int destinationExists();         ///< 1 when there is one, else 0
+  /// pDestNodes. The node must be on the heap; the job deletes it.
+  void setDestination(BKQDiskNode& node);
+  BKQDiskNode* getDestination() const;  ///< null when there is none
 
   /// First and last session, any numbers in any order; 0 and 0, as at first, for all sessions.
   void getMergeRange(unsigned short& start, unsigned short& end) const;
@@ -560,7 +599,9 @@ class BKOQ_API BKQMergeJob : public BKQJob {
   int getDetailedMerge() const;  ///< flag, kept as given; 0 at first
   void setDetailedMerge(int detailed);
 
+  /// As BKQJob::setSchedule(): an object on the heap, which the job deletes.
   void setSchedule(const BKQRegularSchedule& schedule);
+  void setSchedule(const BKQRegularSchedule&& schedule) = delete;
   /// Null when there is none, or one of another class.
   BKQRegularSchedule* getSchedule() const;
 
@@ -591,9 +632,11 @@ class BKOQ_API BKQScanJob : public BKQJob {
   int convertToBK2_old(void*& out) override;
   int convertToBK2_old(void*& out, const char* tapeName, unsigned short sessionNumber);
 
-  int sourceExists();                       ///< 1 when there is one, else 0
-  void setSource(const BKQTapeNode& node);  ///< pSourceNodes
-  BKQTapeNode* getSource() const;           ///< null when there is none
+  int sourceExists();  ///< 1 when there is one, else 0
+  /// pSourceNodes. The node must be on the heap; the job deletes it.
+  void setSource(const BKQTapeNode& node);
+  void setSource(const BKQTapeNode&& node) = delete;
+  BKQTapeNode* getSource() const;  ///< null when there is none
 
   /// First and last session, any numbers in any order; 0 and 0, as at first, for all sessions.
   void getScanRange(unsigned short& start, unsigned short& end) const;
@@ -610,7 +653,9 @@ class BKOQ_API BKQScanJob : public BKQJob {
   int getDetailedScan() const;  ///< flag, kept as given; 0 at first
   void setDetailedScan(int detailed);
 
+  /// As BKQJob::setSchedule(): an object on the heap, which the job deletes.
   void setSchedule(const BKQRegularSchedule& schedule);
+  void setSchedule(const BKQRegularSchedule&& schedule) = delete;
   /// Null when there is none, or one of another class.
   BKQRegularSchedule* getSchedule() const;
 

@@ -3,7 +3,7 @@
 
 /* The record kit, libbkoqkit: what a program needs that holds a record tree. Every operation reads
    records of either layout and is told which; none needs the library that made them. Nothing
-   throws, no state is kept between calls. Usable from C11 and C++11.
+   throws, no state is kept between calls. Usable from C99 and C++11.
 
    Blocks of a tree are numbered in the order in which bkoqWalk() reaches them: #1 is the job
    record, then each block where the pointer to it is. The numbers depend on the tree's content

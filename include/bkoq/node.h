@@ -144,7 +144,8 @@ class BKOQ_API BKQDiskNode : public BKQNode {
   /// is no RWCollectableString names no disk.
   int convertToBK2(void*& rec, RWSlistCollectables& names);
   int convertToBK2_old(void*& rec, RWSlistCollectables& names);
-  /// A non-empty `overridePath` replaces the items of every disk by one with that path.
+  /// A non-empty `overridePath` replaces the items of every disk that has any by one with that
+  /// path.
   int convertToBK2(void*& rec, const char* overridePath);
   int convertToBK2_old(void*& rec, const char* overridePath);
   int convertToBK2(void*& rec, RWSlistCollectables& names, const char* overridePath);
@@ -201,7 +202,7 @@ class BKOQ_API BKQUnixNode : public BKQDiskNode {
   using BKQDiskNode::convertToBK2_old;
   int convertToBK2(void*& rec) override;
   int convertToBK2_old(void*& rec) override;
-  /// The same for the disks named in `names`; then a non-empty `extra` is put behind the NUL of
+  /// The same for the disks named in `names`; then a non-empty `extra` is put after the NUL of
   /// pszNodeOSVer with `mode` 1, of pszNodeName with `mode` 2, and 0x800 or 0x200 is added to the
   /// node options.
   int convertToBK2(void*& rec, RWSlistCollectables& names, int mode, const char* extra);
@@ -432,7 +433,7 @@ class BKOQ_API BKQRestoreNode : public BKQNode {
   /// Also sets the node OS: 7 for type 2, 4 for 8 and 13, 8 for 9, 2 for 10, 5 for 11 and 12, 6 for
   /// all others.
   void setActualNodeType(BKQNodeType type);
-  /// Part of pszPath of the item, behind or instead of the disk name.
+  /// Part of pszPath of the item, after or instead of the disk name.
   const RWCollectableString& getDestinationDir() const;
   void setDestinationDir(const char* directory);
   const RWCollectableString& getDiskName() const;  ///< pszDiskName

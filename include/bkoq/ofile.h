@@ -3,6 +3,11 @@
 
 #include "bkoq/export.h"
 
+// The size and the slots of the class are fixed: its destructor cannot become virtual.
+#if defined(__GNUC__)
+#pragma GCC diagnostic push
+#pragma GCC diagnostic ignored "-Wnon-virtual-dtor"
+#endif
 /// What a backup job does about files held open by another program; fills BKOFINFO, inside the job
 /// record at byte 104. The bits and the unit of the interval are the server's. The destructor is
 /// not virtual: do not derive from this class what has to be destroyed through it.
@@ -38,5 +43,8 @@ class BKOQ_API BKQOpenFileInfo {
   unsigned short retryCount_;
   unsigned short retryInterval_;
 };
+#if defined(__GNUC__)
+#pragma GCC diagnostic pop
+#endif
 
 #endif  // BKOQ_OFILE_H_

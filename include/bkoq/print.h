@@ -4,6 +4,11 @@
 #include "bkoq/export.h"
 #include "rw/collstr.h"
 
+// The size and the slots of the class are fixed: its destructor cannot become virtual.
+#if defined(__GNUC__)
+#pragma GCC diagnostic push
+#pragma GCC diagnostic ignored "-Wnon-virtual-dtor"
+#endif
 /// Notification of a job's outcome on a print queue; fills BKPRINTQ, inside the job record at byte
 /// 180. Every text is empty at first; an empty one leaves a null pointer in the record. The
 /// destructor is not virtual: do not derive from this class what has to be destroyed through it.
@@ -40,5 +45,8 @@ class BKOQ_API BKQPrintQueue {
   RWCollectableString userPW_;
   RWCollectableString queueName_;
 };
+#if defined(__GNUC__)
+#pragma GCC diagnostic pop
+#endif
 
 #endif  // BKOQ_PRINT_H_

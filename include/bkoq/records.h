@@ -4,11 +4,13 @@
 /* The records of the current transfer layout, as the server's queue code reads them: 32-bit,
    little-endian, pointers of 4 bytes. Every record is zeroed before it is filled, so a field that
    nothing writes is 0. Every text and every array is a block of its own from malloc() that belongs
-   to the owner of the job record; a null pointer stands for an empty text or an empty array. Usable
-   from C11 and C++11. */
+   to the owner of the job record; a null pointer means an empty text or an empty array. Usable
+   from C99 and C++11. */
 
 #include <stddef.h>
 #include <stdint.h>
+
+#include "bkoq/export.h"
 
 #ifdef __cplusplus
 extern "C" {
@@ -82,8 +84,8 @@ typedef struct BKPRINTQ {
   char* pszQueueName; /**< queue name */
 } BKPRINTQ;
 
-/* C11 has anonymous structs; C++ compilers have them as an extension that -pedantic must not warn
-   about. */
+/* C11 has anonymous structs and unions. C99 and C++ compilers have them as extensions that
+   -pedantic must not warn about. */
 #if defined(__clang__)
 #pragma clang diagnostic push
 #pragma clang diagnostic ignored "-Wpedantic"
@@ -92,7 +94,7 @@ typedef struct BKPRINTQ {
 typedef struct BKFILTER_FILE {
   uint16_t usFilterType; /**< 1 volume, 2 file, 3 directory, 4 time, 5 attribute */
   uint16_t usInclExcl;   /**< 0 include, 1 exclude */
-  union {
+  __extension__ union {
     uint32_t ulFilterCount; /**< volume, file, directory: 1 with a pattern, 0 without */
     uint32_t ulAttributes;  /**< attribute: attribute bits */
     __extension__ struct {
@@ -100,13 +102,13 @@ typedef struct BKFILTER_FILE {
       uint16_t usTimeRange; /**< time: 0 before, 1 after, 2 between, 3 within */
     };
   };
-  union {
+  __extension__ union {
     char* pszFilter;      /**< volume, file, directory: pattern */
     uint32_t ulTimeUnits; /**< within: number of units */
     int32_t lTime;        /**< before, after: bound, local-clock seconds */
     int32_t lStartTime;   /**< between: start bound, local-clock seconds */
   };
-  union {
+  __extension__ union {
     uint16_t usFilterLen; /**< volume, file, directory: pattern length with its NUL, or 0 */
     int32_t lEndTime;     /**< between: end bound, local-clock seconds */
   };
@@ -121,7 +123,7 @@ typedef struct BKFILTER_FILE {
 typedef struct BKDISKITEM {
   char* pszPath;            /**< path as the server uses it */
   uint32_t ulFileCount;     /**< names in pFileList */
-  char* pFileList;          /**< ulFileCount texts back to back, no second NUL behind the last */
+  char* pFileList;          /**< ulFileCount texts back to back, no second NUL after the last */
   uint32_t ulOptions;       /**< item options */
   uint8_t abReserved16[16]; /**< zero */
 } BKDISKITEM;
@@ -258,17 +260,17 @@ typedef struct BKQJDATATRANSFER {
    would lay a record out differently must not get through. */
 #define BKOQ_RECORD_REMEDY                                                         \
   "the reader of this record expects its fields where they were: take the change " \
-  "back, or, when a compiler or a flag makes it, compile for 32 bits without packing"
+  "back, or, when a compiler or a flag makes it, compile without packing"
+#define BKOQ_RECORD_ASSERT(condition) BKOQ_STATIC_ASSERT(condition, BKOQ_RECORD_REMEDY)
 #ifdef __cplusplus
-#define BKOQ_RECORD_ASSERT(cond) static_assert(cond, BKOQ_RECORD_REMEDY)
+#define BKOQ_FIELD_SIZE(record, field) sizeof(record::field)
 #else
-#define BKOQ_RECORD_ASSERT(cond) _Static_assert(cond, BKOQ_RECORD_REMEDY)
+#define BKOQ_FIELD_SIZE(record, field) sizeof(((record*)0)->field)
 #endif
-/** Asserts at compile time that a field of a record stands at its offset, in its width. */
-#define BKOQ_RECORD_FIELD(record, field, offset, width) \
-  BKOQ_RECORD_ASSERT(offsetof(record, field) == (offset) && sizeof(((record*)0)->field) == (width))
-
-BKOQ_RECORD_ASSERT(sizeof(void*) == 4);
+/** Asserts at compile time that a field of a record is at its offset, in its width. */
+#define BKOQ_RECORD_FIELD(record, field, offset, width)     \
+  BKOQ_RECORD_ASSERT(offsetof(record, field) == (offset) && \
+                     BKOQ_FIELD_SIZE(record, field) == (width))
 
 BKOQ_RECORD_ASSERT(sizeof(BKSCHEDINFO) == 18);
 BKOQ_RECORD_FIELD(BKSCHEDINFO, lSubmitTime, 0, 4);

@@ -3,7 +3,7 @@
 
 /* The records of the previous transfer layout. A record that does not differ in a field is the
    current one under its previous name; the rest differ from the current ones only where a comment
-   says so. Usable from C11 and C++11. */
+   says so. Usable from C99 and C++11. */
 
 #include "bkoq/records.h"
 
@@ -56,16 +56,17 @@ typedef struct BKDTAPE_OLD {
   BKTAPEITEM_OLD* pTapeItems;  /**< items of this tape */
   uint16_t usFileSystem;       /**< file-system code, 8 bits widened */
   uint8_t abReserved50[2];     /**< zero */
-  uint32_t ulOptions;          /**< tape options, without the mark of an extension */
-  char* pszPath;               /**< path of the session */
-  char* pszLocation;           /**< location of the tape */
-  int32_t lSessionEndTime;     /**< session end time, as the client gave it, or zero */
-  uint8_t abReserved68[4];     /**< zero: this layout has no extension record */
+  uint32_t ulOptions;      /**< tape options; 0x8000000 is cleared when the tape has an extension */
+  char* pszPath;           /**< path of the session */
+  char* pszLocation;       /**< location of the tape */
+  int32_t lSessionEndTime; /**< session end time, as the client gave it, or zero */
+  uint8_t abReserved68[4]; /**< zero: this layout has no extension record */
 } BKDTAPE_OLD;
 
 /** One node; differs by having no domain. */
 typedef struct BKNODE_OLD {
-  uint16_t usNodeType;         /**< node kind; 6 for NDS, 3 for a tape node */
+  uint16_t usNodeType;         /**< node kind; 6 for an NDS node, 3 for a tape node, the actual
+                                    kind for a restore node, also 13 */
   uint16_t usNodeOS;           /**< operating-system code */
   char* pszNodeOSVer;          /**< operating-system version; a second text may follow its NUL */
   char* pszNodeName;           /**< node name; a second text may follow its NUL */
@@ -126,10 +127,10 @@ typedef struct BKQJDATATRANSFER_OLD {
 }
 #endif
 
-/** Asserts that a field of a previous record stands where the current one has it. */
+/** Asserts that a field of a previous record is where the current one has it. */
 #define BKOQ_RECORD_SAME(record, field)                                          \
   BKOQ_RECORD_ASSERT(offsetof(record##_OLD, field) == offsetof(record, field) && \
-                     sizeof(((record##_OLD*)0)->field) == sizeof(((record*)0)->field))
+                     BKOQ_FIELD_SIZE(record##_OLD, field) == BKOQ_FIELD_SIZE(record, field))
 
 BKOQ_RECORD_ASSERT(sizeof(BKROTATIONINFO_OLD) == 48);
 BKOQ_RECORD_SAME(BKROTATIONINFO, pszSetName);

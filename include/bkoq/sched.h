@@ -84,8 +84,9 @@ class BKOQ_API BKQJobMask : public RWCollectable {
 /// When a job is submitted and when it runs. Abstract root of the schedules.
 ///
 /// A conversion fills the schedule block and, for rotations, the rotation block of the job record
-/// in place: `schedBlock` points to a BKSCHEDINFO, `rotationBlock` to a BKROTATIONINFO. It returns
-/// 1, or 0 after a line on the standard error stream, for a null pointer too.
+/// in place: `schedBlock` points to a BKSCHEDINFO, `rotationBlock` to a BKROTATIONINFO, at which
+/// only rotations look. It returns 1, or 0 after a line on the standard error stream, also for the
+/// null pointer of a block that it is to fill.
 /// A null text is the empty text.
 class BKOQ_API BKQSchedule : public RWCollectable {
  public:

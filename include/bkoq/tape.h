@@ -90,8 +90,8 @@ class BKOQ_API BKQTape : public RWCollectable {
   /// A new tape filled by mycopy(), owned by the caller; null when memory runs out.
   virtual BKQTape* clone();
 
-  /// Fills the zeroed tape record that `rec` points to, with its items, filters and extension.
-  /// 1, or 0 after a line on the standard error stream, for a null
+  /// Fills the zeroed tape record that `rec` points to, with its items and filters and, in the
+  /// current layout, its extension. 1, or 0 after a line on the standard error stream, for a null
   /// pointer too; nothing is freed then.
   int convertToBK2(void*& rec);
   int convertToBK2_old(void*& rec);
@@ -132,13 +132,15 @@ class BKOQ_API BKQTape : public RWCollectable {
   long getSessionEndTime() const;
   void setSessionEndTime(long seconds);
 
-  unsigned int getOptions() const;  ///< ulOptions
+  /// ulOptions; the previous layout clears 0x8000000 there when an extension is attached.
+  unsigned int getOptions() const;
   /// Stores the word. Exactly 0x8000000, and no other value with that bit, also creates an
   /// extension when there is none.
   void setOptions(unsigned int options);
   /// Attaches the extension itself, which the tape does not own and which must outlive it, and sets
   /// bit 0x8000000 of the options.
   void setTapeXtension(const BKQTapeXtension& extension);
+  void setTapeXtension(const BKQTapeXtension&& extension) = delete;
   /// The attached extension; creates and attaches one when there is none. Null only when memory
   /// runs out. The tape never deletes it.
   BKQTapeXtension* getTapeXtension();
@@ -152,7 +154,7 @@ class BKOQ_API BKQTape : public RWCollectable {
   void resetTapeItems();
   void resetFilters();
   unsigned int enumTapeItems(BKQTapeItemCol*& out, unsigned int n);
-  /// As the other enumerations, but 0 stands for the number of tape items, not of filters.
+  /// As the other enumerations, but 0 means the number of tape items, not of filters.
   unsigned int enumFilters(BKQFilterCol*& out, unsigned int n);
 
   /// Makes this a copy of `source`, whose items and filters it then holds twice: the source's own

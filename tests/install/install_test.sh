@@ -28,7 +28,7 @@ say "installs into a prefix given at install time, from where it may be moved"
 quietly "$cmake" --install "$build" --prefix "$work/first"
 mv "$work/first" "$work/prefix"
 
-say "every header stands on its own, without a warning"
+say "every header compiles on its own, without a warning"
 cd "$work/prefix/include"
 for header in bkoq/*.h rw/*.h; do
   for standard in c++11 c++17 c++20; do
@@ -36,18 +36,21 @@ for header in bkoq/*.h rw/*.h; do
       -include "$header" /dev/null
   done
 done
-for header in bkoq/records.h bkoq/records_old.h bkoq/kit.h; do
-  [ -e "$header" ] || continue
+for header in bkoq/records.h bkoq/records_old.h bkoq/kit.h bkoq/bktime.h bkoq/version.h; do
   quietly "$cc" $flags -std=c11 -Wall -Wextra -Wpedantic -Werror -I. -x c -fsyntax-only \
     -include "$header" /dev/null
 done
 cd "$work"
 
-say "a client is built through pkg-config and runs"
-pc=$(find "$work/prefix" -name bkoq.pc)
-[ -n "$pc" ] || fail "no bkoq.pc"
-PKG_CONFIG_PATH=$(dirname "$pc")
+say "the headers and the package have one version"
+in_headers=$(echo BKOQ_VERSION_TEXT |
+  "$cxx" $flags -I"$work/prefix/include" -include bkoq/version.h -x c++ -E -P - | tr -d '" \n')
+PKG_CONFIG_PATH=$(dirname "$(find "$work/prefix" -name bkoq.pc)")
 export PKG_CONFIG_PATH
+in_package=$(pkg-config --modversion bkoq)
+[ "$in_headers" = "$in_package" ] || fail "version $in_headers in the headers, $in_package in the package"
+
+say "a client is built through pkg-config and runs"
 quietly "$cxx" $flags -std=c++11 "$here/client.cpp" $(pkg-config --cflags --libs bkoq) -o client
 quietly ./client
 
@@ -75,13 +78,25 @@ quietly cmake-client/client
 quietly cmake-client/rw_client
 
 if [ "$flags" = -m32 ]; then
-  say "a 64-bit client is turned away"
-  if "$cmake" -S "$here" -B cmake-client-64 -G "$generator" -DCMAKE_CXX_COMPILER="$cxx" \
-    -DCMAKE_CXX_FLAGS= -DCMAKE_PREFIX_PATH="$work/prefix" >log 2>&1; then
-    fail "find_package() took the 32-bit package for a 64-bit client"
-  fi
-  grep -q '32bit' log || {
-    cat log
-    fail "refused for another reason than the pointer size"
+  say "a 64-bit client is turned away, and told why"
+  refused() {  # what it must say, options
+    local text=$1
+    shift
+    rm -rf cmake-client-64
+    if "$cmake" -S "$here" -B cmake-client-64 -G "$generator" -DCMAKE_CXX_COMPILER="$cxx" \
+      -DCMAKE_CXX_FLAGS= -DCMAKE_PREFIX_PATH="$work/prefix" "$@" >log 2>&1; then
+      fail "find_package() took the 32-bit package for a 64-bit client"
+    fi
+    # CMake breaks lines.
+    tr -s ' \n' '  ' <log | grep -qF "$text" || {
+      cat log
+      fail "refused without saying: $text"
+    }
   }
+  refused "libbkoq is 32-bit: compile with -m32. Give it before project():"
+  for late in 'add_compile_options(-m32)' 'string(APPEND CMAKE_CXX_FLAGS " -m32")'; do
+    echo "$late" >late.cmake
+    refused "libbkoq is 32-bit: compile with -m32. It was added after project()," \
+      -DCMAKE_PROJECT_bkoq_client_INCLUDE="$PWD/late.cmake"
+  done
 fi

@@ -16,8 +16,8 @@
 namespace bkoq::test {
 
 // Attaches an object of the test's, then another in its place, which is handed over.
-template <class Object, class Job, class Argument>
-void expectAbandoned(Job& job, void (Job::*set)(Argument&), Object* (Job::*get)()) {
+template <class Object, class Job>
+void expectAbandoned(Job& job, void (Job::*set)(const Object&), Object* (Job::*get)()) {
   const std::unique_ptr<Object> former(new Object);
   const BlockWatch watch(former.get());
   (job.*set)(*former);

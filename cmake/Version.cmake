@@ -1,0 +1,13 @@
+# Reads the version from the public header, where it is defined.
+set(header ${CMAKE_CURRENT_LIST_DIR}/../include/bkoq/version.h)
+set_property(DIRECTORY APPEND PROPERTY CMAKE_CONFIGURE_DEPENDS ${header})
+set(bkoq_version "")
+foreach(part MAJOR MINOR PATCH)
+  file(STRINGS ${header} line REGEX "^#define BKOQ_VERSION_${part} [0-9]+$")
+  if(line STREQUAL "")
+    message(FATAL_ERROR "${header} does not define BKOQ_VERSION_${part} as a number")
+  endif()
+  string(REGEX REPLACE ".* " "" line "${line}")
+  string(APPEND bkoq_version ".${line}")
+endforeach()
+string(SUBSTRING "${bkoq_version}" 1 -1 bkoq_version)
