@@ -91,7 +91,7 @@ TEST(PrintAnnotated, ShowsEveryByteOfEveryBlock) {
 
 #2  pSourceNodes: 1 BKNODE, 100 bytes
 pSourceNodes[0]
-      0  00 00                    usNodeType                      0 = 0x0000                node kind; 3 for a UNIX machine and for a tape node
+      0  00 00                    usNodeType                      0 = 0x0000                node kind; tape node: 3, a restore node: actual one
       2  00 00                    usNodeOS                        0 = 0x0000                operating-system code
       4  00 00 00 00              pszNodeOSVer                    null                      operating-system version; UNIX: a second text behind it
       8  00 00 00 00              pszNodeName                     null                      node name; UNIX: a second text behind it

@@ -189,12 +189,12 @@ constexpr auto rotationRowsOld() {
 template <class R>
 constexpr auto nodeStart(BkoqLayout layout) {
   const FieldDef type =
-      BKOQ_ROW(usNodeType, kNumber, "node kind; 3 for a UNIX machine and for a tape node",
+      BKOQ_ROW(usNodeType, kNumber, "node kind; tape node: 3, a restore node: actual one",
                "BKQNode::nodeType, BKQRestoreNode::setActualNodeType")
           .called(kNodeTypes);
   const FieldDef typeOld =
       BKOQ_ROW(usNodeType, kNumber,
-               "node kind; 3 for a UNIX machine and for a tape node, 6 for NDS",
+               "node kind; tape node: 3, restore node: actual one, NDS tree: 6",
                "BKQNode::nodeType, BKQRestoreNode::setActualNodeType")
           .called(kNodeTypes);
   const FieldDef address =
@@ -394,7 +394,7 @@ constexpr auto tapeRowsOld() {
   return tapeStart<R>() +
          rowsOf(BKOQ_ROW(ulTapeID, kNumber, "tape ID, whole", "BKQTape::setTapeID")) +
          tapeMiddle<R>() +
-         rowsOf(BKOQ_ROW(ulOptions, kFlags, "tape options, without the mark of an extension",
+         rowsOf(BKOQ_ROW(ulOptions, kFlags, "tape options; an extension's 0x8000000 cleared",
                          "BKQTape::setOptions")
                     .called(kTapeOptions),
                 BKOQ_ROW(pszPath, kText, "path of the session", "BKQTape::setPath"),

@@ -93,7 +93,7 @@ TEST(Records, ArePrintedAsMarkdown) {
 
 | offset | width | field | kind | meaning | filled by |
 |---:|---:|---|---|---|---|
-| 0 | 2 | `usNodeType` | number | node kind; 3 for a UNIX machine and for a tape node | BKQNode::nodeType, BKQRestoreNode::setActualNodeType |
+| 0 | 2 | `usNodeType` | number | node kind; tape node: 3, a restore node: actual one | BKQNode::nodeType, BKQRestoreNode::setActualNodeType |
 | 2 | 2 | `usNodeOS` | number | operating-system code | BKQNode::setNodeOS |
 | 4 | 4 | `pszNodeOSVer` | text, or two texts | operating-system version; UNIX: a second text behind it | BKQNode::setNodeOSver |
 | 8 | 4 | `pszNodeName` | text, or two texts | node name; UNIX: a second text behind it | BKQNode::setNodeName |
@@ -210,7 +210,7 @@ BKROTATIONINFO and BKROTATIONINFO_OLD
 
 BKNODE and BKNODE_OLD
   offset  current                                                                        previous
-       0  usNodeType, 2 bytes: node kind; 3 for a UNIX machine and for a tape node       usNodeType, 2 bytes: node kind; 3 for a UNIX machine and for a tape node, 6 for NDS
+       0  usNodeType, 2 bytes: node kind; tape node: 3, a restore node: actual one       usNodeType, 2 bytes: node kind; tape node: 3, restore node: actual one, NDS tree: 6
       12  pszNodeAddress, 4 bytes: node address; for an NDS node without one its domain  pszNodeAddress, 4 bytes: node address; for an NDS node its domain
       84  pszNodeDomain, 4 bytes: node domain; for an NDS node its address               abReserved84, 16 bytes: reserved: zero
       88  abReserved88, 12 bytes: reserved: zero                                         part of the field before
@@ -223,7 +223,7 @@ BKDTAPE and BKDTAPE_OLD
   offset  current                                  previous
        8  usTapeID, 2 bytes: tape ID, low 16 bits  ulTapeID, 4 bytes: tape ID, whole
       10  abReserved10, 2 bytes: reserved: zero    part of the field before
-      52  ulOptions, 4 bytes: tape options         ulOptions, 4 bytes: tape options, without the mark of an extension
+      52  ulOptions, 4 bytes: tape options         ulOptions, 4 bytes: tape options; an extension's 0x8000000 cleared
       64  abReserved64, 4 bytes: reserved: zero    lSessionEndTime, 4 bytes: session end time, of the extension if there is one
       68  pTapeX, 4 bytes: extension               abReserved68, 4 bytes: reserved: zero
 
@@ -236,7 +236,7 @@ BKDTAPEX: not in the previous layout
 |---:|---|---|
 | 8 | `usTapeID`, 2 bytes: tape ID, low 16 bits | `ulTapeID`, 4 bytes: tape ID, whole |
 | 10 | `abReserved10`, 2 bytes: reserved: zero | part of the field before |
-| 52 | `ulOptions`, 4 bytes: tape options | `ulOptions`, 4 bytes: tape options, without the mark of an extension |
+| 52 | `ulOptions`, 4 bytes: tape options | `ulOptions`, 4 bytes: tape options; an extension's 0x8000000 cleared |
 | 64 | `abReserved64`, 4 bytes: reserved: zero | `lSessionEndTime`, 4 bytes: session end time, of the extension if there is one |
 | 68 | `pTapeX`, 4 bytes: extension | `abReserved68`, 4 bytes: reserved: zero |
 )"));

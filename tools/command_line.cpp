@@ -8,6 +8,7 @@
 #include <sstream>
 #include <string>
 
+#include "bkoq/version.h"
 #include "tools/attributes.h"
 #include "tools/commands.h"
 #include "tools/description.h"
@@ -75,7 +76,7 @@ class CommandLine {
   CommandLine() : app_("describes backup jobs, and what they turn into", "bkoq") {
     app_.formatter(std::make_shared<Help>());
     app_.set_help_flag("-h,--help", "print this help, or that of a command");
-    app_.set_version_flag("--version", "bkoq 1.0.0", "print the version");
+    app_.set_version_flag("--version", "bkoq " BKOQ_VERSION_TEXT, "print the version");
     app_.require_subcommand(1);
     app_.footer(
         "A JOB is a file as \"bkoq new\" writes one; an IMAGE comes from \"bkoq flatten -o\".\n"

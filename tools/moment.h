@@ -4,6 +4,8 @@
 #include <cstdint>
 #include <string>
 
+#include "rw/rwtime.h"
+
 namespace bkoq::tool {
 
 // Reads a time as ISO 8601 writes it: "2004-03-01", "2004-03-01T21:00", "2004-03-01T21:00:00", with
@@ -12,7 +14,7 @@ namespace bkoq::tool {
 const char* parseMoment(const std::string& text, std::int64_t& seconds);
 
 // Seconds from 1901-01-01 to 1970-01-01, both 00:00 UTC: RWTime counts from the former.
-constexpr std::int64_t kSecondsBefore1970 = 2177452800;
+constexpr std::int64_t kSecondsBefore1970 = RW_SECONDS_TO_1970;
 
 }  // namespace bkoq::tool
 
