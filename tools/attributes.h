@@ -11,7 +11,9 @@
 #include <cstdint>
 #include <functional>
 #include <limits>
+#include <memory>
 #include <string>
+#include <string_view>
 #include <type_traits>
 #include <utility>
 #include <vector>
@@ -19,6 +21,14 @@
 #include "tools/reader.h"
 
 namespace bkoq::tool {
+
+// What counts as now: one moment for everything that a command makes, so that what it makes twice
+// is the same.
+const RWCollectableTime& commandTime();
+
+// A value as JSON.
+std::string jsonText(const std::string& text);
+std::string jsonTime(const RWTime& time);
 
 struct Family;
 
@@ -47,6 +57,10 @@ struct Attribute {
   bool isRequired = false;
   std::string sample;  // as JSON, when starter files show the attribute as one that matters
   bool isNowUnlessGiven = false;
+  // What the warnings need to know at once; a test checks it by experiment.
+  bool isRecorded = true;
+  const char* onlyIn = nullptr;   // the one layout that carries it
+  std::int64_t recordedMost = 0;  // a larger number is cut in the current layout; 0 for none
 
   // The record field holds less than the accessor takes.
   Attribute& upTo(std::int64_t highest) {
@@ -59,6 +73,18 @@ struct Attribute {
   }
   Attribute& required() {
     isRequired = true;
+    return *this;
+  }
+  Attribute& unrecorded() {
+    isRecorded = false;
+    return *this;
+  }
+  Attribute& carriedOnlyIn(const char* layout) {
+    onlyIn = layout;
+    return *this;
+  }
+  Attribute& cutAbove(std::int64_t highest) {
+    recordedMost = highest;
     return *this;
   }
   Attribute& shown(const char* json) {
@@ -74,20 +100,34 @@ struct ObjectClass {
   std::string meaning;
   std::vector<Attribute> attributes;
 
-  const Attribute* find(const std::string& key) const;
+  const Attribute* find(std::string_view key) const;
 };
 
 // What can stand in one place of a job file.
 struct Family {
   std::string name;  // "node"
   std::vector<ObjectClass> classes;
+
+  Family() = default;
+  Family(Family&&) = default;
+  virtual ~Family() = default;
+
+  const ObjectClass* find(std::string_view kind) const;
+  // The class that an object names, or the only one; null when there is none.
+  const ObjectClass* classOf(const Value& object) const;
+
+  // What the attributes of an object of that class have got when it is written as JSON, each as
+  // JSON: those that are left out show their default.
+  virtual std::vector<std::string> valuesOf(const ObjectClass& own,
+                                            const std::string& json) const = 0;
 };
 
 // How one attribute of an object of that class is set from a job file.
 template <class Object>
 struct Setter {
   std::function<void(Reader&, const Attribute&, Object&, const Value&)> read;
-  std::function<void(Object&)> setDefault;  // what is set when it is not given; may be empty
+  std::function<void(Object&)> setDefault;   // what is set when it is not given; may be empty
+  std::function<std::string(Object&)> show;  // what it has got, as JSON
 };
 
 template <class Object>
@@ -146,19 +186,31 @@ class FamilyOf : public Family {
     if (written.own == nullptr) return nullptr;
     return makers_[static_cast<std::size_t>(written.own - classes.data())](reader, value, written);
   }
-  // The same for a list; calls `take` for each new object.
-  template <class Take>
-  void readEach(Reader& reader, const Value& value, Take take) const {
-    if (!reader.list(value, 0)) return;
-    for (std::size_t i = 0; i < value.elements.size(); ++i) {
-      const Reader::Within within(reader, i);
-      if (Part* part = read(reader, value.elements[i])) take(*part);
-    }
+  // The same for a part that its holder does not delete.
+  Part* readKept(Reader& reader, const Value& value) const {
+    if (Part* before = reader.madeBefore<Part>(value)) return before;
+    Part* part = read(reader, value);
+    if (part != nullptr) reader.keep(value, part);
+    return part;
+  }
+
+  std::vector<std::string> valuesOf(const ObjectClass& own,
+                                    const std::string& json) const override {
+    commandTime();  // what counts as now begins before the object is made
+    Document document(json);
+    SyntaxError error;
+    document.parse(error);
+    Problems problems;
+    Kept kept;
+    Reader reader(document, problems, kept);
+    const std::unique_ptr<Part> part(read(reader, document.root()));
+    return shows_[static_cast<std::size_t>(&own - classes.data())](*part);
   }
 
  private:
   using Maker = std::function<Part*(Reader&, const Value&, const WrittenObject&)>;
   std::vector<Maker> makers_;
+  std::vector<std::function<std::vector<std::string>(Part&)>> shows_;
 };
 
 const FamilyOf<BKQJob>& jobs();
@@ -188,9 +240,6 @@ const FamilyOf<BKQOpenFileInfo>& openFileInfos();
 // All of them, each behind those that can hold it.
 const std::vector<const Family*>& families();
 
-// When the first of these was asked for.
-const RWCollectableTime& commandTime();
-
 // ---------------------------------------------------------------------- writing down the tables
 
 // A setter that adopts has a deleted form for temporaries: this is the other one.
@@ -207,203 +256,245 @@ class Table {
   Table(std::vector<Attribute>& list, std::vector<Setter<Object>>& setters)
       : list_(list), setters_(setters) {}
 
-  template <class Set>
-  Attribute& text(const char* key, Set set, const char* meaning) {
-    return add(key, Shape::kText, meaning,
-               [set](Reader& reader, const Attribute&, Object& object, const Value& value) {
-                 std::string text;
-                 if (reader.text(value, text)) std::invoke(set, object, text.c_str());
-               });
+  template <class Set, class Get>
+  Attribute& text(const char* key, Set set, Get get, const char* meaning) {
+    return add(
+        key, Shape::kText, meaning,
+        [set](Reader& reader, const Attribute&, Object& object, const Value& value) {
+          std::string text;
+          if (reader.text(value, text)) std::invoke(set, object, text.c_str());
+        },
+        showOf(get));
   }
 
-  // The setter says whether it takes the text.
-  template <class Set>
-  Attribute& checkedText(const char* key, Set set, const char* complaint, const char* meaning) {
+  // The setter says whether it takes the text; an empty one is as good as none.
+  template <class Set, class Get>
+  Attribute& checkedText(const char* key, Set set, Get get, const char* complaint,
+                         const char* meaning) {
     return add(
         key, Shape::kText, meaning,
         [set, complaint](Reader& reader, const Attribute&, Object& object, const Value& value) {
           std::string text;
-          if (!reader.text(value, text)) return;
+          if (!reader.text(value, text) || text.empty()) return;
           if (std::invoke(set, object, text.c_str()) != 0) return;
           reader.problem(value, inQuotes(text) + " " + complaint);
-        });
+        },
+        showOf(get));
   }
 
-  // Each text of the list is added by itself.
+  // Each text of the list is added by itself; a new object has none.
   template <class Add>
   Attribute& texts(const char* key, Add addOne, const char* meaning) {
-    return add(key, Shape::kTexts, meaning,
-               [addOne](Reader& reader, const Attribute&, Object& object, const Value& value) {
-                 for (const std::string& text : textsOf(reader, value, 0)) {
-                   std::invoke(addOne, object, text.c_str());
-                 }
-               });
+    return add(
+        key, Shape::kTexts, meaning,
+        [addOne](Reader& reader, const Attribute&, Object& object, const Value& value) {
+          for (const std::string& text : textsOf(reader, value, 0)) {
+            std::invoke(addOne, object, text.c_str());
+          }
+        },
+        [](Object&) { return std::string("[]"); });
   }
 
   // A list of so many texts is set at once.
-  template <class Set>
-  Attribute& texts(const char* key, std::size_t length, Set set, const char* meaning) {
-    Attribute& attribute =
-        add(key, Shape::kTexts, meaning,
-            [set](Reader& reader, const Attribute& self, Object& object, const Value& value) {
-              const std::vector<std::string> texts = textsOf(reader, value, self.length);
-              if (texts.size() == self.length) set(object, texts);
-            });
+  template <class Set, class Get>
+  Attribute& texts(const char* key, std::size_t length, Set set, Get get, const char* meaning) {
+    Attribute& attribute = add(
+        key, Shape::kTexts, meaning,
+        [set](Reader& reader, const Attribute& self, Object& object, const Value& value) {
+          const std::vector<std::string> texts = textsOf(reader, value, self.length);
+          if (texts.size() == self.length) set(object, texts);
+        },
+        showOf(get));
     attribute.length = length;
     return attribute;
   }
 
-  template <class Set>
-  Attribute& flag(const char* key, Set set, const char* meaning) {
-    return add(key, Shape::kFlag, meaning,
-               [set](Reader& reader, const Attribute&, Object& object, const Value& value) {
-                 bool flag = false;
-                 if (reader.flag(value, flag)) std::invoke(set, object, flag ? 1 : 0);
-               });
+  template <class Set, class Get>
+  Attribute& flag(const char* key, Set set, Get get, const char* meaning) {
+    return add(
+        key, Shape::kFlag, meaning,
+        [set](Reader& reader, const Attribute&, Object& object, const Value& value) {
+          bool flag = false;
+          if (reader.flag(value, flag)) std::invoke(set, object, flag ? 1 : 0);
+        },
+        [get](Object& object) {
+          return std::string(std::invoke(get, object) != 0 ? "true" : "false");
+        });
   }
 
   // The range is that of the accessor's type.
-  template <class Class, class Number>
-  Attribute& number(const char* key, void (Class::*set)(Number), const char* meaning) {
+  template <class Class, class Number, class Get>
+  Attribute& number(const char* key, void (Class::*set)(Number), Get get, const char* meaning) {
     return number<Number>(
-        key, [set](Object& object, Number number) { (object.*set)(number); }, meaning);
+        key, [set](Object& object, Number number) { (object.*set)(number); }, get, meaning);
   }
-  template <class Number, class Set>
-  Attribute& number(const char* key, Set set, const char* meaning) {
-    Attribute& attribute =
-        add(key, Shape::kNumber, meaning,
-            [set](Reader& reader, const Attribute& self, Object& object, const Value& value) {
-              std::int64_t number = 0;
-              if (reader.number(value, self.least, self.most, self.words, number)) {
-                set(object, static_cast<Number>(number));
-              }
-            });
+  template <class Number, class Set, class Get>
+  Attribute& number(const char* key, Set set, Get get, const char* meaning) {
+    Attribute& attribute = add(
+        key, Shape::kNumber, meaning,
+        [set](Reader& reader, const Attribute& self, Object& object, const Value& value) {
+          std::int64_t number = 0;
+          if (reader.number(value, self.least, self.most, self.words, number)) {
+            set(object, static_cast<Number>(number));
+          }
+        },
+        showOf(get));
     setRange<Number>(attribute);
     return attribute;
   }
 
   // A list of so many numbers is set at once.
-  template <class Number, class Set>
-  Attribute& numbers(const char* key, std::size_t length, Set set, const char* meaning) {
-    Attribute& attribute =
-        add(key, Shape::kNumbers, meaning,
-            [set](Reader& reader, const Attribute& self, Object& object, const Value& value) {
-              const auto numbers = elements<Number>(
-                  reader, value, self.length, [&](const Value& element, Number& number) {
-                    std::int64_t wide = 0;
-                    if (!reader.number(element, self.least, self.most, self.words, wide)) {
-                      return false;
-                    }
-                    number = static_cast<Number>(wide);
-                    return true;
-                  });
-              if (numbers.size() == self.length) set(object, numbers);
-            });
+  template <class Number, class Set, class Get>
+  Attribute& numbers(const char* key, std::size_t length, Set set, Get get, const char* meaning) {
+    Attribute& attribute = add(
+        key, Shape::kNumbers, meaning,
+        [set](Reader& reader, const Attribute& self, Object& object, const Value& value) {
+          const auto numbers = elements<Number>(
+              reader, value, self.length, [&](const Value& element, Number& number) {
+                std::int64_t wide = 0;
+                if (!reader.number(element, self.least, self.most, self.words, wide)) return false;
+                number = static_cast<Number>(wide);
+                return true;
+              });
+          if (numbers.size() == self.length) set(object, numbers);
+        },
+        showOf(get));
     setRange<Number>(attribute);
     attribute.length = length;
     return attribute;
   }
 
-  template <class Set>
-  Attribute& time(const char* key, Set set, const char* meaning) {
-    return add(key, Shape::kTime, meaning,
-               [set](Reader& reader, const Attribute&, Object& object, const Value& value) {
-                 unsigned long seconds = 0;
-                 if (reader.time(value, seconds)) {
-                   std::invoke(set, object, RWCollectableTime(seconds));
-                 }
-               });
+  template <class Set, class Get>
+  Attribute& time(const char* key, Set set, Get get, const char* meaning) {
+    return add(
+        key, Shape::kTime, meaning,
+        [set](Reader& reader, const Attribute&, Object& object, const Value& value) {
+          unsigned long seconds = 0;
+          if (reader.time(value, seconds)) std::invoke(set, object, RWCollectableTime(seconds));
+        },
+        showOf(get));
   }
 
-  // Now unless it is given: one moment for everything that a command makes, so that what it makes
-  // twice is the same.
-  template <class Set>
-  Attribute& timeOrNow(const char* key, Set set, const char* meaning) {
-    Attribute& attribute = time(key, set, meaning);
+  // Now unless it is given.
+  template <class Set, class Get>
+  Attribute& timeOrNow(const char* key, Set set, Get get, const char* meaning) {
+    Attribute& attribute = time(key, set, get, meaning);
     attribute.isNowUnlessGiven = true;
     setters_.back().setDefault = [set](Object& object) { std::invoke(set, object, commandTime()); };
     return attribute;
   }
 
   // A list of so many times is set at once.
-  template <class Set>
-  Attribute& times(const char* key, std::size_t length, Set set, const char* meaning) {
-    Attribute& attribute =
-        add(key, Shape::kTimes, meaning,
-            [set](Reader& reader, const Attribute& self, Object& object, const Value& value) {
-              const auto times = elements<unsigned long>(
-                  reader, value, self.length, [&](const Value& element, unsigned long& seconds) {
-                    return reader.time(element, seconds);
-                  });
-              if (times.size() == self.length) set(object, times);
-            });
+  template <class Set, class Get>
+  Attribute& times(const char* key, std::size_t length, Set set, Get get, const char* meaning) {
+    Attribute& attribute = add(
+        key, Shape::kTimes, meaning,
+        [set](Reader& reader, const Attribute& self, Object& object, const Value& value) {
+          const auto times = elements<unsigned long>(
+              reader, value, self.length, [&](const Value& element, unsigned long& seconds) {
+                return reader.time(element, seconds);
+              });
+          if (times.size() == self.length) set(object, times);
+        },
+        showOf(get));
     attribute.length = length;
     return attribute;
   }
 
-  template <class Set>
-  Attribute& seconds(const char* key, Set set, const char* meaning) {
-    return add(key, Shape::kSeconds, meaning,
-               [set](Reader& reader, const Attribute&, Object& object, const Value& value) {
-                 long seconds = 0;
-                 if (reader.seconds(value, seconds)) std::invoke(set, object, seconds);
-               });
+  template <class Set, class Get>
+  Attribute& seconds(const char* key, Set set, Get get, const char* meaning) {
+    return add(
+        key, Shape::kSeconds, meaning,
+        [set](Reader& reader, const Attribute&, Object& object, const Value& value) {
+          long seconds = 0;
+          if (reader.seconds(value, seconds)) std::invoke(set, object, seconds);
+        },
+        showOf(get));
   }
 
   // `attach` hands the new part to the object, which adopts it: the object deletes it.
   template <class Part, class Attach>
   Attribute& adopted(const char* key, const FamilyOf<Part>& (*family)(), Attach attach,
                      const char* meaning) {
-    return part(key, family, attach, meaning, [](Reader&, Part*) {});
+    return part(key, family, attach, meaning,
+                [](const FamilyOf<Part>& parts, Reader& reader, const Value& value) {
+                  return parts.read(reader, value);
+                });
   }
   // The same for a part that the object does not delete.
   template <class Part, class Attach>
   Attribute& kept(const char* key, const FamilyOf<Part>& (*family)(), Attach attach,
                   const char* meaning) {
     return part(key, family, attach, meaning,
-                [](Reader& reader, Part* part) { reader.keep(part); });
+                [](const FamilyOf<Part>& parts, Reader& reader, const Value& value) {
+                  return parts.readKept(reader, value);
+                });
   }
   // A list of parts that the object does not delete.
   template <class Part, class Attach>
   Attribute& parts(const char* key, const FamilyOf<Part>& (*family)(), Attach attach,
                    const char* meaning) {
-    Attribute& attribute =
-        add(key, Shape::kObjects, meaning,
-            [attach, family](Reader& reader, const Attribute&, Object& object, const Value& value) {
-              family().readEach(reader, value, [&](Part& part) {
-                reader.keep(&part);
-                std::invoke(attach, object, part);
-              });
-            });
+    Attribute& attribute = add(
+        key, Shape::kObjects, meaning,
+        [attach, family](Reader& reader, const Attribute&, Object& object, const Value& value) {
+          if (!reader.list(value, 0)) return;
+          for (std::size_t i = 0; i < value.elements().size(); ++i) {
+            const Reader::Within within(reader, i);
+            Part* part = family().readKept(reader, value.elements()[i]);
+            if (part != nullptr) std::invoke(attach, object, *part);
+          }
+        },
+        [](Object&) { return std::string("[]"); });
     attribute.family = [family]() -> const Family& { return family(); };
     return attribute;
   }
 
  private:
-  template <class Read>
-  Attribute& add(const char* key, Shape shape, const char* meaning, Read read) {
+  template <class Read, class Show>
+  Attribute& add(const char* key, Shape shape, const char* meaning, Read read, Show show) {
     Attribute attribute;
     attribute.key = key;
     attribute.shape = shape;
     attribute.meaning = meaning;
-    setters_.push_back({std::move(read), {}});
+    setters_.push_back({std::move(read), {}, std::move(show)});
     list_.push_back(std::move(attribute));
     return list_.back();
   }
 
-  template <class Part, class Attach, class Keep>
+  // An object is not there when it is written as null; `read` makes the part.
+  template <class Part, class Attach, class Read>
   Attribute& part(const char* key, const FamilyOf<Part>& (*family)(), Attach attach,
-                  const char* meaning, Keep keep) {
-    Attribute& attribute = add(key, Shape::kObject, meaning,
-                               [attach, keep, family](Reader& reader, const Attribute&,
-                                                      Object& object, const Value& value) {
-                                 Part* part = family().read(reader, value);
-                                 if (part == nullptr) return;
-                                 keep(reader, part);
-                                 std::invoke(attach, object, *part);
-                               });
+                  const char* meaning, Read read) {
+    Attribute& attribute = add(
+        key, Shape::kObject, meaning,
+        [attach, read, family](Reader& reader, const Attribute& self, Object& object,
+                               const Value& value) {
+          if (value.type() == Value::Type::kNull && !self.isRequired) return;
+          Part* part = read(family(), reader, value);
+          if (part != nullptr) std::invoke(attach, object, *part);
+        },
+        [](Object&) { return std::string("null"); });
     attribute.family = [family]() -> const Family& { return family(); };
     return attribute;
+  }
+
+  template <class Get>
+  static auto showOf(Get get) {
+    return [get](Object& object) { return json(std::invoke(get, object)); };
+  }
+  template <class Shown>
+  static std::string json(const Shown& shown) {
+    if constexpr (std::is_base_of_v<RWCString, Shown>) {
+      return jsonText(shown.data());
+    } else if constexpr (std::is_base_of_v<RWTime, Shown>) {
+      return jsonTime(shown);
+    } else if constexpr (std::is_arithmetic_v<Shown> || std::is_enum_v<Shown>) {
+      return std::to_string(static_cast<std::int64_t>(shown));
+    } else {
+      std::string list;
+      for (const auto& each : shown) list += (list.empty() ? "" : ", ") + json(each);
+      return "[" + list + "]";
+    }
   }
 
   template <class Number>
@@ -426,10 +517,10 @@ class Table {
                                        Read read) {
     std::vector<Element> elements;
     if (!reader.list(value, length)) return elements;
-    for (std::size_t i = 0; i < value.elements.size(); ++i) {
+    for (std::size_t i = 0; i < value.elements().size(); ++i) {
       const Reader::Within within(reader, i);
       Element element{};
-      if (read(value.elements[i], element)) elements.push_back(std::move(element));
+      if (read(value.elements()[i], element)) elements.push_back(std::move(element));
     }
     return elements;
   }

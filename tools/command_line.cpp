@@ -12,6 +12,7 @@
 #include "tools/attributes.h"
 #include "tools/commands.h"
 #include "tools/description.h"
+#include "tools/moment.h"
 #include "tools/problems.h"
 
 namespace bkoq::tool {
@@ -76,18 +77,24 @@ class CommandLine {
   CommandLine() : app_("describes backup jobs, and what they turn into", "bkoq") {
     app_.formatter(std::make_shared<Help>());
     app_.set_help_flag("-h,--help", "print this help, or that of a command");
-    app_.set_version_flag("--version", "bkoq " BKOQ_VERSION_TEXT, "print the version");
+    app_.set_version_flag("-V,--version", "bkoq " BKOQ_VERSION_TEXT, "print the version");
     app_.require_subcommand(1);
     app_.footer(
         "A JOB is a file as \"bkoq new\" writes one; an IMAGE comes from \"bkoq flatten -o\".\n"
         "\"-\" stands for the standard input or output.\n"
-        "Exit status: 0 done, 1 there are differences or a conversion failed, 2 bad usage, a\n"
-        "bad file or output that cannot be written. Colour is used on terminals unless NO_COLOR\n"
-        "is set.");
+        "Exit status: 0 done; 1 there are differences, check found mistakes, or a conversion\n"
+        "failed; 2 bad usage, a bad file, or output that cannot be written.\n"
+        "Colour is used on terminals unless NO_COLOR is set or TERM is dumb; --color decides.\n"
+        "A time without \"Z\" or an offset is local, by TZ and its summer time: an hour that is\n"
+        "skipped is refused, of one that comes twice the C library chooses. \"now\" is one moment\n"
+        "for all of a run: that of --now, else SOURCE_DATE_EPOCH, else the present.\n"
+        "A file of more than 256 MiB is refused.");
     describeFlatten();
     describeShow();
     describeDiff();
     describeCheck();
+    describeExplain();
+    describeAttributes();
     describeLayout();
     describeSchema();
     describeNew();
@@ -95,6 +102,7 @@ class CommandLine {
   }
 
   Status run(int count, const char* const* arguments) {
+    if (count > 1 && std::string("help") == arguments[1]) return help(count, arguments);
     const std::string complaint = complaintAbout(count, arguments);
     if (!complaint.empty()) return fail(complaint);
     try {
@@ -113,6 +121,16 @@ class CommandLine {
   }
 
  private:
+  // "bkoq help" and "bkoq help COMMAND".
+  Status help(int count, const char* const* arguments) {
+    if (count == 2) {
+      print(helpText(app_));
+      return finish(kDone);
+    }
+    const char* const command[] = {arguments[0], arguments[2], "--help"};
+    return run(3, command);
+  }
+
   // The parser has no good words for a misspelt command or option; empty when there is none.
   std::string complaintAbout(int count, const char* const* arguments) const {
     const std::string first = count > 1 ? arguments[1] : "";
@@ -156,6 +174,26 @@ class CommandLine {
 
   CLI::Option* file(CLI::App& sub, const char* what, const char* meaning) {
     return sub.add_option(what, request_.files, meaning)->required()->expected(1);
+  }
+  void now(CLI::App& sub) {
+    sub.add_option_function<std::string>(
+           "--now",
+           [](const std::string& time) {
+             std::int64_t seconds = 0;
+             if (const char* complaint = parseMoment(time, seconds)) {
+               throw CLI::ValidationError("--now", "\"" + time + "\" " + complaint);
+             }
+             setCommandMoment(seconds);
+           },
+           "what counts as now, as a job file writes a time")
+        ->type_name("TIME");
+  }
+  void look(CLI::App& sub) {
+    sub.add_option_function<std::string>(
+           "--color", [](const std::string& when) { setColour(when); },
+           "colour: auto for terminals, unless given")
+        ->type_name("auto|always|never")
+        ->check(oneOf({"auto", "always", "never"}));
   }
   void json(CLI::App& sub) { sub.add_flag("--json", request_.json, "print JSON, for programs"); }
   void secrets(CLI::App& sub) {
@@ -204,13 +242,16 @@ class CommandLine {
            "other jobs: only the tapes of that session");
     text(sub, "--override-path", selection.overridePath, "PATH",
          "compares: instead of the items of every disk");
-    number(sub, "--unix-kind", selection.unixKind, "K", INT32_MIN, INT32_MAX,
+    number(sub, "--unix-kind", selection.unixKind, "K", 1, 2,
            "backups: 1 puts the text behind pszNodeOSVer, 2 behind pszNodeName of UNIX nodes");
     text(sub, "--unix-text", selection.unixText, "TEXT", "backups: the text");
     auto* image =
         sub.add_option("-o,--output", request_.image, "write an image that only its owner can read")
             ->type_name("IMAGE")
             ->check(notEmpty());
+    sub.add_flag("--short", request_.isShort, "leave out what is zero or null");
+    look(sub);
+    now(sub);
     json(sub);
     secrets(sub);
     image->excludes(sub.get_option("--json"))->excludes(sub.get_option("--show-secrets"));
@@ -245,6 +286,9 @@ class CommandLine {
     field->excludes(at)->excludes(only)->excludes(annotate)->check(notEmpty());
     at->excludes(only)->excludes(annotate)->check(notEmpty());
     only->check(notEmpty());
+    sub.add_flag("--short", request_.isShort, "leave out what is zero or null");
+    look(sub);
+    now(sub);
     json(sub);
     secrets(sub);
     for (const char* other : {"--json", "--depth", "--width"}) {
@@ -265,16 +309,60 @@ class CommandLine {
            "the layout that jobs are flattened in; that of an image beside, or the current one, "
            "unless given");
     sub.get_option("--layout")->excludes(layouts);
+    look(sub);
+    now(sub);
     json(sub);
     secrets(sub);
   }
 
   void describeCheck() {
-    CLI::App& sub = add("check", "list all mistakes of a job file",
+    CLI::App& sub = add("check", "list all mistakes of job files, and what is probably not meant",
                         "  bkoq check examples/nightly-backup.json\n"
-                        "  bkoq check my-job.json --json",
+                        "  bkoq check --strict jobs/*.json\n"
+                        "  bkoq check my-job.json --json\n"
+                        "Exit status: 0 no mistakes, 1 mistakes, 2 a file that cannot be read or\n"
+                        "bad usage.",
                         [this] { return checkCommand(request_); });
+    file(sub, "JOB", "the job files")->expected(1, 1000000);
+    sub.add_flag("--strict", request_.strict, "count warnings as mistakes");
+    json(sub);
+  }
+
+  void describeExplain() {
+    CLI::App& sub = add("explain", "say which line of a job file decides which record field",
+                        "  bkoq explain examples/nightly-backup.json\n"
+                        "  bkoq explain examples/nightly-backup.json --field "
+                        "'pSourceNodes[0].ulNodeOptions'\n"
+                        "  bkoq explain examples/nightly-backup.json --attribute options",
+                        [this] { return explainCommand(request_); });
     file(sub, "JOB", "the job file");
+    auto* field = sub.add_option("--field", request_.field,
+                                 "only what decides that field of a record, and how")
+                      ->type_name("PATH")
+                      ->check(notEmpty());
+    sub.add_option("--attribute", request_.attribute, "only what that attribute decides")
+        ->type_name("PATH")
+        ->check(notEmpty())
+        ->excludes(field);
+    layout(sub, true, "in which layout: both, but the current one for a field, unless given");
+    now(sub);
+    json(sub);
+  }
+
+  void describeAttributes() {
+    CLI::App& sub = add("attributes", "list what a job file can hold, with defaults and fields",
+                        "  bkoq attributes backup\n"
+                        "  bkoq attributes unix disk 'disk item'\n"
+                        "  bkoq attributes --json",
+                        [this] { return attributesCommand(request_); });
+    sub.add_option("OBJECT", request_.files,
+                   "a kind such as backup, unix or rotation, or what has none, such as disk or "
+                   "'disk item'; all unless given")
+        ->expected(0, 1000);
+    sub.add_option("--width", request_.width,
+                   "fold texts at so many columns; at those of the terminal unless given")
+        ->type_name("N")
+        ->check(between(40, 10000));
     json(sub);
   }
 
@@ -315,7 +403,8 @@ class CommandLine {
   void describeNew() {
     CLI::App& sub = add("new", "print a job file to start from",
                         "  bkoq new backup\n"
-                        "  bkoq new rotationBackup > my-job.json",
+                        "  bkoq new rotationBackup > my-job.json\n"
+                        "  bkoq new restore --all",
                         [this] { return newCommand(request_); });
     std::string kinds;
     std::string list;
@@ -324,6 +413,7 @@ class CommandLine {
       list += (list.empty() ? "" : ", ") + each.kind;
     }
     sub.add_option("KIND", request_.kind, list)->type_name(kinds)->required();
+    sub.add_flag("--all", request_.all, "with every object that can be in it");
   }
 
   // For packagers: made from this same description.

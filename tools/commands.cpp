@@ -3,55 +3,18 @@
 #include <cstdlib>
 #include <cstring>
 #include <nlohmann/json.hpp>
+#include <utility>
 
 #include "tools/attributes.h"
 #include "tools/job_file.h"
 #include "tools/problems.h"
 #include "tools/schema.h"
+#include "tools/source.h"
 #include "tools/starter.h"
+#include "tools/warnings.h"
 
 namespace bkoq::tool {
 namespace {
-
-// Whether a file begins as an image does and no job file; the start is enough, so that one that is
-// damaged further on is still taken for an image.
-bool isImage(const std::string& content) {
-  return content.compare(0, 3, BKOQ_IMAGE_SIGNATURE, 3) == 0;
-}
-
-const char* nameOf(BkoqLayout layout) {
-  return layout == BKOQ_LAYOUT_CURRENT ? "current" : "previous";
-}
-
-BkoqLayout layoutOf(const std::string& name) {
-  return name == "previous" ? BKOQ_LAYOUT_PREVIOUS : BKOQ_LAYOUT_CURRENT;
-}
-
-std::string shownName(const std::string& file) { return file == "-" ? "standard input" : file; }
-
-// Says what is wrong with a job file, all of it.
-Status reportProblems(const Problems& problems, const std::string& file) {
-  std::fflush(stdout);
-  for (const Problem& problem : problems.sorted()) {
-    std::fprintf(stderr, "%s\n", lineOf(problem, shownName(file)).c_str());
-  }
-  return kFailed;
-}
-
-// The job of a file, without a job after messages.
-LoadedJob loadJob(const std::string& text, const std::string& file) {
-  if (isImage(text)) {
-    fail(shownName(file) + " is an image, not a job file");
-    return {};
-  }
-  Problems problems;
-  LoadedJob loaded = readJob(text, problems);
-  if (!problems.empty()) {
-    reportProblems(problems, file);
-    loaded.job.reset();
-  }
-  return loaded;
-}
 
 BkoqPrintOptions printOptions(const Request& request) {
   BkoqPrintOptions options = {};
@@ -60,6 +23,7 @@ BkoqPrintOptions printOptions(const Request& request) {
                                       : BKOQ_FORMAT_TEXT;
   options.showSecrets = request.showSecrets ? 1 : 0;
   options.hideReserved = 1;
+  options.hideZero = request.isShort ? 1 : 0;
   options.colour = hasColour() ? 1 : 0;
   options.depth = request.depth;
   options.width = request.width != 0 ? request.width : width();
@@ -130,11 +94,6 @@ Status printJsonTrees(const std::vector<OwnedTree>& trees, const Request& reques
   return kDone;
 }
 
-std::vector<BkoqLayout> layoutsOf(const std::string& name) {
-  if (name == "both") return {BKOQ_LAYOUT_CURRENT, BKOQ_LAYOUT_PREVIOUS};
-  return {layoutOf(name)};
-}
-
 Status printTrees(const std::vector<OwnedTree>& trees, const Request& request) {
   if (request.json && trees.size() > 1) return printJsonTrees(trees, request);
   for (const OwnedTree& tree : trees) {
@@ -199,12 +158,17 @@ Status flattenCommand(const Request& request) {
   if (request.selection.unixKind.has_value() != request.selection.unixText.has_value()) {
     return fail("--unix-kind and --unix-text go together");
   }
+  if (!request.image.empty() && file != "-" && isSameFile(file, request.image)) {
+    return fail("the job file and the image are one file: " + file);
+  }
   std::string content;
   if (!readFile(file, content)) return kFailed;
   const LoadedJob loaded = loadJob(content, file);
   if (loaded.job == nullptr) return kFailed;
   const std::string misfit = misfitOf(*loaded.job, request.selection);
   if (!misfit.empty()) return fail(misfit + " does not go with this kind of job");
+  const std::string nothing = selectsNothing(loaded.document->root(), request.selection);
+  if (!nothing.empty()) return fail(nothing);
 
   std::string layout = request.layout;
   if (layout.empty()) layout = request.image.empty() ? "both" : "current";
@@ -266,7 +230,7 @@ Status diffCommand(const Request& request) {
     if (sources[1].status != kDone) return sources[1].status;
   } else {
     // A job file is flattened in the layout of an image that it is compared with.
-    BkoqLayout layout = layoutOf(request.layout);
+    BkoqLayout layout = layoutsOf(request.layout).front();
     for (const bool images : {true, false}) {
       for (std::size_t i = 0; i < 2; ++i) {
         if (isImage(contents[i]) != images) continue;
@@ -287,34 +251,67 @@ Status diffCommand(const Request& request) {
   return count == 0 ? kDone : kDiffers;
 }
 
-Status checkCommand(const Request& request) {
-  const std::string& file = request.files.front();
+namespace {
+
+std::string counted(std::size_t count, const char* one) {
+  return std::to_string(count) + " " + one + (count == 1 ? "" : "s");
+}
+
+// Of one file; counts what it finds.
+Status checkFile(const Request& request, const std::string& file,
+                 nlohmann::ordered_json& document) {
   std::string content;
   if (!readFile(file, content)) return kFailed;
   if (isImage(content)) return fail(shownName(file) + " is an image, not a job file");
   Problems problems;
-  readJob(content, problems);
+  const LoadedJob loaded = readJob(std::move(content), problems);
+  addWarnings(*loaded.document, problems);
   const std::vector<Problem> list = problems.sorted();
+  std::size_t warnings = 0;
+  for (const Problem& problem : list) warnings += problem.isWarning ? 1 : 0;
+  const std::size_t mistakes = list.size() - warnings;
   if (request.json) {
-    nlohmann::ordered_json document = {{"format", "bkoq-check"}, {"version", 1}, {"file", file}};
+    document["file"] = file;
     document["problems"] = nlohmann::ordered_json::array();
     for (const Problem& problem : list) {
       document["problems"].push_back({{"line", problem.place.line},
                                       {"column", problem.place.column},
                                       {"path", problem.path},
+                                      {"class", problem.isWarning ? "warning" : "mistake"},
                                       {"message", problem.message}});
     }
-    // What a text of the file holds is known to be UTF-8, its name is not.
-    print(document.dump(2, ' ', false, nlohmann::ordered_json::error_handler_t::replace) + "\n");
   } else {
     for (const Problem& problem : list) print(lineOf(problem, shownName(file)) + "\n");
-    print(shownName(file) + ": " +
-          (list.empty()
-               ? "no mistakes"
-               : std::to_string(list.size()) + (list.size() == 1 ? " mistake" : " mistakes")) +
-          "\n");
+    print(shownName(file) + ": " + (mistakes == 0 ? "no mistakes" : counted(mistakes, "mistake")) +
+          (warnings == 0 ? "" : ", " + counted(warnings, "warning")) + "\n");
   }
-  return list.empty() ? kDone : kFailed;
+  return mistakes != 0 || (request.strict && warnings != 0) ? kDiffers : kDone;
+}
+
+}  // namespace
+
+Status checkCommand(const Request& request) {
+  using Json = nlohmann::ordered_json;
+  const bool areMany = request.files.size() > 1;
+  Json document = {{"format", "bkoq-check"}, {"version", 1}};
+  Status status = kDone;
+  std::size_t right = 0;
+  for (const std::string& file : request.files) {
+    Json own = Json::object();
+    const Status each = checkFile(request, file, areMany ? own : document);
+    if (areMany && !own.empty()) document["files"].push_back(own);
+    if (each == kDone) ++right;
+    if (each > status) status = each;
+  }
+  if (request.json) {
+    // What a text of the file holds is known to be UTF-8, its name is not.
+    if (areMany || document.contains("file")) {
+      print(document.dump(2, ' ', false, Json::error_handler_t::replace) + "\n");
+    }
+  } else if (areMany) {
+    print(std::to_string(right) + " of " + counted(request.files.size(), "file") + " right\n");
+  }
+  return status;
 }
 
 Status layoutCommand(const Request& request) {
@@ -348,7 +345,7 @@ Status newCommand(const Request& request) {
   std::string all;
   for (const ObjectClass& kind : jobs().classes) {
     if (kind.kind == request.kind) {
-      print(starterFile(kind));
+      print(starterFile(kind, request.all));
       return kDone;
     }
     kinds.push_back(kind.kind);

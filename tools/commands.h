@@ -32,6 +32,11 @@ struct Request {
   bool magic = false;
   bool kaitai = false;
   std::string kind;
+  bool all = false;
+  std::string attribute;
+  bool why = false;
+  bool strict = false;
+  bool isShort = false;
 };
 
 Status flattenCommand(const Request& request);
@@ -41,6 +46,8 @@ Status checkCommand(const Request& request);
 Status layoutCommand(const Request& request);
 Status schemaCommand(const Request& request);
 Status newCommand(const Request& request);
+Status attributesCommand(const Request& request);
+Status explainCommand(const Request& request);
 
 }  // namespace bkoq::tool
 

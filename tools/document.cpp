@@ -1,226 +1,319 @@
 #include "tools/document.h"
 
-#include <iterator>
-#include <limits>
-#include <nlohmann/json.hpp>
+#include <rapidjson/reader.h>
+
+#include <cstdio>
+#include <cstring>
+#include <memory>
 #include <utility>
+
+#include "kit/characters.h"
 
 namespace bkoq::tool {
 namespace {
 
 // Deeper than any job is; it bounds the stack that a hostile file can use.
 constexpr std::size_t kMostLevels = 64;
+constexpr const char* kByteOrderMark = "\xEF\xBB\xBF";
 
-// The text, with a note of how much of it has been read: the parser tells of a value when it has
-// read it, but not where it was.
-class CountingIterator {
- public:
-  using iterator_category = std::input_iterator_tag;
-  using value_type = char;
-  using difference_type = std::ptrdiff_t;
-  using pointer = const char*;
-  using reference = const char&;
+bool isContinuation(char c) { return (static_cast<unsigned char>(c) & 0xC0U) == 0x80U; }
 
-  CountingIterator(const char* at, std::size_t* read) : at_(at), read_(read) {}
-  reference operator*() const { return *at_; }
-  CountingIterator& operator++() {
-    ++at_;
-    ++*read_;
-    return *this;
-  }
-  CountingIterator operator++(int) {
-    CountingIterator before = *this;
-    ++*this;
-    return before;
-  }
-  bool operator==(const CountingIterator& other) const { return at_ == other.at_; }
-  bool operator!=(const CountingIterator& other) const { return at_ != other.at_; }
-
- private:
-  const char* at_;
-  std::size_t* read_;
-};
-
-class Builder : public nlohmann::json_sax<nlohmann::json> {
- public:
-  Builder(const std::string& text, const std::size_t& read, Value& root, SyntaxError& error)
-      : text_(text), read_(read), root_(root), error_(error) {}
-
-  bool null() override { return add({}); }
-  bool boolean(bool flag) override {
-    Value value;
-    value.type = Value::Type::kFlag;
-    value.flag = flag;
-    return add(std::move(value));
-  }
-  bool number_integer(number_integer_t number) override { return addInteger(number); }
-  bool number_unsigned(number_unsigned_t number) override {
-    // What is too large for any attribute may as well be the largest.
-    constexpr auto kMost = std::numeric_limits<std::int64_t>::max();
-    return addInteger(
-        number > static_cast<number_unsigned_t>(kMost) ? kMost : static_cast<std::int64_t>(number));
-  }
-  bool number_float(number_float_t /*number*/, const string_t& written) override {
-    Value value;
-    value.type = Value::Type::kReal;
-    value.text = written;
-    return add(std::move(value));
-  }
-  bool string(string_t& text) override {
-    Value value;
-    value.type = Value::Type::kText;
-    value.text = std::move(text);
-    return add(std::move(value));
-  }
-  bool binary(binary_t& /*bytes*/) override { return false; }  // is no JSON
-
-  bool key(string_t& key) override {
-    key_ = std::move(key);
-    keyPlace_ = placeOf(startOfToken());
-    end_ = read_;
-    return true;
-  }
-  bool start_object(std::size_t /*size*/) override { return open(Value::Type::kObject); }
-  bool start_array(std::size_t /*size*/) override { return open(Value::Type::kList); }
-  bool end_object() override { return close(); }
-  bool end_array() override { return close(); }
-
-  bool parse_error(std::size_t /*position*/, const std::string& /*lastToken*/,
-                   const nlohmann::json::exception& problem) override {
-    constexpr int kNumberOverflow = 406;
-    if (problem.id == kNumberOverflow) {
-      error_ = {placeOf(startOfToken()), "the number is too large for any attribute"};
-      return false;
+// The first byte that no text in UTF-8 can have there; the size when there is none.
+std::size_t firstBadByte(const std::string& text) {
+  std::size_t at = 0;
+  while (at < text.size()) {
+    if (static_cast<signed char>(text[at]) > 0) {
+      ++at;
+      continue;
     }
-    if (startOfToken() == text_.size() && levels_.empty()) {
-      error_ = {placeOf(text_.size()), "the file is empty; \"bkoq new\" prints one to start from"};
-      return false;
-    }
-    // "[json.exception...] parse error at line 1, column 2: syntax error while ...; last read: 'x'"
-    std::string message = problem.what();
-    const std::size_t place = message.find("column ");
-    const std::size_t start = place == std::string::npos ? place : message.find(": ", place);
-    if (start != std::string::npos) message.erase(0, start + 2);
-    // What was read may be a password.
-    error_.message = message.substr(0, message.find("; last read: "));
-    // The last character read is the wrong one, unless the text ended.
-    error_.place = placeOf(read_ == 0 || read_ >= text_.size() ? read_ : read_ - 1);
-    return false;
+    const kit::Character character = kit::characterAt(text, at);
+    if (text[at] == '\0' || !character.isValid) return at;
+    at += character.size;
   }
+  return at;
+}
 
- private:
-  struct Level {
-    Value value;
-    std::string key;
-    Place keyPlace;
-  };
+std::size_t skipBlanks(const std::string& text, std::size_t at) {
+  while (at < text.size() && std::strchr(" \t\r\n", text[at]) != nullptr) ++at;
+  return at;
+}
 
-  bool addInteger(std::int64_t number) {
-    Value value;
-    value.type = Value::Type::kInteger;
-    value.integer = number;
-    return add(std::move(value));
+// The last character before `at` that is no blank; a NUL when there is none.
+char lastBefore(const std::string& text, std::size_t at) {
+  while (at > 0 && std::strchr(" \t\r\n", text[at - 1]) != nullptr) --at;
+  return at == 0 ? '\0' : text[at - 1];
+}
+
+// What people write for one of JSON's words.
+const char* wordMeant(const std::string& text, std::size_t at) {
+  const struct {
+    const char* written;
+    const char* meant;
+  } words[] = {{"True", "true"}, {"TRUE", "true"}, {"False", "false"}, {"FALSE", "false"},
+               {"yes", "true"},  {"Yes", "true"},  {"no", "false"},    {"No", "false"},
+               {"None", "null"}, {"NULL", "null"}, {"Null", "null"},   {"nil", "null"}};
+  for (const auto& word : words) {
+    if (text.compare(at, std::strlen(word.written), word.written) == 0) return word.meant;
   }
+  return nullptr;
+}
 
-  bool add(Value value) {
-    const std::size_t start = startOfToken();
-    value.place = placeOf(start);
-    end_ = read_;
-    if (value.type == Value::Type::kInteger || value.type == Value::Type::kReal) {
-      // The parser has read one character more than the number.
-      end_ = text_.find_first_not_of("+-.0123456789eE", start);
-      if (end_ == std::string::npos) end_ = text_.size();
-      value.text = text_.substr(start, end_ - start);
-    }
-    put(std::move(value), std::move(key_), keyPlace_);
-    return true;
+bool isTypographicQuote(const std::string& text, std::size_t at) {
+  for (const char* quote : {"\xE2\x80\x9C", "\xE2\x80\x9D", "\xE2\x80\x9E", "\xE2\x80\x98",
+                            "\xE2\x80\x99", "\xE2\x80\x9A", "\xC2\xAB", "\xC2\xBB"}) {
+    if (text.compare(at, std::strlen(quote), quote) == 0) return true;
   }
-
-  bool open(Value::Type type) {
-    Level level;
-    level.value.type = type;
-    level.value.place = placeOf(startOfToken());
-    level.key = std::move(key_);
-    level.keyPlace = keyPlace_;
-    end_ = read_;
-    if (levels_.size() == kMostLevels) {
-      error_ = {level.value.place, "nested too deeply"};
-      return false;
-    }
-    levels_.push_back(std::move(level));
-    return true;
-  }
-
-  bool close() {
-    end_ = read_;
-    Level level = std::move(levels_.back());
-    levels_.pop_back();
-    put(std::move(level.value), std::move(level.key), level.keyPlace);
-    return true;
-  }
-
-  void put(Value value, std::string key, Place keyPlace) {
-    if (levels_.empty()) {
-      root_ = std::move(value);
-    } else if (levels_.back().value.type == Value::Type::kList) {
-      levels_.back().value.elements.push_back(std::move(value));
-    } else {
-      levels_.back().value.members.push_back({std::move(key), keyPlace, std::move(value)});
-    }
-  }
-
-  // Where the token begins that has just been read: behind the one before it.
-  std::size_t startOfToken() const {
-    std::size_t at = end_;
-    if (at == 0 && text_.compare(0, 3, "\xEF\xBB\xBF") == 0) at = 3;
-    while (at < text_.size()) {
-      if (text_.compare(at, 2, "//") == 0) {
-        at = text_.find('\n', at);
-      } else if (text_.compare(at, 2, "/*") == 0) {
-        at = text_.find("*/", at + 2);
-        if (at != std::string::npos) at += 2;
-      } else if (std::string(" \t\r\n,:").find(text_[at]) != std::string::npos) {
-        ++at;
-      } else {
-        break;
-      }
-    }
-    return at < text_.size() ? at : text_.size();
-  }
-
-  // Asked for in the order of the text: each character is looked at once.
-  Place placeOf(std::size_t at) {
-    if (at < seen_) {
-      seen_ = 0;
-      place_ = {1, 1};
-    }
-    for (; seen_ < at && seen_ < text_.size(); ++seen_) {
-      if (text_[seen_] == '\n') {
-        ++place_.line;
-        place_.column = 1;
-      } else if ((static_cast<unsigned char>(text_[seen_]) & 0xC0U) != 0x80U) {
-        ++place_.column;  // continuation bytes belong to the character before them
-      }
-    }
-    return place_;
-  }
-
-  const std::string& text_;
-  const std::size_t& read_;
-  Value& root_;
-  SyntaxError& error_;
-  std::vector<Level> levels_;
-  std::string key_;
-  Place keyPlace_;
-  std::size_t end_ = 0;  // of the last token
-  std::size_t seen_ = 0;
-  Place place_{1, 1};
-};
+  return false;
+}
 
 }  // namespace
 
-const Value* Value::find(const char* key) const {
-  for (const Member& member : members) {
+class Document::Builder : public rapidjson::BaseReaderHandler<rapidjson::UTF8<>, Builder> {
+ public:
+  using Size = rapidjson::SizeType;
+
+  Builder(Document& document, const rapidjson::InsituStringStream& stream)
+      : document_(document), stream_(stream) {}
+
+  bool Null() { return add(Value(Value::Type::kNull, here() - 4)); }
+  bool Bool(bool flag) {
+    return add(Value(Value::Type::kFlag, here() - (flag ? 4 : 5), nullptr, flag ? 1 : 0));
+  }
+  // The reader moves on only when it has told of the number.
+  bool RawNumber(const char* /*text*/, Size size, bool /*copy*/) {
+    return add(Value(Value::Type::kNumber, here(), document_.text_.data() + here(), size));
+  }
+  bool String(const char* text, Size size, bool /*copy*/) {
+    return add(Value(Value::Type::kText, startOf(text), text, size));
+  }
+  bool Key(const char* text, Size size, bool /*copy*/) {
+    members_.push_back({std::string_view(text, size), startOf(text), Value()});
+    return true;
+  }
+  bool StartObject() { return open(true); }
+  bool StartArray() { return open(false); }
+  bool EndObject(Size count) {
+    const Member* first = document_.keep(members_, count);
+    return close(Value(Value::Type::kObject, open_.back(), first, count));
+  }
+  bool EndArray(Size count) {
+    const Value* first = document_.keep(elements_, count);
+    return close(Value(Value::Type::kList, open_.back(), first, count));
+  }
+
+  const std::vector<Offset>& open() const { return open_; }
+  bool isTooDeep() const { return isTooDeep_; }
+
+ private:
+  Offset here() const { return static_cast<Offset>(stream_.src_ - document_.text_.data()); }
+  Offset startOf(const char* text) const {
+    return static_cast<Offset>(text - document_.text_.data()) - 1;
+  }
+
+  bool open(bool isObject) {
+    open_.push_back(here() - 1);
+    areObjects_.push_back(isObject);
+    isTooDeep_ = open_.size() > kMostLevels;
+    return !isTooDeep_;
+  }
+  bool close(const Value& value) {
+    open_.pop_back();
+    areObjects_.pop_back();
+    return add(value);
+  }
+  bool add(const Value& value) {
+    if (open_.empty()) {
+      document_.root_ = value;
+    } else if (areObjects_.back()) {
+      members_.back().value = value;
+    } else {
+      elements_.push_back(value);
+    }
+    return true;
+  }
+
+  Document& document_;
+  const rapidjson::InsituStringStream& stream_;
+  std::vector<Offset> open_;  // the brackets that are not closed yet
+  std::vector<bool> areObjects_;
+  // Of all that is open, one after the other.
+  std::vector<Value> elements_;
+  std::vector<Member> members_;
+  bool isTooDeep_ = false;
+};
+
+Document::Document(std::string text) : text_(std::move(text)) {}
+Document::~Document() = default;
+
+template <class Element>
+const Element* Document::keep(std::vector<Element>& all, std::size_t count) {
+  constexpr std::size_t kBlockSize = 64 * 1024;
+  const std::size_t size = count * sizeof(Element);
+  if (size > freeSize_) {
+    freeSize_ = size > kBlockSize ? size : kBlockSize;
+    blocks_.push_back(std::make_unique<char[]>(freeSize_));
+    free_ = blocks_.back().get();
+  }
+  auto* kept = reinterpret_cast<Element*>(free_);
+  std::uninitialized_copy(all.end() - static_cast<std::ptrdiff_t>(count), all.end(), kept);
+  all.resize(all.size() - count);
+  free_ += size;
+  freeSize_ -= size;
+  return kept;
+}
+
+bool Document::parse(SyntaxError& error) {
+  const std::size_t bad = firstBadByte(text_);
+  if (bad < text_.size()) {
+    error.at = static_cast<Offset>(bad);
+    if (text_[bad] == '\0') {
+      error.message = "a NUL byte, which no text holds";
+    } else {
+      char byte[8] = "";
+      std::snprintf(byte, sizeof byte, "0x%02X",
+                    static_cast<unsigned>(static_cast<unsigned char>(text_[bad])));
+      error.message = std::string("the byte ") + byte +
+                      " is no UTF-8; if the file is in Latin-1, convert it: "
+                      "iconv -f LATIN1 -t UTF-8";
+    }
+    return false;
+  }
+  if (text_.find('\\') != std::string::npos) copy_ = text_;
+
+  const std::size_t skipped = text_.compare(0, 3, kByteOrderMark) == 0 ? 3 : 0;
+  rapidjson::InsituStringStream stream(text_.data() + skipped);
+  Builder builder(*this, stream);
+  rapidjson::Reader reader;
+  constexpr unsigned int kFlags = rapidjson::kParseInsituFlag | rapidjson::kParseCommentsFlag |
+                                  rapidjson::kParseNumbersAsStringsFlag;
+  const rapidjson::ParseResult result = reader.Parse<kFlags>(stream, builder);
+  if (!result.IsError()) return true;
+  if (builder.isTooDeep()) {
+    error = {builder.open().back(), "nested too deeply"};
+  } else {
+    error = errorAt(static_cast<Offset>(result.Offset() + skipped), result.Code(), builder.open());
+  }
+  return false;
+}
+
+std::string Document::where(Offset at) const {
+  const Place place = placeOf(at);
+  return "line " + std::to_string(place.line) + ", column " + std::to_string(place.column);
+}
+
+// In the user's words, with the usual cause. The text itself is not shown: it may be a password.
+SyntaxError Document::errorAt(Offset at, int code, const std::vector<Offset>& open) const {
+  const std::string& text = original();
+  std::size_t place = skipBlanks(text, at);
+  const auto error = [&](std::string message) {
+    return SyntaxError{static_cast<Offset>(place), std::move(message)};
+  };
+  const bool isAtEnd = place >= text.size();
+  const char found = isAtEnd ? '\0' : text[place];
+  switch (code) {
+    case rapidjson::kParseErrorDocumentEmpty:
+      return error("the file is empty; \"bkoq new\" prints one to start from");
+    case rapidjson::kParseErrorDocumentRootNotSingular:
+      return error("the job ends before this; one file holds one job");
+    case rapidjson::kParseErrorStringEscapeInvalid:
+      return error("this is no escape of JSON; a \\ in a text is written as \\\\");
+    case rapidjson::kParseErrorStringUnicodeEscapeInvalidHex:
+    case rapidjson::kParseErrorStringUnicodeSurrogateInvalid:
+      return error("a character is written as \\u and four hexadecimal digits, or as two such");
+    case rapidjson::kParseErrorStringMissQuotationMark:
+      place = text.size();
+      return error("the file ends inside a text: its closing quote is missing");
+    case rapidjson::kParseErrorStringInvalidEncoding:
+      return error(
+          "a line break or another control character inside a text: is the closing "
+          "quote missing? In a text it is written as \\n, \\t or \\u0000");
+    case rapidjson::kParseErrorNumberTooBig:
+      return error("the number is too large for any attribute");
+    case rapidjson::kParseErrorNumberMissFraction:
+      return error("digits are missing after the decimal point");
+    case rapidjson::kParseErrorNumberMissExponent:
+      return error("digits are missing in the exponent");
+    default:
+      break;
+  }
+  if (isAtEnd && !open.empty()) {
+    place = text.size();
+    return error(std::string("the file ends before the \"") + text[open.back()] + "\" of " +
+                 where(open.back()) + " is closed");
+  }
+  if (code == rapidjson::kParseErrorUnspecificSyntaxError || text.compare(place, 2, "/*") == 0) {
+    return error(
+        "a comment is \"// to the end of the line\" or \"/* ... */\"; this one is not "
+        "closed or not begun well");
+  }
+  if (found == '\'' || isTypographicQuote(text, place)) {
+    return error("texts and names are written in straight double quotes: \"...\"");
+  }
+  if ((found == '}' || found == ']') && lastBefore(text, place) == ',') {
+    return error(std::string("a comma before the closing \"") + found + "\": remove it");
+  }
+  if ((found == 'x' || found == 'X') && place > 0 && text[place - 1] == '0') {
+    --place;
+    return error("a hexadecimal number is written in quotes: \"0x1F\"");
+  }
+  if (found >= '0' && found <= '9' && place > 0 && text[place - 1] == '0') {
+    --place;
+    return error("a number does not begin with 0");
+  }
+  if (const char* meant = wordMeant(text, place)) {
+    return error(std::string("this word is written as ") + meant);
+  }
+  switch (code) {
+    case rapidjson::kParseErrorObjectMissName:
+      return error("the name of an attribute in double quotes is expected");
+    case rapidjson::kParseErrorObjectMissColon:
+      return error("a \":\" is expected after the name of an attribute");
+    case rapidjson::kParseErrorObjectMissCommaOrCurlyBracket:
+      return error(found == ']' ? "\"]\" does not close the \"{\" of " + where(open.back())
+                                : "\",\" or \"}\" is expected");
+    case rapidjson::kParseErrorArrayMissCommaOrSquareBracket:
+      return error(found == '}' ? "\"}\" does not close the \"[\" of " + where(open.back())
+                                : "\",\" or \"]\" is expected");
+    default:
+      return error(
+          "a value is expected: a text in double quotes, a number, true, false, null, "
+          "a list or an object");
+  }
+}
+
+Place Document::placeOf(Offset at) const {
+  const std::string& text = original();
+  const Offset end = at < text.size() ? at : static_cast<Offset>(text.size());
+  if (end < seen_) {
+    bool isSameLine = true;
+    for (Offset back = seen_; back > end; --back) {
+      if (text[back - 1] == '\n') {
+        isSameLine = false;
+        --seenPlace_.line;
+      } else if (isSameLine && !isContinuation(text[back - 1])) {
+        --seenPlace_.column;
+      }
+    }
+    seen_ = end;
+    if (!isSameLine) {
+      // Counted forwards again from the beginning of its line.
+      while (seen_ > 0 && text[seen_ - 1] != '\n') --seen_;
+      seenPlace_.column = 1;
+    }
+  }
+  for (; seen_ < end; ++seen_) {
+    if (text[seen_] == '\n') {
+      ++seenPlace_.line;
+      seenPlace_.column = 1;
+    } else if (!isContinuation(text[seen_])) {
+      ++seenPlace_.column;  // continuation bytes belong to the character before them
+    }
+  }
+  return seenPlace_;
+}
+
+const Value* Value::find(std::string_view key) const {
+  for (const Member& member : members()) {
     if (member.key == key) return &member.value;
   }
   return nullptr;
@@ -232,8 +325,7 @@ const char* nameOf(Value::Type type) {
       return "null";
     case Value::Type::kFlag:
       return "true or false";
-    case Value::Type::kInteger:
-    case Value::Type::kReal:
+    case Value::Type::kNumber:
       return "a number";
     case Value::Type::kText:
       return "a text";
@@ -243,15 +335,6 @@ const char* nameOf(Value::Type type) {
       return "an object";
   }
   return "";
-}
-
-bool parseDocument(const std::string& text, Value& root, SyntaxError& error) {
-  std::size_t read = 0;
-  Builder builder(text, read, root, error);
-  const char* data = text.data();
-  return nlohmann::json::sax_parse(CountingIterator(data, &read),
-                                   CountingIterator(data + text.size(), &read), &builder,
-                                   nlohmann::json::input_format_t::json, true, true);
 }
 
 }  // namespace bkoq::tool

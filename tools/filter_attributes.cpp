@@ -11,7 +11,8 @@ const std::vector<Word>& selections() {
 
 template <class Filter>
 void describeFilter(Table<Filter>& t) {
-  t.number("inclExcl", &BKQFilter::setInclExcl, "whether what it selects is taken; usInclExcl")
+  t.number("inclExcl", &BKQFilter::setInclExcl, &BKQFilter::getInclExcl,
+           "whether what it selects is taken")
       .upTo(0xFFFF)
       .named(selections())
       .shown("\"exclude\"");
@@ -20,14 +21,15 @@ void describeFilter(Table<Filter>& t) {
 template <class Filter>
 void describePattern(Table<Filter>& t) {
   describeFilter(t);
-  t.text("filterString", &Filter::setFilterString, "the pattern; pszFilter").shown("\"*.tmp\"");
+  t.text("filterString", &Filter::setFilterString, &Filter::getFilterString, "the pattern")
+      .shown("\"*.tmp\"");
 }
 
 template <class Filter>
 void describeTime(Table<Filter>& t) {
   describeFilter(t);
-  t.number("trAttribute", &BKQTimeFilter::setTRattribute,
-           "the server's code of the time stamp tested; usTimeAttr")
+  t.number("trAttribute", &BKQTimeFilter::setTRattribute, &BKQTimeFilter::getTRattribute,
+           "the server's code of the time stamp tested")
       .upTo(0xFFFF);
 }
 
@@ -53,47 +55,50 @@ const FamilyOf<BKQFilter>& filters() {
                                makePlain<BKQFileFilter>, describePattern<BKQFileFilter>);
     filters.add<BKQVolumeFilter>("volume", "BKQVolumeFilter", "volumes by a pattern",
                                  makePlain<BKQVolumeFilter>, describePattern<BKQVolumeFilter>);
-    filters.add<BKQAttributeFilter>("attribute", "BKQAttributeFilter",
-                                    "files by their attribute bits", makePlain<BKQAttributeFilter>,
-                                    [](Table<BKQAttributeFilter>& t) {
-                                      describeFilter(t);
-                                      t.number("attributes", &BKQAttributeFilter::setAttributes,
-                                               "the server's bits; ulAttributes")
-                                          .shown("\"0x1\"");
-                                    });
+    filters.add<BKQAttributeFilter>(
+        "attribute", "BKQAttributeFilter", "files by their attribute bits",
+        makePlain<BKQAttributeFilter>, [](Table<BKQAttributeFilter>& t) {
+          describeFilter(t);
+          t.number("attributes", &BKQAttributeFilter::setAttributes,
+                   &BKQAttributeFilter::getAttributes, "the server's bits")
+              .shown("\"0x1\"");
+        });
     filters.add<BKQBeforeTimeFilter>(
         "beforeTime", "BKQBeforeTimeFilter", "files with a time stamp before a bound",
         makeTime<BKQBeforeTimeFilter>, [](Table<BKQBeforeTimeFilter>& t) {
           describeTime(t);
-          t.timeOrNow("time", &BKQBeforeTimeFilter::setTime, "the bound, now unless given; lTime")
+          t.timeOrNow("time", &BKQBeforeTimeFilter::setTime, &BKQBeforeTimeFilter::getTime,
+                      "the bound")
               .shown("\"2004-03-01T21:00:00\"");
         });
-    filters.add<BKQAfterTimeFilter>(
-        "afterTime", "BKQAfterTimeFilter", "files with a time stamp after a bound",
-        makeTime<BKQAfterTimeFilter>, [](Table<BKQAfterTimeFilter>& t) {
-          describeTime(t);
-          t.timeOrNow("time", &BKQAfterTimeFilter::setTime, "the bound, now unless given; lTime")
-              .shown("\"2004-03-01T21:00:00\"");
-        });
+    filters.add<BKQAfterTimeFilter>("afterTime", "BKQAfterTimeFilter",
+                                    "files with a time stamp after a bound",
+                                    makeTime<BKQAfterTimeFilter>, [](Table<BKQAfterTimeFilter>& t) {
+                                      describeTime(t);
+                                      t.timeOrNow("time", &BKQAfterTimeFilter::setTime,
+                                                  &BKQAfterTimeFilter::getTime, "the bound")
+                                          .shown("\"2004-03-01T21:00:00\"");
+                                    });
     filters.add<BKQBetweenTimeFilter>(
         "betweenTime", "BKQBetweenTimeFilter", "files with a time stamp between bounds",
         makeTime<BKQBetweenTimeFilter>, [](Table<BKQBetweenTimeFilter>& t) {
           describeTime(t);
           t.timeOrNow("startTime", &BKQBetweenTimeFilter::setStartTime,
-                      "the first bound, now unless given; lStartTime")
+                      &BKQBetweenTimeFilter::getStartTime, "the first bound")
               .shown("\"2004-02-01T00:00:00\"");
           t.timeOrNow("endTime", &BKQBetweenTimeFilter::setEndTime,
-                      "the second bound, now unless given; lEndTime")
+                      &BKQBetweenTimeFilter::getEndTime, "the second bound")
               .shown("\"2004-03-01T00:00:00\"");
         });
     filters.add<BKQWithinTimeFilter>(
         "withinTime", "BKQWithinTimeFilter", "files with a time stamp within a span",
         makeTime<BKQWithinTimeFilter>, [](Table<BKQWithinTimeFilter>& t) {
           describeTime(t);
-          t.number("timeUnits", &BKQWithinTimeFilter::setTimeUnits, "length; ulTimeUnits")
+          t.number("timeUnits", &BKQWithinTimeFilter::setTimeUnits,
+                   &BKQWithinTimeFilter::getTimeUnits, "length of the span")
               .shown("7");
           t.number("timeUnitType", &BKQWithinTimeFilter::setTimeUnitType,
-                   "the server's code of the unit; usTimeUnitType")
+                   &BKQWithinTimeFilter::getTimeUnitType, "the server's code of the unit")
               .upTo(0xFFFF);
         });
     return filters;
@@ -105,12 +110,11 @@ const FamilyOf<BKQGroom>& grooms() {
   static const FamilyOf<BKQGroom> family = [] {
     FamilyOf<BKQGroom> grooms("groom");
     grooms.add<BKQGroom>(
-        "", "BKQGroom", "how long files are kept; in no record",
-        [](const Value&) { return new BKQGroom; },
+        "", "BKQGroom", "how long files are kept", [](const Value&) { return new BKQGroom; },
         [](Table<BKQGroom>& t) {
-          t.number("months", &BKQGroom::setMonths, "months to keep");
-          t.number("copies", &BKQGroom::setCopies, "copies to keep");
-          t.number("options", &BKQGroom::setOptions, "option bits, 2 unless given");
+          t.number("months", &BKQGroom::setMonths, &BKQGroom::getMonths, "months to keep");
+          t.number("copies", &BKQGroom::setCopies, &BKQGroom::getCopies, "copies to keep");
+          t.number("options", &BKQGroom::setOptions, &BKQGroom::getOptions, "option bits");
           t.parts("filters", filters, &BKQGroom::addFilter, "which files");
         });
     return grooms;

@@ -1,6 +1,8 @@
 #include "tools/flattening.h"
 
+#include <algorithm>
 #include <cstdlib>
+#include <unordered_set>
 #include <utility>
 
 namespace bkoq::tool {
@@ -112,6 +114,62 @@ std::string misfitOf(const BKQJob& job, const Selection& selection) {
     if (selection.session.has_value()) return "--session";
   }
   return !isCompare && selection.overridePath.has_value() ? "--override-path" : "";
+}
+
+std::string selectsNothing(const Value& job, const Selection& selection) {
+  std::vector<std::string> nodes;
+  std::vector<std::string> disks;
+  std::vector<std::string> tapes;
+  std::vector<std::string> sessions;
+  const auto note = [](std::vector<std::string>& names, const Value& object, const char* key) {
+    const Value* name = object.find(key);
+    names.emplace_back(name == nullptr ? "" : std::string(name->text()));
+  };
+  const auto elementsOf = [](const Value& object, const char* key) {
+    const Value* list = object.find(key);
+    return list == nullptr ? Sequence<Value>(nullptr, 0) : list->elements();
+  };
+  const auto look = [&](const Value& node) {
+    note(nodes, node, "nodeName");
+    const bool isWanted =
+        !selection.node.has_value() || selection.node->empty() || nodes.back() == *selection.node;
+    for (const Value& disk : elementsOf(node, "disks")) {
+      if (isWanted) note(disks, disk, "diskName");
+    }
+    for (const Value& tape : elementsOf(node, "tapes")) {
+      note(tapes, tape, "tapeName");
+      note(sessions, tape, "sessionNumber");
+      if (sessions.back().empty()) sessions.back() = "0";
+    }
+  };
+  for (const Value& node : elementsOf(job, "sourceNodes")) look(node);
+  if (const Value* source = job.find("source")) look(*source);
+
+  const auto missing = [](const std::vector<std::string>& all, const std::string& name,
+                          const char* what) -> std::string {
+    if (name.empty() || std::find(all.begin(), all.end(), name) != all.end()) return "";
+    std::string list;
+    std::unordered_set<std::string> seen;
+    for (const std::string& each : all) {
+      if (!seen.insert(each).second) continue;
+      constexpr std::size_t kMost = 20;
+      if (seen.size() > kMost)
+        return std::string("no ") + what + " is \"" + name + "\"; there are " + list +
+               " and others";
+      list += (list.empty() ? "\"" : ", \"") + each + "\"";
+    }
+    return std::string("no ") + what + " is \"" + name + "\"; there " +
+           (list.empty() ? "is none" : (seen.size() == 1 ? "is " : "are ") + list);
+  };
+  std::string text = missing(nodes, selection.node.value_or(""), "source node");
+  for (const std::string& disk : selection.disks) {
+    if (text.empty()) text = missing(disks, disk, "disk");
+  }
+  if (text.empty()) text = missing(tapes, selection.tape.value_or(""), "tape");
+  if (text.empty() && selection.session.has_value() && *selection.session != 0) {
+    text = missing(sessions, std::to_string(*selection.session), "tape's session");
+  }
+  return text;
 }
 
 Flattened flatten(BKQJob& job, const Selection& selection, BkoqLayout layout) {

@@ -9,6 +9,8 @@
 #include <string>
 #include <vector>
 
+#include "tools/document.h"
+
 namespace bkoq::tool {
 
 // A record tree, freed with this.
@@ -41,6 +43,10 @@ struct Selection {
 
 // Names the first option that no conversion of the job's class takes; empty when all fit.
 std::string misfitOf(const BKQJob& job, const Selection& selection);
+
+// Says that one of the options selects nothing of a job, and what there is; empty when each selects
+// something. The job must have been read without mistakes.
+std::string selectsNothing(const Value& job, const Selection& selection);
 
 struct Flattened {
   bool succeeded;

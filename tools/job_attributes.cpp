@@ -8,7 +8,7 @@ namespace {
 template <class Job>
 Job* makeNamed(const Value& value) {
   const Value* name = value.find("jobName");
-  return new Job(name != nullptr ? name->text.c_str() : "");
+  return new Job(name != nullptr ? std::string(name->text()).c_str() : "");
 }
 
 template <class Job>
@@ -19,69 +19,104 @@ Job* makeUnnamed(const Value& /*value*/) {
 template <class Job>
 void describeName(Table<Job>& t) {
   t.text(
-       "jobName", [](Job&, const char*) {}, "in no record")
+       "jobName", [](Job&, const char*) {}, &BKQJob::getJobName, "name of the job")
+      .unrecorded()
       .required()
       .shown("\"nightly\"");
 }
 
 template <class Job>
 void describeJob(Table<Job>& t) {
-  t.number("jobID", &BKQJob::setJobID, "in no record");
-  t.number("jobNumber", &BKQJob::setJobNumber, "number of the instance; in no record");
-  t.number("instanceID", &BKQJob::setInstanceID, "another name of jobNumber, which it replaces");
-  t.number("scriptType", &BKQJob::setScriptType, "usScriptType");
-  t.number("jobStatus", &BKQJob::setJobStatus, "the server's code; usJobStatus").upTo(0xFFFF);
-  t.number("options", &BKQJob::setOptions,
-           "option bits, 0x100000 for no estimate on any node; ulOptions");
-  t.number("beforeJobWait", &BKQJob::setBeforeJobWait, "usBeforeJobWait");
-  t.number("onExitCode", &BKQJob::setOnExitCode, "in no record");
-  t.number("newTapeTimeout", &BKQJob::setNewTapeTimeout,
-           "5 unless given; usNewTapeTimeout of every tape");
-  t.number("spanTapeTimeout", &BKQJob::setSpanTapeTimeout,
-           "9999 unless given; usSpanTapeTimeout of every tape");
+  t.number("jobID", &BKQJob::setJobID, &BKQJob::getJobID, "number of the job").unrecorded();
+  t.number("jobNumber", &BKQJob::setJobNumber, &BKQJob::getJobNumber, "number of the instance")
+      .unrecorded();
+  t.number("instanceID", &BKQJob::setInstanceID, &BKQJob::getInstanceID,
+           "another name of jobNumber, which it replaces")
+      .unrecorded();
+  t.number("scriptType", &BKQJob::setScriptType, &BKQJob::getScriptType,
+           "the server's code of the script");
+  t.number("jobStatus", &BKQJob::setJobStatus, &BKQJob::getJobStatus, "the server's code")
+      .upTo(0xFFFF);
+  t.number("options", &BKQJob::setOptions, &BKQJob::getOptions,
+           "option bits; 0x100000: no estimate on any node");
+  t.number("beforeJobWait", &BKQJob::setBeforeJobWait, &BKQJob::getBeforeJobWait,
+           "wait after the command run before");
+  t.number("onExitCode", &BKQJob::setOnExitCode, &BKQJob::getOnExitCode,
+           "exit code of that command to act on")
+      .unrecorded();
+  t.number("newTapeTimeout", &BKQJob::setNewTapeTimeout, &BKQJob::getNewTapeTimeout,
+           "how long the server waits for a new tape");
+  t.number("spanTapeTimeout", &BKQJob::setSpanTapeTimeout, &BKQJob::getSpanTapeTimeout,
+           "how long the server waits for a tape to go on with");
   t.text(
-      "jobVersion", [](Job& job, const char* text) { job.setJobVersion(text); }, "in no record");
-  t.text("host", &BKQJob::setHost, "pszHost").shown("\"backup1\"");
-  t.text("owner", &BKQJob::setOwner, "pszOwner").shown("\"operator\"");
-  t.text("password", &BKQJob::setPassword, "in no record");
-  t.text("machineName", &BKQJob::setMachineName, "in no record");
-  t.text("machineUser", &BKQJob::setMachineUser, "in no record");
-  t.text("machinePassword", &BKQJob::setMachinePassword, "in no record");
-  t.text("machineAddress", &BKQJob::setMachineAddress, "in no record");
-  t.text("reportFile", &BKQJob::setReportFile, "pszReportFile");
-  t.text("comments", &BKQJob::setComments, "pszComments");
-  t.text("beforeJob", &BKQJob::setBeforeJob, "command run before; pszBeforeJob");
-  t.text("afterJob", &BKQJob::setAfterJob, "command run after; pszAfterJob");
-  t.text("fileName", &BKQJob::setFileName, "in no record");
-  t.text("poolName", &BKQJob::setPoolName, "media pool; in no record");
+       "jobVersion", [](Job& job, const char* text) { job.setJobVersion(text); },
+       &BKQJob::getJobVersion, "version of the job")
+      .unrecorded();
+  t.text("host", &BKQJob::setHost, &BKQJob::getHost, "the server").shown("\"backup1\"");
+  t.text("owner", &BKQJob::setOwner, &BKQJob::getOwner, "who owns the job").shown("\"operator\"");
+  t.text("password", &BKQJob::setPassword, &BKQJob::getPassword, "password").unrecorded();
+  t.text("machineName", &BKQJob::setMachineName, &BKQJob::getMachineName,
+         "machine that the job belongs to")
+      .unrecorded();
+  t.text("machineUser", &BKQJob::setMachineUser, &BKQJob::getMachineUser, "account on that machine")
+      .unrecorded();
+  t.text("machinePassword", &BKQJob::setMachinePassword, &BKQJob::getMachinePassword,
+         "password of that account")
+      .unrecorded();
+  t.text("machineAddress", &BKQJob::setMachineAddress, &BKQJob::getMachineAddress,
+         "address of that machine")
+      .unrecorded();
+  t.text("reportFile", &BKQJob::setReportFile, &BKQJob::getReportFile, "file for the report");
+  t.text("comments", &BKQJob::setComments, &BKQJob::getComments, "anything");
+  t.text("beforeJob", &BKQJob::setBeforeJob, &BKQJob::getBeforeJob, "command run before the job");
+  t.text("afterJob", &BKQJob::setAfterJob, &BKQJob::getAfterJob, "command run after the job");
+  t.text("fileName", &BKQJob::setFileName, &BKQJob::getFileName, "file of the job").unrecorded();
+  t.text("poolName", &BKQJob::setPoolName, &BKQJob::getPoolName, "media pool").unrecorded();
   t.flag(
-      "snmp", [](Job& job, int on) { on != 0 ? job.setSNMPOn() : job.setSNMPOff(); },
-      "in no record");
+       "snmp", [](Job& job, int on) { on != 0 ? job.setSNMPOn() : job.setSNMPOff(); },
+       &BKQJob::SNMPOn, "whether SNMP is told")
+      .unrecorded();
   t.flag(
-      "ovix", [](Job& job, int on) { on != 0 ? job.setOvixOn() : job.setOvixOff(); },
-      "in no record");
+       "ovix", [](Job& job, int on) { on != 0 ? job.setOvixOn() : job.setOvixOff(); },
+       &BKQJob::OvixOn, "whether Ovix is told")
+      .unrecorded();
   t.text(
-      "scriptUserID",
-      [](Job& job, const char* text) {
-        RWCollectableString user;
-        RWCollectableString password;
-        job.getScriptUserID(user, password);
-        job.setScriptUserID(text, password);
-      },
-      "in no record");
+       "scriptUserID",
+       [](Job& job, const char* text) {
+         RWCollectableString user;
+         RWCollectableString password;
+         job.getScriptUserID(user, password);
+         job.setScriptUserID(text, password);
+       },
+       [](BKQJob& object) {
+         RWCollectableString user;
+         RWCollectableString password;
+         object.getScriptUserID(user, password);
+         return user;
+       },
+       "account for the script")
+      .unrecorded();
   t.text(
-      "scriptUserPassword",
-      [](Job& job, const char* text) {
-        RWCollectableString user;
-        RWCollectableString password;
-        job.getScriptUserID(user, password);
-        job.setScriptUserID(user, text);
-      },
-      "in no record");
-  t.adopted("faxInfo", faxes, adopting<BKQJob, BKQFax>(&BKQJob::setFaxInfo), "stFax");
-  t.adopted("emailInfo", emails, adopting<BKQJob, BKQEMail>(&BKQJob::setEMailInfo), "stEMail");
+       "scriptUserPassword",
+       [](Job& job, const char* text) {
+         RWCollectableString user;
+         RWCollectableString password;
+         job.getScriptUserID(user, password);
+         job.setScriptUserID(user, text);
+       },
+       [](BKQJob& object) {
+         RWCollectableString user;
+         RWCollectableString password;
+         object.getScriptUserID(user, password);
+         return password;
+       },
+       "password of that account")
+      .unrecorded();
+  t.adopted("faxInfo", faxes, adopting<BKQJob, BKQFax>(&BKQJob::setFaxInfo), "notification by fax");
+  t.adopted("emailInfo", emails, adopting<BKQJob, BKQEMail>(&BKQJob::setEMailInfo),
+            "notification by e-mail");
   t.kept("printQueue", printQueues, adopting<BKQJob, BKQPrintQueue>(&BKQJob::setPrintQueue),
-         "stPrintQueue");
+         "report to a print queue");
 }
 
 // The job's own setSchedule() takes the classes that suit it.
@@ -89,7 +124,7 @@ template <class Schedule, class Job>
 void describeSchedule(Table<Job>& t, const FamilyOf<Schedule>& (*family)()) {
   t.adopted(
       "schedule", family, [](Job& job, Schedule& schedule) { job.setSchedule(schedule); },
-      "stSchedule and stScheduleExt");
+      "when it runs");
 }
 
 template <class Schedule, class Job>
@@ -97,36 +132,36 @@ void describeBackup(Table<Job>& t, const FamilyOf<Schedule>& (*schedules)()) {
   describeName(t);
   describeJob(t);
   describeSchedule(t, schedules);
-  t.number("maxThreads", &BKQBackupJob::setMaxThreads, "in no record");
-  t.text("sessionPassword", &BKQBackupJob::setSessionPassword,
-         "pszPassword of every disk without its own");
+  t.number("maxThreads", &BKQBackupJob::setMaxThreads, &BKQBackupJob::getMaxThreads,
+           "threads at most")
+      .unrecorded();
+  t.text("sessionPassword", &BKQBackupJob::setSessionPassword, &BKQBackupJob::getSessionPassword,
+         "password of every disk without its own");
   t.flag(
       "encryption",
       [](Job& job, int on) { on != 0 ? job.setEncryptionOn() : job.setEncryptionOff(); },
-      "adds 0x4000 to the options of every disk");
+      &BKQBackupJob::encryptionOn, "adds 0x4000 to the options of every disk");
   t.flag(
       "compression",
       [](Job& job, int on) { on != 0 ? job.setCompressionOn() : job.setCompressionOff(); },
-      "adds 0x2000 to the options of every disk");
-  t.number("tapeMethod", &BKQBackupJob::setTapeMethod,
-           "the server's code; usNewTapeMethod of every tape")
+      &BKQBackupJob::compressionOn, "adds 0x2000 to the options of every disk");
+  t.number("tapeMethod", &BKQBackupJob::setTapeMethod, &BKQBackupJob::getTapeMethod,
+           "the server's code, for every tape")
       .upTo(0xFFFF);
-  t.number("spanMethod", &BKQBackupJob::setSpanMethod,
-           "the server's code; usSpanTapeMethod of every tape")
+  t.number("spanMethod", &BKQBackupJob::setSpanMethod, &BKQBackupJob::getSpanMethod,
+           "the server's code, for every tape")
       .upTo(0xFFFF);
   t.kept("openFileInfo", openFileInfos,
-         adopting<BKQBackupJob, BKQOpenFileInfo>(&BKQBackupJob::setOpenFileInfo), "stOpenFile");
-  t.parts("filters", filters, &BKQBackupJob::addFilter, "pFilters of every source node");
-  t.parts("sourceNodes", machines, &BKQBackupJob::addSourceNode, "what is backed up; pSourceNodes")
-      .shown("[]");
-  t.adopted("destination", tapeNodes, &BKQBackupJob::setDestination, "where it goes; pDestNodes")
-      .shown("{}");
+         adopting<BKQBackupJob, BKQOpenFileInfo>(&BKQBackupJob::setOpenFileInfo),
+         "what is done about open files");
+  t.parts("filters", filters, &BKQBackupJob::addFilter, "filters of every source node");
+  t.parts("sourceNodes", machines, &BKQBackupJob::addSourceNode, "what is backed up").shown("[]");
+  t.adopted("destination", tapeNodes, &BKQBackupJob::setDestination, "where it goes").shown("{}");
 }
 
 template <class Job>
 void describeTapeSources(Table<Job>& t) {
-  t.parts("sourceNodes", tapeNodes, &Job::addSourceNode, "the tapes to read; pSourceNodes")
-      .shown("[]");
+  t.parts("sourceNodes", tapeNodes, &Job::addSourceNode, "the tapes to read").shown("[]");
 }
 
 template <class Job>
@@ -134,16 +169,17 @@ void describeRestore(Table<Job>& t) {
   describeName(t);
   describeJob(t);
   describeSchedule(t, schedules);
-  t.number("onConflict", &BKQRestoreJob::setOnConflict,
-           "the server's code, 3 unless given; usOnConflict")
+  t.number("onConflict", &BKQRestoreJob::setOnConflict, &BKQRestoreJob::getOnConflict,
+           "the server's code of what to do on conflict")
       .upTo(0xFFFF);
-  t.number("restoreView", &BKQRestoreJob::setRestoreView, "1 unless given; in no record");
-  t.text("sessionPassword", &BKQRestoreJob::setSessionPassword,
-         "pszSessionPW of every tape without its own");
-  t.parts("filters", filters, &BKQRestoreJob::addFilter, "pFilters of every source node");
+  t.number("restoreView", &BKQRestoreJob::setRestoreView, &BKQRestoreJob::getRestoreView,
+           "the server's code of the view")
+      .unrecorded();
+  t.text("sessionPassword", &BKQRestoreJob::setSessionPassword, &BKQRestoreJob::getSessionPassword,
+         "session password of every tape without its own");
+  t.parts("filters", filters, &BKQRestoreJob::addFilter, "filters of every source node");
   describeTapeSources(t);
-  t.parts("destNodes", restoreNodes, &BKQRestoreJob::addDestNode, "where it goes; pDestNodes")
-      .shown("[]");
+  t.parts("destNodes", restoreNodes, &BKQRestoreJob::addDestNode, "where it goes").shown("[]");
 }
 
 template <class Job>
@@ -204,7 +240,7 @@ const FamilyOf<BKQJob>& jobs() {
                             makeNamed<BKQCompareJob>, [](Table<BKQCompareJob>& t) {
                               describeVerify(t);
                               t.adopted("destination", machines, &BKQCompareJob::setDestination,
-                                        "the machine; pDestNodes")
+                                        "the machine")
                                   .required()
                                   .shown("{}");
                             });
@@ -214,23 +250,34 @@ const FamilyOf<BKQJob>& jobs() {
           describeJob(t);
           describeSchedule(t, schedules);
           t.numbers<unsigned short>(
-              "mergeRange", 2,
-              [](BKQMergeJob& job, const std::vector<unsigned short>& ends) {
-                job.setMergeRange(ends[0], ends[1]);
-              },
-              "first and last session, 0 and 0 for all; in no record");
-          t.number("mergeType", &BKQMergeJob::setMergeType, "the server's code; in no record");
+               "mergeRange", 2,
+               [](BKQMergeJob& job, const std::vector<unsigned short>& ends) {
+                 job.setMergeRange(ends[0], ends[1]);
+               },
+               [](BKQMergeJob& object) {
+                 unsigned short first{};
+                 unsigned short second{};
+                 object.getMergeRange(first, second);
+                 return std::vector<unsigned short>{first, second};
+               },
+               "first and last session, 0 and 0 for all")
+              .unrecorded();
+          t.number("mergeType", &BKQMergeJob::setMergeType, &BKQMergeJob::getMergeType,
+                   "the server's code")
+              .unrecorded();
           t.checkedText(
-              "mergeFilter",
-              [](BKQMergeJob& job, const char* text) { return job.setMergeFilter(text); },
-              kNoSessions, "session or range, \"3-7\"; in no record");
-          t.flag("detailedMerge", &BKQMergeJob::setDetailedMerge, "in no record");
+               "mergeFilter",
+               [](BKQMergeJob& job, const char* text) { return job.setMergeFilter(text); },
+               &BKQMergeJob::getMergeFilter, kNoSessions,
+               "a session or a range of them, such as 3-7; empty for all")
+              .unrecorded();
+          t.flag("detailedMerge", &BKQMergeJob::setDetailedMerge, &BKQMergeJob::getDetailedMerge,
+                 "whether details are merged")
+              .unrecorded();
           t.adopted("source", tapeNodes,
-                    adopting<BKQMergeJob, BKQTapeNode>(&BKQMergeJob::setSource),
-                    "the tapes; pSourceNodes")
+                    adopting<BKQMergeJob, BKQTapeNode>(&BKQMergeJob::setSource), "the tapes")
               .shown("{}");
-          t.adopted("destination", machines, &BKQMergeJob::setDestination,
-                    "the machine; pDestNodes")
+          t.adopted("destination", machines, &BKQMergeJob::setDestination, "the machine")
               .shown("{}");
         });
     jobs.add<BKQScanJob>(
@@ -239,19 +286,32 @@ const FamilyOf<BKQJob>& jobs() {
           describeJob(t);
           describeSchedule(t, schedules);
           t.numbers<unsigned short>(
-              "scanRange", 2,
-              [](BKQScanJob& job, const std::vector<unsigned short>& ends) {
-                job.setScanRange(ends[0], ends[1]);
-              },
-              "first and last session, 0 and 0 for all; in no record");
-          t.number("scanType", &BKQScanJob::setScanType, "the server's code; in no record");
+               "scanRange", 2,
+               [](BKQScanJob& job, const std::vector<unsigned short>& ends) {
+                 job.setScanRange(ends[0], ends[1]);
+               },
+               [](BKQScanJob& object) {
+                 unsigned short first{};
+                 unsigned short second{};
+                 object.getScanRange(first, second);
+                 return std::vector<unsigned short>{first, second};
+               },
+               "first and last session, 0 and 0 for all")
+              .unrecorded();
+          t.number("scanType", &BKQScanJob::setScanType, &BKQScanJob::getScanType,
+                   "the server's code")
+              .unrecorded();
           t.checkedText(
-              "scanFilter",
-              [](BKQScanJob& job, const char* text) { return job.setScanFilter(text); },
-              kNoSessions, "session or range, \"3-7\"; in no record");
-          t.flag("detailedScan", &BKQScanJob::setDetailedScan, "in no record");
+               "scanFilter",
+               [](BKQScanJob& job, const char* text) { return job.setScanFilter(text); },
+               &BKQScanJob::getScanFilter, kNoSessions,
+               "a session or a range of them, such as 3-7; empty for all")
+              .unrecorded();
+          t.flag("detailedScan", &BKQScanJob::setDetailedScan, &BKQScanJob::getDetailedScan,
+                 "whether details are scanned")
+              .unrecorded();
           t.adopted("source", tapeNodes, adopting<BKQScanJob, BKQTapeNode>(&BKQScanJob::setSource),
-                    "the tapes; pSourceNodes")
+                    "the tapes")
               .shown("{}");
         });
     return jobs;

@@ -1,25 +1,26 @@
 #include "tools/job_file.h"
 
+#include <utility>
+
 #include "tools/attributes.h"
-#include "tools/document.h"
 
 namespace bkoq::tool {
 
-LoadedJob readJob(const std::string& text, Problems& problems) {
+LoadedJob readJob(std::string text, Problems& problems) {
   LoadedJob loaded;
-  Value root;
+  const std::size_t first = text.find_first_not_of(" \t\r\n\xEF\xBB\xBF");
+  const bool looksLikeJob =
+      first == std::string::npos || std::string("{[/").find(text[first]) != std::string::npos;
+  loaded.document = std::make_unique<Document>(std::move(text));
   SyntaxError error;
-  if (!parseDocument(text, root, error)) {
-    const std::size_t first = text.find_first_not_of(" \t\r\n\xEF\xBB\xBF");
-    const bool looksLikeJob =
-        first == std::string::npos || std::string("{[/").find(text[first]) != std::string::npos;
+  if (!loaded.document->parse(error)) {
     problems.add(
-        error.place, "",
+        loaded.document->placeOf(error.at), "",
         looksLikeJob ? error.message : "neither a job file, which begins with {, nor an image");
     return loaded;
   }
-  Reader reader(problems, loaded.kept);
-  loaded.job.reset(jobs().read(reader, root));
+  Reader reader(*loaded.document, problems, loaded.kept);
+  loaded.job.reset(jobs().read(reader, loaded.document->root()));
   return loaded;
 }
 

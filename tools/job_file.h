@@ -6,6 +6,7 @@
 #include <memory>
 #include <string>
 
+#include "tools/document.h"
 #include "tools/problems.h"
 #include "tools/reader.h"
 
@@ -13,12 +14,13 @@ namespace bkoq::tool {
 
 // A job made from a file, with all that it refers to. The job goes first.
 struct LoadedJob {
+  std::unique_ptr<Document> document;
   Kept kept;
   std::unique_ptr<BKQJob> job;
 };
 
 // Reads a job file. The job is whole exactly when no problem was added.
-LoadedJob readJob(const std::string& text, Problems& problems);
+LoadedJob readJob(std::string text, Problems& problems);
 
 }  // namespace bkoq::tool
 

@@ -2,6 +2,7 @@
 
 #include <cctype>
 #include <cstddef>
+#include <cstdlib>
 #include <ctime>
 
 namespace bkoq::tool {
@@ -9,10 +10,11 @@ namespace {
 
 // A record holds seconds of the local clock, which may be a day off.
 constexpr std::int64_t kEarliest = -2147212800;
+constexpr std::int64_t kLatest = INT64_C(0xFFFFFFFF) - kSecondsBefore1970;
 constexpr const char* kRange = "is out of range: 1901-12-17T00:00:00Z to 2037-02-06T06:28:15Z";
 constexpr const char* kForm =
     "is no time; write it as \"2004-03-01T21:00:00\", with \"Z\" or an offset such as \"+01:00\" "
-    "behind it unless it is local";
+    "after it unless it is local";
 
 class Digits {
  public:
@@ -59,7 +61,32 @@ std::int64_t daysSince1970(int year, int month, int day) {
   return days;
 }
 
+std::int64_t& chosenMoment() {
+  static std::int64_t moment = [] {
+    const char* epoch = std::getenv("SOURCE_DATE_EPOCH");
+    char* end = nullptr;
+    const long long seconds = epoch == nullptr ? 0 : std::strtoll(epoch, &end, 10);
+    const bool isGiven =
+        epoch != nullptr && *epoch != '\0' && *end == '\0' && seconds >= 0 && seconds <= kLatest;
+    return isGiven ? static_cast<std::int64_t>(seconds)
+                   : static_cast<std::int64_t>(std::time(nullptr));
+  }();
+  return moment;
+}
+
 }  // namespace
+
+std::int64_t commandMoment() { return chosenMoment(); }
+void setCommandMoment(std::int64_t seconds) { chosenMoment() = seconds; }
+
+std::string momentText(std::int64_t seconds) {
+  const auto time = static_cast<std::time_t>(seconds);
+  std::tm fields = {};
+  gmtime_r(&time, &fields);
+  char text[32] = "";
+  std::strftime(text, sizeof text, "%Y-%m-%dT%H:%M:%SZ", &fields);
+  return text;
+}
 
 const char* parseMoment(const std::string& text, std::int64_t& seconds) {
   Digits digits(text);
@@ -123,7 +150,7 @@ const char* parseMoment(const std::string& text, std::int64_t& seconds) {
     }
     seconds = local;
   }
-  if (seconds < kEarliest || seconds > INT64_C(0xFFFFFFFF) - kSecondsBefore1970) return kRange;
+  if (seconds < kEarliest || seconds > kLatest) return kRange;
   return nullptr;
 }
 

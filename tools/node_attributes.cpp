@@ -18,21 +18,27 @@ const std::vector<Word>& machineKinds() {
 
 template <class Node>
 void describeNode(Table<Node>& t) {
-  t.text("nodeName", &BKQNode::setNodeName, "name of the machine; pszNodeName")
+  t.text("nodeName", &BKQNode::setNodeName, &BKQNode::getNodeName, "name of the machine")
       .required()
       .shown("\"machine\"");
-  t.text("beforeNode", &BKQNode::setBeforeNode, "pszBeforeNode");
-  t.text("afterNode", &BKQNode::setAfterNode, "pszAfterNode");
-  t.number("beforeNodeWait", &BKQNode::setBeforeNodeWait, "usBeforeNodeWait");
-  t.text("nodeOSver", &BKQNode::setNodeOSver, "version of the operating system; pszNodeOSVer");
-  t.text("nodeAddress", &BKQNode::setNodeAddress, "pszNodeAddress");
-  t.text("nodeDomain", &BKQNode::setNodeDomain, "pszNodeDomain");
-  t.text("userName", &BKQNode::setUserName, "pszUserName");
-  t.text("password", &BKQNode::setPassword, "pszPassword");
-  t.number("priority", &BKQNode::setPriority, "255: none; orders machines, in no record");
-  t.number("nodeType", &BKQNode::setNodeType,
-           "a word of its own, in no record; the kind decides usNodeType");
-  t.number("deviceType", &BKQNode::setDeviceType, "usDeviceType");
+  t.text("beforeNode", &BKQNode::setBeforeNode, &BKQNode::getBeforeNode,
+         "command run before the node");
+  t.text("afterNode", &BKQNode::setAfterNode, &BKQNode::getAfterNode, "command run after the node");
+  t.number("beforeNodeWait", &BKQNode::setBeforeNodeWait, &BKQNode::getBeforeNodeWait,
+           "wait after the command run before");
+  t.text("nodeOSver", &BKQNode::setNodeOSver, &BKQNode::getNodeOSver,
+         "version of the operating system");
+  t.text("nodeAddress", &BKQNode::setNodeAddress, &BKQNode::getNodeAddress, "address");
+  t.text("nodeDomain", &BKQNode::setNodeDomain, &BKQNode::getNodeDomain, "domain");
+  t.text("userName", &BKQNode::setUserName, &BKQNode::getUserName, "account");
+  t.text("password", &BKQNode::setPassword, &BKQNode::getPassword, "password");
+  t.number("priority", &BKQNode::setPriority, &BKQNode::getPriority,
+           "place in the order of the machines; 255: none");
+  t.number("nodeType", &BKQNode::setNodeType, &BKQNode::getNodeType,
+           "a word of its own; what the record says depends on the kind")
+      .unrecorded();
+  t.number("deviceType", &BKQNode::setDeviceType, &BKQNode::getDeviceType,
+           "the server's code of the device");
 }
 
 // The node's own word; a database restore node has another of that name.
@@ -40,19 +46,19 @@ template <class Node>
 void describeNodeOptions(Table<Node>& t, const char* key) {
   t.template number<unsigned int>(
       key, [](Node& node, unsigned int bits) { node.BKQNode::setOptions(bits); },
-      "option bits; ulNodeOptions");
+      [](Node& node) { return node.BKQNode::getOptions(); }, "option bits");
 }
 
 template <class Node>
 void describeNodeOS(Table<Node>& t) {
-  t.number("nodeOS", &BKQNode::setNodeOS,
-           "operating-system code, by the kind unless given; usNodeOS")
+  t.number("nodeOS", &BKQNode::setNodeOS, &BKQNode::getNodeOS,
+           "operating-system code; its default depends on the kind")
       .upTo(0xFFFF);
 }
 
 template <class Node>
 void describeFilters(Table<Node>& t) {
-  t.parts("filters", filters, &BKQNode::addFilter, "pFilters of the node");
+  t.parts("filters", filters, &BKQNode::addFilter, "filters of this node");
 }
 
 template <class Node>
@@ -61,8 +67,8 @@ void describeMachine(Table<Node>& t) {
   describeNodeOS(t);
   describeNodeOptions(t, "options");
   describeFilters(t);
-  t.kept("groomInfo", grooms, &BKQDiskNode::setGroomInfo, "in no record");
-  t.parts("disks", disks, &BKQDiskNode::addDisk, "pMedia").shown("[]");
+  t.kept("groomInfo", grooms, &BKQDiskNode::setGroomInfo, "how long files are kept").unrecorded();
+  t.parts("disks", disks, &BKQDiskNode::addDisk, "its disks").shown("[]");
 }
 
 template <class Node>
@@ -89,16 +95,18 @@ template <class Node>
 void describeRestoreNode(Table<Node>& t) {
   describeNode(t);
   // Also sets the operating-system code, so that comes behind.
-  t.number("actualNodeType", &BKQRestoreNode::setActualNodeType,
-           "kind of the machine, also sets nodeOS; usNodeType")
+  t.number("actualNodeType", &BKQRestoreNode::setActualNodeType, &BKQRestoreNode::getActualNodeType,
+           "kind of the machine; also sets nodeOS")
       .upTo(0xFFFF)
       .named(machineKinds())
       .shown("\"unix\"");
   describeNodeOS(t);
   describeFilters(t);
-  t.text("diskName", &BKQRestoreNode::setDiskName, "pszDiskName of its disk").shown("\"/\"");
-  t.text("destinationDir", &BKQRestoreNode::setDestinationDir,
-         "directory on the disk; pszPath of its item");
+  t.text("diskName", &BKQRestoreNode::setDiskName, &BKQRestoreNode::getDiskName,
+         "disk to restore to")
+      .shown("\"/\"");
+  t.text("destinationDir", &BKQRestoreNode::setDestinationDir, &BKQRestoreNode::getDestinationDir,
+         "directory on the disk");
 }
 
 }  // namespace
@@ -106,11 +114,11 @@ void describeRestoreNode(Table<Node>& t) {
 const FamilyOf<BKQDiskNode>& machines() {
   static const FamilyOf<BKQDiskNode> family = [] {
     FamilyOf<BKQDiskNode> machines("node");
-    addMachine<BKQUnixNode>(machines, "unix", "BKQUnixNode", "a UNIX machine",
-                            [](Table<BKQUnixNode>& t) {
-                              t.number("unixOptions", &BKQUnixNode::setUnixOptions,
-                                       "bits added to the options of every disk");
-                            });
+    addMachine<BKQUnixNode>(
+        machines, "unix", "BKQUnixNode", "a UNIX machine", [](Table<BKQUnixNode>& t) {
+          t.number("unixOptions", &BKQUnixNode::setUnixOptions, &BKQUnixNode::getUnixOptions,
+                   "bits added to the options of every disk");
+        });
     addMachine<BKQMacNode>(machines, "mac", "BKQMacNode", "a Macintosh");
     addMachine<BKQNetwareNode>(machines, "netware", "BKQNetwareNode", "a NetWare server");
     addMachine<BKQWinNTNode>(machines, "winNT", "BKQWinNTNode", "a Windows NT machine");
@@ -118,27 +126,37 @@ const FamilyOf<BKQDiskNode>& machines() {
     addMachine<BKQWin95Node>(machines, "win95", "BKQWin95Node", "a Windows 95 machine");
     addMachine<BKQWindowsNode>(machines, "windows", "BKQWindowsNode", "a Windows machine");
     addMachine<BKQNDSNode>(machines, "nds", "BKQNDSNode",
-                           "an NDS tree; its disks are in no record");
+                           "an NDS tree, whose disks are not recorded");
     addMachine<BKQFTPNode>(machines, "ftp", "BKQFTPNode", "an FTP server");
-    addMachine<BKQSybaseNode>(
-        machines, "sybase", "BKQSybaseNode", "a Sybase server", [](Table<BKQSybaseNode>& t) {
-          t.number("sybaseOptions", &BKQSybaseNode::setSybaseOptions, "in no record");
-          t.text("encryptKey", &BKQSybaseNode::setEncryptKey, "in no record");
-          t.text("dumpFile", &BKQSybaseNode::setDumpFile, "in no record");
-        });
-    addMachine<BKQOracleNode>(
-        machines, "oracle", "BKQOracleNode", "an Oracle server", [](Table<BKQOracleNode>& t) {
-          t.number("oracleOptions", &BKQOracleNode::setOracleOptions, "in no record");
-        });
+    addMachine<BKQSybaseNode>(machines, "sybase", "BKQSybaseNode", "a Sybase server",
+                              [](Table<BKQSybaseNode>& t) {
+                                t.number("sybaseOptions", &BKQSybaseNode::setSybaseOptions,
+                                         &BKQSybaseNode::getSybaseOptions, "option bits")
+                                    .unrecorded();
+                                t.text("encryptKey", &BKQSybaseNode::setEncryptKey,
+                                       &BKQSybaseNode::getEncryptKey, "key for encryption")
+                                    .unrecorded();
+                                t.text("dumpFile", &BKQSybaseNode::setDumpFile,
+                                       &BKQSybaseNode::getDumpFile, "file for the dump")
+                                    .unrecorded();
+                              });
+    addMachine<BKQOracleNode>(machines, "oracle", "BKQOracleNode", "an Oracle server",
+                              [](Table<BKQOracleNode>& t) {
+                                t.number("oracleOptions", &BKQOracleNode::setOracleOptions,
+                                         &BKQOracleNode::getOracleOptions, "option bits")
+                                    .unrecorded();
+                              });
     addMachine<BKQInformixNode>(machines, "informix", "BKQInformixNode", "an Informix server",
                                 [](Table<BKQInformixNode>& t) {
                                   t.number("informixOptions", &BKQInformixNode::setInformixOptions,
-                                           "in no record");
+                                           &BKQInformixNode::getInformixOptions, "option bits")
+                                      .unrecorded();
                                 });
     addMachine<BKQSnapShotNode>(machines, "snapShot", "BKQSnapShotNode",
                                 "a machine read through a snapshot", [](Table<BKQSnapShotNode>& t) {
                                   t.number("snapShotOptions", &BKQSnapShotNode::setSnapShotOptions,
-                                           "in no record");
+                                           &BKQSnapShotNode::getSnapShotOptions, "option bits")
+                                      .unrecorded();
                                 });
     return machines;
   }();
@@ -148,14 +166,15 @@ const FamilyOf<BKQDiskNode>& machines() {
 const FamilyOf<BKQTapeNode>& tapeNodes() {
   static const FamilyOf<BKQTapeNode> family = [] {
     FamilyOf<BKQTapeNode> nodes("tape node");
-    nodes.add<BKQTapeNode>("", "BKQTapeNode", "tapes to read, or to write to",
-                           makeNode<BKQTapeNode>, [](Table<BKQTapeNode>& t) {
-                             describeNode(t);
-                             describeNodeOS(t);
-                             describeNodeOptions(t, "options");
-                             describeFilters(t);
-                             t.parts("tapes", tapes, &BKQTapeNode::addTape, "pMedia").shown("[]");
-                           });
+    nodes.add<BKQTapeNode>(
+        "", "BKQTapeNode", "tapes to read, or to write to", makeNode<BKQTapeNode>,
+        [](Table<BKQTapeNode>& t) {
+          describeNode(t);
+          describeNodeOS(t);
+          describeNodeOptions(t, "options");
+          describeFilters(t);
+          t.parts("tapes", tapes, &BKQTapeNode::addTape, "its tapes").shown("[]");
+        });
     return nodes;
   }();
   return family;
@@ -174,9 +193,10 @@ const FamilyOf<BKQRestoreNode>& restoreNodes() {
         [](Table<BKQDBRestoreNode>& t) {
           describeRestoreNode(t);
           describeNodeOptions(t, "nodeOptions");
-          t.number("options", &BKQDBRestoreNode::setOptions, "option bits; ulOptions of its disk");
-          t.number("fsType", &BKQDBRestoreNode::setFStype,
-                   "the server's code of the database; usDiskType of its disk")
+          t.number("options", &BKQDBRestoreNode::setOptions, &BKQDBRestoreNode::getOptions,
+                   "option bits of its disk");
+          t.number("fsType", &BKQDBRestoreNode::setFStype, &BKQDBRestoreNode::getFStype,
+                   "the server's code of the database")
               .upTo(0xFFFF);
           t.text(
               "dbUser",
@@ -186,7 +206,13 @@ const FamilyOf<BKQRestoreNode>& restoreNodes() {
                 node.getDBuser(user, password);
                 node.setDBuser(text, password);
               },
-              "account; in pszDiskPW2 of its disk");
+              [](BKQDBRestoreNode& object) {
+                RWCollectableString user;
+                RWCollectableString password;
+                object.getDBuser(user, password);
+                return user;
+              },
+              "account of the database");
           t.text(
               "dbPassword",
               [](BKQDBRestoreNode& node, const char* text) {
@@ -195,7 +221,13 @@ const FamilyOf<BKQRestoreNode>& restoreNodes() {
                 node.getDBuser(user, password);
                 node.setDBuser(user, text);
               },
-              "in pszDiskPW2 of its disk");
+              [](BKQDBRestoreNode& object) {
+                RWCollectableString user;
+                RWCollectableString password;
+                object.getDBuser(user, password);
+                return password;
+              },
+              "password of that account");
         });
     return nodes;
   }();

@@ -5,9 +5,11 @@ namespace {
 
 template <class Notification>
 void describeHost(Table<Notification>& t) {
-  t.text("hostName", &Notification::setHostName, "pszHostName").shown("\"host\"");
-  t.text("userName", &Notification::setUserName, "pszUserName");
-  t.text("userPW", &Notification::setUserPW, "pszUserPW");
+  t.text("hostName", &Notification::setHostName, &Notification::getHostName,
+         "machine that sends it")
+      .shown("\"host\"");
+  t.text("userName", &Notification::setUserName, &Notification::getUserName, "account");
+  t.text("userPW", &Notification::setUserPW, &Notification::getUserPW, "password of the account");
 }
 
 }  // namespace
@@ -16,13 +18,15 @@ const FamilyOf<BKQFax>& faxes() {
   static const FamilyOf<BKQFax> family = [] {
     FamilyOf<BKQFax> faxes("fax");
     faxes.add<BKQFax>(
-        "", "BKQFax", "a notification by fax; stFax", [](const Value&) { return new BKQFax; },
+        "", "BKQFax", "a notification by fax", [](const Value&) { return new BKQFax; },
         [](Table<BKQFax>& t) {
           describeHost(t);
-          t.text("faxNumber", &BKQFax::setFaxNumber, "pszFaxNumber");
-          t.text("coverPageFile", &BKQFax::setCoverPageFile, "pszCoverPageFile");
-          t.text("receiverName", &BKQFax::setReceiverName,
-                 "pszReceiverName of the previous layout");
+          t.text("faxNumber", &BKQFax::setFaxNumber, &BKQFax::getFaxNumber, "number to call");
+          t.text("coverPageFile", &BKQFax::setCoverPageFile, &BKQFax::getCoverPageFile,
+                 "file of the cover page");
+          t.text("receiverName", &BKQFax::setReceiverName, &BKQFax::getReceiverName,
+                 "name of the receiver")
+              .carriedOnlyIn("previous");
         });
     return faxes;
   }();
@@ -33,16 +37,17 @@ const FamilyOf<BKQEMail>& emails() {
   static const FamilyOf<BKQEMail> family = [] {
     FamilyOf<BKQEMail> emails("e-mail");
     emails.add<BKQInternetEMail>(
-        "internet", "BKQInternetEMail", "a notification by Internet e-mail; stEMail",
+        "internet", "BKQInternetEMail", "a notification by Internet e-mail",
         [](const Value&) { return new BKQInternetEMail; }, describeHost<BKQInternetEMail>);
     emails.add<BKQMHSEMail>(
-        "mhs", "BKQMHSEMail", "a notification by MHS e-mail; stEMail",
+        "mhs", "BKQMHSEMail", "a notification by MHS e-mail",
         [](const Value&) { return new BKQMHSEMail; },
         [](Table<BKQMHSEMail>& t) {
           describeHost(t);
-          t.text("mhsDir", &BKQMHSEMail::setMHSDir, "pszMHSDir");
-          t.text("mhsId", &BKQMHSEMail::setMHSId, "pszMHSId");
-          t.text("mhsUserName", &BKQMHSEMail::setMHSUserName, "pszMHSUserName");
+          t.text("mhsDir", &BKQMHSEMail::setMHSDir, &BKQMHSEMail::getMHSDir, "directory of MHS");
+          t.text("mhsId", &BKQMHSEMail::setMHSId, &BKQMHSEMail::getMHSId, "identification for MHS");
+          t.text("mhsUserName", &BKQMHSEMail::setMHSUserName, &BKQMHSEMail::getMHSUserName,
+                 "account of MHS");
         });
     return emails;
   }();
@@ -53,11 +58,12 @@ const FamilyOf<BKQPrintQueue>& printQueues() {
   static const FamilyOf<BKQPrintQueue> family = [] {
     FamilyOf<BKQPrintQueue> queues("print queue");
     queues.add<BKQPrintQueue>(
-        "", "BKQPrintQueue", "a report to a print queue; stPrintQueue",
+        "", "BKQPrintQueue", "a report to a print queue",
         [](const Value&) { return new BKQPrintQueue; },
         [](Table<BKQPrintQueue>& t) {
           describeHost(t);
-          t.text("queueName", &BKQPrintQueue::setQueueName, "pszQueueName");
+          t.text("queueName", &BKQPrintQueue::setQueueName, &BKQPrintQueue::getQueueName,
+                 "name of the queue");
         });
     return queues;
   }();
@@ -68,17 +74,18 @@ const FamilyOf<BKQOpenFileInfo>& openFileInfos() {
   static const FamilyOf<BKQOpenFileInfo> family = [] {
     FamilyOf<BKQOpenFileInfo> infos("open-file option");
     infos.add<BKQOpenFileInfo>(
-        "", "BKQOpenFileInfo", "what is done about open files; stOpenFile",
+        "", "BKQOpenFileInfo", "what is done about open files",
         [](const Value&) { return new BKQOpenFileInfo; },
         [](Table<BKQOpenFileInfo>& t) {
-          t.number("fActions", &BKQOpenFileInfo::setFActions,
-                   "action bits, 1 unless given; ulFActions");
-          t.number("fMethods", &BKQOpenFileInfo::setFMethods, "method bits; ulFMethods");
-          t.number("retryCount", &BKQOpenFileInfo::setRetryCount,
-                   "retries, 5 unless given; usRetryCount")
+          t.number("fActions", &BKQOpenFileInfo::setFActions, &BKQOpenFileInfo::getFActions,
+                   "action bits");
+          t.number("fMethods", &BKQOpenFileInfo::setFMethods, &BKQOpenFileInfo::getFMethods,
+                   "method bits");
+          t.number("retryCount", &BKQOpenFileInfo::setRetryCount, &BKQOpenFileInfo::getRetryCount,
+                   "retries on an open file")
               .shown("5");
           t.number("retryInterval", &BKQOpenFileInfo::setRetryInterval,
-                   "interval between them, 5 unless given; usRetryInterval");
+                   &BKQOpenFileInfo::getRetryInterval, "interval between retries");
         });
     return infos;
   }();

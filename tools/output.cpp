@@ -6,6 +6,7 @@
 #include <unistd.h>
 
 #include <cerrno>
+#include <csignal>
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
@@ -27,6 +28,42 @@ bool writeAll(int file, const std::string& content) {
   return true;
 }
 
+std::string& colourMode() {
+  static std::string mode = "auto";
+  return mode;
+}
+
+// Keeps a file that has a name for a moment from being left behind.
+class SignalsHeld {
+ public:
+  SignalsHeld() {
+    sigset_t all;
+    sigfillset(&all);
+    sigprocmask(SIG_BLOCK, &all, &before_);
+  }
+  ~SignalsHeld() { sigprocmask(SIG_SETMASK, &before_, nullptr); }
+  SignalsHeld(const SignalsHeld&) = delete;
+  SignalsHeld& operator=(const SignalsHeld&) = delete;
+
+ private:
+  sigset_t before_;
+};
+
+// Where a path leads in the end; the path itself when nothing is there yet.
+std::string followed(const std::string& path) {
+  char* resolved = realpath(path.c_str(), nullptr);
+  if (resolved == nullptr) return path;
+  std::string target = resolved;
+  std::free(resolved);
+  return target;
+}
+
+// A name in the folder of a path that is not as long as its own may be.
+std::string temporaryBeside(const std::string& path) {
+  const std::size_t slash = path.rfind('/');
+  return (slash == std::string::npos ? "" : path.substr(0, slash + 1)) + ".bkoq-XXXXXX";
+}
+
 Status cannotWrite(const std::string& path) {
   return fail("cannot write " + path + ": " + std::strerror(errno));
 }
@@ -39,9 +76,15 @@ Status fail(const std::string& message) {
   return kFailed;
 }
 
+void setColour(const std::string& when) { colourMode() = when; }
+
 bool hasColour() {
+  if (colourMode() == "always") return true;
   const char* noColour = std::getenv("NO_COLOR");
-  return isatty(STDOUT_FILENO) != 0 && (noColour == nullptr || *noColour == '\0');
+  const char* terminal = std::getenv("TERM");
+  return colourMode() != "never" && isatty(STDOUT_FILENO) != 0 &&
+         (noColour == nullptr || *noColour == '\0') &&
+         (terminal == nullptr || std::strcmp(terminal, "dumb") != 0);
 }
 
 unsigned int width() {
@@ -58,43 +101,81 @@ Status finish(Status status) {
 }
 
 bool readFile(const std::string& path, std::string& content) {
-  std::FILE* file = path == "-" ? stdin : std::fopen(path.c_str(), "rb");
-  if (file != nullptr) {
-    char piece[16384];
-    std::size_t count = 0;
-    while ((count = std::fread(piece, 1, sizeof(piece), file)) != 0) content.append(piece, count);
+  const std::string name = path == "-" ? "standard input" : path;
+  const int file = path == "-" ? STDIN_FILENO : open(path.c_str(), O_RDONLY | O_CLOEXEC);
+  bool isRead = file >= 0;
+  struct stat known = {};
+  if (isRead && fstat(file, &known) == 0 && S_ISREG(known.st_mode) && known.st_size > 0 &&
+      static_cast<std::size_t>(known.st_size) <= kMostInput) {
+    content.reserve(static_cast<std::size_t>(known.st_size) + 1);
   }
-  const bool failed = file == nullptr || std::ferror(file) != 0;
-  if (failed) {
-    fail("cannot read " + (path == "-" ? "standard input" : path) + ": " + std::strerror(errno));
+  constexpr std::size_t kPiece = 256UL * 1024;
+  std::string piece(kPiece, '\0');
+  while (isRead) {
+    const ssize_t count = read(file, &piece[0], piece.size());
+    if (count < 0 && errno == EINTR) continue;
+    isRead = count >= 0;
+    if (count <= 0) break;
+    content.append(piece, 0, static_cast<std::size_t>(count));
+    if (content.size() > kMostInput) {
+      if (file != STDIN_FILENO) close(file);
+      content.clear();
+      fail(name + " is larger than " + std::to_string(kMostInput / 1024 / 1024) +
+           " MiB, the most that is read");
+      return false;
+    }
   }
-  if (file != nullptr && file != stdin) std::fclose(file);
-  return !failed;
+  if (!isRead) fail("cannot read " + name + ": " + std::strerror(errno));
+  if (file > STDIN_FILENO) close(file);
+  return isRead;
+}
+
+bool isSameFile(const std::string& first, const std::string& second) {
+  struct stat one = {};
+  struct stat other = {};
+  return stat(first.c_str(), &one) == 0 && stat(second.c_str(), &other) == 0 &&
+         one.st_dev == other.st_dev && one.st_ino == other.st_ino;
 }
 
 Status writePrivateFile(const std::string& path, const std::string& content) {
   if (path == "-") {
+    if (isatty(STDOUT_FILENO) != 0) return fail("an image is not written to a terminal");
     print(content);
     return kDone;
   }
-  struct stat existing = {};
-  if (stat(path.c_str(), &existing) == 0 && !S_ISREG(existing.st_mode)) {
+  // What is opened is looked at, so that it cannot become another in between.
+  const int existing = open(path.c_str(), O_WRONLY | O_CLOEXEC);
+  if (existing < 0 && errno != ENOENT) return cannotWrite(path);
+  struct stat known = {};
+  if (existing >= 0 && (fstat(existing, &known) != 0 || !S_ISREG(known.st_mode))) {
     // A device or a pipe cannot be replaced.
-    const int file = open(path.c_str(), O_WRONLY);
-    if (file < 0) return cannotWrite(path);
-    const bool isWritten = writeAll(file, content);
-    const Status status = isWritten ? kDone : cannotWrite(path);
-    close(file);
+    const Status status = writeAll(existing, content) ? kDone : cannotWrite(path);
+    close(existing);
     return status;
   }
-  std::string temporary = path + ".XXXXXX";
-  const int file = mkstemp(&temporary[0]);  // readable by its owner alone
+  if (existing >= 0) close(existing);
+
+  const std::string target = followed(path);
+  std::string temporary = temporaryBeside(target);
+  const std::size_t slash = target.rfind('/');
+  const std::string folder = slash == std::string::npos ? "." : target.substr(0, slash + 1);
+  int file = open(folder.c_str(), O_TMPFILE | O_WRONLY | O_CLOEXEC, S_IRUSR | S_IWUSR);
+  const bool isNameless = file >= 0;
+  // Some file systems have no files without a name.
+  const SignalsHeld held;
+  if (!isNameless) file = mkstemp(&temporary[0]);  // readable by its owner alone
   if (file < 0) return cannotWrite(path);
   bool isWritten = writeAll(file, content) && fsync(file) == 0;
-  isWritten = close(file) == 0 && isWritten;
-  if (isWritten && rename(temporary.c_str(), path.c_str()) == 0) return kDone;
-  const Status status = cannotWrite(path);
-  unlink(temporary.c_str());
+  if (isWritten && isNameless) {
+    const int other = mkstemp(&temporary[0]);  // finds a name that is free
+    isWritten = other >= 0 && close(other) == 0 && unlink(temporary.c_str()) == 0 &&
+                linkat(AT_FDCWD, ("/proc/self/fd/" + std::to_string(file)).c_str(), AT_FDCWD,
+                       temporary.c_str(), AT_SYMLINK_FOLLOW) == 0;
+  }
+  isWritten = isWritten && rename(temporary.c_str(), target.c_str()) == 0;
+  const Status status = isWritten ? kDone : cannotWrite(path);
+  if (!isWritten) unlink(temporary.c_str());
+  close(file);
   return status;
 }
 

@@ -3,6 +3,7 @@
 
 #include <bkoq/kit.h>
 
+#include <cstddef>
 #include <string>
 
 namespace bkoq::tool {
@@ -10,7 +11,7 @@ namespace bkoq::tool {
 // How a command ends: the exit status.
 enum Status : int {
   kDone = 0,
-  kDiffers = 1,  // or the conversion failed
+  kDiffers = 1,  // there are differences or mistakes, or a conversion failed
   kFailed = 2    // bad usage, a bad file, output that cannot be written
 };
 
@@ -18,7 +19,8 @@ enum Status : int {
 Status fail(const std::string& message);
 
 // What the standard output is.
-bool hasColour();      // a terminal, unless NO_COLOR is set
+void setColour(const std::string& when);  // "auto", "always" or "never"
+bool hasColour();      // unless that was set: a terminal that has colours, without NO_COLOR
 unsigned int width();  // columns of a terminal; 0 for anything else
 
 void print(const std::string& text);
@@ -26,11 +28,20 @@ void print(const std::string& text);
 // What has been printed has been written too; otherwise the reason is on the standard error stream.
 Status finish(Status status);
 
-// Reads a file, or the standard input for "-". False, after a message, when it cannot be read.
+// The most that is read of one file; addresses of 32 bits hold what is made of it.
+constexpr std::size_t kMostInput = 256UL * 1024 * 1024;
+
+// Reads a file, or the standard input for "-". False, after a message, when it cannot be read or is
+// larger than that.
 bool readFile(const std::string& path, std::string& content);
 
-// Writes a file that only its owner can read, or the standard output for "-". A file of that name
-// is replaced when all has been written, and only then.
+// Whether both names are of one file that is there.
+bool isSameFile(const std::string& first, const std::string& second);
+
+// Writes a file that only its owner can read, or the standard output for "-" unless that is a
+// terminal. A file of that name is replaced when all has been written, and only then; until then
+// what is written has no name, so nothing is left of it when this is interrupted. A symbolic link
+// is followed, as every other program follows one.
 Status writePrivateFile(const std::string& path, const std::string& content);
 
 // A sink of the kit for a string.

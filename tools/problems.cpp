@@ -41,6 +41,10 @@ std::size_t distance(const std::string& from, const std::string& to) {
 
 }  // namespace
 
+bool Problems::empty() const {
+  return std::all_of(list_.begin(), list_.end(), [](const Problem& p) { return p.isWarning; });
+}
+
 std::vector<Problem> Problems::sorted() const {
   std::vector<Problem> sorted = list_;
   std::stable_sort(sorted.begin(), sorted.end(), [](const Problem& a, const Problem& b) {
@@ -82,6 +86,7 @@ std::string lineOf(const Problem& problem, const std::string& file) {
   std::string line = file + ":" + std::to_string(problem.place.line) + ":" +
                      std::to_string(problem.place.column) + ": ";
   if (!problem.path.empty()) line += problem.path + ": ";
+  if (problem.isWarning) line += "warning: ";
   return printable(line + problem.message);
 }
 
@@ -92,6 +97,8 @@ const std::string* nearestTo(const std::string& word, const std::vector<std::str
   const std::string* nearest = nullptr;
   std::size_t least = std::max<std::size_t>(word.size() / 3, 1) + 1;
   for (const std::string& candidate : words) {
+    const std::size_t longer = std::max(word.size(), candidate.size());
+    if (longer - std::min(word.size(), candidate.size()) >= least) continue;
     const std::size_t steps = distance(word, candidate);
     if (steps < least) {
       least = steps;

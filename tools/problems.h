@@ -9,20 +9,25 @@
 
 namespace bkoq::tool {
 
-// A mistake in a job file.
+// A mistake in a job file, or what may be one.
 struct Problem {
   Place place;
   std::string path;  // "sourceNodes[1].disks[0].priority"; empty for the file as a whole
   std::string message;
+  bool isWarning = false;
 };
 
-// All mistakes of one file, in the order of the file.
+// All mistakes and warnings of one file, in the order of the file.
 class Problems {
  public:
   void add(Place place, std::string path, std::string message) {
-    list_.push_back({place, std::move(path), std::move(message)});
+    list_.push_back({place, std::move(path), std::move(message), false});
   }
-  bool empty() const { return list_.empty(); }
+  void warn(Place place, std::string path, std::string message) {
+    list_.push_back({place, std::move(path), std::move(message), true});
+  }
+  // Whether the file is right; warnings may have been added.
+  bool empty() const;
   std::vector<Problem> sorted() const;
 
  private:

@@ -5,19 +5,30 @@ namespace {
 
 template <class Schedule>
 void describeSchedule(Table<Schedule>& t) {
-  t.timeOrNow("submitTime", &BKQSchedule::setSubmitTime, "now unless given; lSubmitTime")
+  t.timeOrNow("submitTime", &BKQSchedule::setSubmitTime, &BKQSchedule::getSubmitTime,
+              "when the job was submitted")
       .shown("\"2004-03-01T20:00:00\"");
-  t.timeOrNow("execTime", &BKQSchedule::setExecTime, "now unless given; lExecTime")
+  t.timeOrNow("execTime", &BKQSchedule::setExecTime, &BKQSchedule::getExecTime, "when the job runs")
       .shown("\"2004-03-01T21:00:00\"");
-  t.text("poolName", &BKQSchedule::setPoolName, "media pool; in no record");
+  t.text("poolName", &BKQSchedule::setPoolName, &BKQSchedule::getPoolName, "media pool")
+      .unrecorded();
   t.flag(
-      "runJobNow", [](Schedule& schedule, int flag) { schedule.runJobNow(flag); }, "in no record");
+       "runJobNow", [](Schedule& schedule, int flag) { schedule.runJobNow(flag); },
+       [](Schedule& schedule) { return schedule.runJobNow(); }, "whether it runs at once")
+      .unrecorded();
   t.times(
-      "scheduleWindow", 2,
-      [](Schedule& schedule, const std::vector<unsigned long>& bounds) {
-        schedule.setScheduleWindow(RWCollectableTime(bounds[0]), RWCollectableTime(bounds[1]));
-      },
-      "start and end of the time in which the job may run; in no record");
+       "scheduleWindow", 2,
+       [](Schedule& schedule, const std::vector<unsigned long>& bounds) {
+         schedule.setScheduleWindow(RWCollectableTime(bounds[0]), RWCollectableTime(bounds[1]));
+       },
+       [](Schedule& object) {
+         RWCollectableTime first{};
+         RWCollectableTime second{};
+         object.getScheduleWindow(first, second);
+         return std::vector<RWCollectableTime>{first, second};
+       },
+       "start and end of the time in which the job may run")
+      .unrecorded();
 }
 
 template <class Schedule>
@@ -26,20 +37,36 @@ void describeRotation(Table<Schedule>& t) {
   t.adopted("jobMask", jobMasks,
             adopting<BKQRotationSchedule, BKQJobMask>(&BKQRotationSchedule::setJobMask),
             "what is run on each day");
-  t.text("setName", &BKQRotationSchedule::setSetName, "media set; pszSetName").shown("\"SET\"");
-  t.text("setPW", &BKQRotationSchedule::setSetPW, "in no record");
-  t.text("schemeName", &BKQRotationSchedule::setSchemeName, "in no record");
-  t.time("preferedMakeupTime", &BKQRotationSchedule::setPreferedMakeupTime, "in no record");
+  t.text("setName", &BKQRotationSchedule::setSetName, &BKQRotationSchedule::getSetName, "media set")
+      .shown("\"SET\"");
+  t.text("setPW", &BKQRotationSchedule::setSetPW, &BKQRotationSchedule::getSetPW,
+         "password of the media set")
+      .unrecorded();
+  t.text("schemeName", &BKQRotationSchedule::setSchemeName, &BKQRotationSchedule::getSchemeName,
+         "name of the scheme")
+      .unrecorded();
+  t.time("preferedMakeupTime", &BKQRotationSchedule::setPreferedMakeupTime,
+         &BKQRotationSchedule::getPreferedMakeupTime, "when a makeup is best run")
+      .unrecorded();
   t.template numbers<unsigned char>(
-      "preferedMakeupJobTime", 2,
-      [](Schedule& schedule, const std::vector<unsigned char>& time) {
-        schedule.setPreferedMakeupJobTime(time[0], time[1]);
-      },
-      "hour and minute; in no record");
+       "preferedMakeupJobTime", 2,
+       [](Schedule& schedule, const std::vector<unsigned char>& time) {
+         schedule.setPreferedMakeupJobTime(time[0], time[1]);
+       },
+       [](Schedule& object) {
+         unsigned char first{};
+         unsigned char second{};
+         object.getPreferedMakeupJobTime(first, second);
+         return std::vector<int>{first, second};
+       },
+       "hour and minute")
+      .unrecorded();
   t.flag(
-      "doMakeup", [](Schedule& schedule, int flag) { schedule.doMakeup(flag); }, "in no record");
-  t.parts("exceptionDays", exceptionDays, &BKQRotationSchedule::addExceptionDay,
-          "days that differ; in no record");
+       "doMakeup", [](Schedule& schedule, int flag) { schedule.doMakeup(flag); },
+       [](Schedule& schedule) { return schedule.doMakeup(); }, "whether makeups are run")
+      .unrecorded();
+  t.parts("exceptionDays", exceptionDays, &BKQRotationSchedule::addExceptionDay, "days that differ")
+      .unrecorded();
 }
 
 template <class Part>
@@ -61,8 +88,14 @@ void addCustom(FamilyOf<Part>& family) {
             [](BKQCustomSchedule& schedule, const std::vector<unsigned short>& values) {
               schedule.setRepeat(values[0], values[1], values[2], values[3]);
             },
-            "the repeat values; usRepeat1 to usRepeat4");
-        t.number("skipWeekDayFlag", &BKQCustomSchedule::setSkipWeekDayFlag, "usSkipWeekDay");
+            [](BKQCustomSchedule& schedule) {
+              std::vector<unsigned short> values(4);
+              schedule.getRepeat(values[0], values[1], values[2], values[3]);
+              return values;
+            },
+            "the four repeat values");
+        t.number("skipWeekDayFlag", &BKQCustomSchedule::setSkipWeekDayFlag,
+                 &BKQCustomSchedule::getSkipWeekDayFlag, "flag of the weekdays that are skipped");
       });
 }
 
@@ -80,21 +113,31 @@ void addCruise(FamilyOf<Part>& family) {
       [](const Value&) { return new BKQCruiseSchedule; },
       [](Table<BKQCruiseSchedule>& t) {
         describeRotation(t);
-        t.number("saveMonthly", &BKQCruiseSchedule::setSaveMonthly, "copies kept; usSaveMonthly");
-        t.number("saveWeekly", &BKQCruiseSchedule::setSaveWeekly, "copies kept; usSaveWeekly");
-        t.number("saveDaily", &BKQCruiseSchedule::setSaveDaily, "copies kept; usSaveDaily");
-        t.number("months", &BKQCruiseSchedule::setMonths, "usMonths");
-        t.number("copies", &BKQCruiseSchedule::setCopies, "usCopies");
-        t.number("options", &BKQCruiseSchedule::setOptions, "option bits; ulCruiseOptions");
+        t.number("saveMonthly", &BKQCruiseSchedule::setSaveMonthly,
+                 &BKQCruiseSchedule::getSaveMonthly, "monthly copies kept");
+        t.number("saveWeekly", &BKQCruiseSchedule::setSaveWeekly, &BKQCruiseSchedule::getSaveWeekly,
+                 "weekly copies kept");
+        t.number("saveDaily", &BKQCruiseSchedule::setSaveDaily, &BKQCruiseSchedule::getSaveDaily,
+                 "daily copies kept");
+        t.number("months", &BKQCruiseSchedule::setMonths, &BKQCruiseSchedule::getMonths, "months");
+        t.number("copies", &BKQCruiseSchedule::setCopies, &BKQCruiseSchedule::getCopies, "copies");
+        t.number("options", &BKQCruiseSchedule::setOptions, &BKQCruiseSchedule::getOptions,
+                 "option bits");
         t.number("cruiseMethod", &BKQCruiseSchedule::setCruiseMethod,
-                 "the server's code; usCruiseMethod")
+                 &BKQCruiseSchedule::getCruiseMethod, "the server's code")
             .upTo(0xFFFF);
         t.texts(
-            "gfsPoolNames", 3,
-            [](BKQCruiseSchedule& schedule, const std::vector<std::string>& names) {
-              schedule.setGFSPoolNames(names[0].c_str(), names[1].c_str(), names[2].c_str());
-            },
-            "the three media pools; in no record");
+             "gfsPoolNames", 3,
+             [](BKQCruiseSchedule& schedule, const std::vector<std::string>& names) {
+               schedule.setGFSPoolNames(names[0].c_str(), names[1].c_str(), names[2].c_str());
+             },
+             [](BKQCruiseSchedule& schedule) {
+               std::vector<RWCollectableString> names(3);
+               schedule.getGFSPoolNames(names[0], names[1], names[2]);
+               return names;
+             },
+             "the three media pools")
+            .unrecorded();
       });
 }
 
@@ -144,11 +187,10 @@ const FamilyOf<BKQTime>& spans() {
   static const FamilyOf<BKQTime> family = [] {
     FamilyOf<BKQTime> spans("time span");
     spans.add<BKQTime>(
-        "", "BKQTime", "a number with a kind; in no record",
-        [](const Value&) { return new BKQTime; },
+        "", "BKQTime", "a number with a kind", [](const Value&) { return new BKQTime; },
         [](Table<BKQTime>& t) {
-          t.number("value", &BKQTime::setValue, "how many").shown("1");
-          t.number("type", &BKQTime::setType, "the server's code of the kind, 1 unless given");
+          t.number("value", &BKQTime::setValue, &BKQTime::getValue, "how many").shown("1");
+          t.number("type", &BKQTime::setType, &BKQTime::getType, "the server's code of the kind");
         });
     return spans;
   }();
@@ -161,15 +203,24 @@ const FamilyOf<BKQJobUnit>& jobUnits() {
     units.add<BKQJobUnit>(
         "", "BKQJobUnit", "one day of a rotation", [](const Value&) { return new BKQJobUnit; },
         [](Table<BKQJobUnit>& t) {
-          t.number("jobType", &BKQJobUnit::setJobType,
-                   "the server's code; abJobTypes of the previous layout, first eight units")
+          t.number("jobType", &BKQJobUnit::setJobType, &BKQJobUnit::getJobType,
+                   "the server's code of what is run")
+              .carriedOnlyIn("previous")
               .upTo(0xFF)
               .shown("1");
-          t.number("options", &BKQJobUnit::setOptions, "option bits; in no record");
-          t.number("serialNumber", &BKQJobUnit::setSerialNumber, "in no record");
-          t.text("mediaName", &BKQJobUnit::setMediaName, "in no record");
-          t.text("tapeSerialNumber", &BKQJobUnit::setTapeSerialNumber, "in no record");
-          t.time("execTime", &BKQJobUnit::setExecTime, "in no record");
+          t.number("options", &BKQJobUnit::setOptions, &BKQJobUnit::getOptions, "option bits")
+              .unrecorded();
+          t.number("serialNumber", &BKQJobUnit::setSerialNumber, &BKQJobUnit::getSerialNumber,
+                   "serial number of the medium")
+              .unrecorded();
+          t.text("mediaName", &BKQJobUnit::setMediaName, &BKQJobUnit::getMediaName,
+                 "name of the medium")
+              .unrecorded();
+          t.text("tapeSerialNumber", &BKQJobUnit::setTapeSerialNumber,
+                 &BKQJobUnit::getTapeSerialNumber, "bar code of the medium")
+              .unrecorded();
+          t.time("execTime", &BKQJobUnit::setExecTime, &BKQJobUnit::getExecTime, "when it is run")
+              .unrecorded();
         });
     return units;
   }();
@@ -182,11 +233,17 @@ const FamilyOf<BKQJobMask>& jobMasks() {
     masks.add<BKQJobMask>(
         "", "BKQJobMask", "the days of a rotation", [](const Value&) { return new BKQJobMask; },
         [](Table<BKQJobMask>& t) {
-          t.number("tapeNamePrefix", &BKQJobMask::setTapeNamePrefix,
-                   "the server's code, 1 unless given; in no record");
-          t.number("repeats", &BKQJobMask::setRepeats, "in no record");
-          t.kept("repeatCycle", spans, &BKQJobMask::setRepeatCycle, "in no record");
-          t.kept("repeatInterval", spans, &BKQJobMask::setRepeatInterval, "in no record");
+          t.number("tapeNamePrefix", &BKQJobMask::setTapeNamePrefix, &BKQJobMask::getTapeNamePrefix,
+                   "the server's code")
+              .unrecorded();
+          t.number("repeats", &BKQJobMask::setRepeats, &BKQJobMask::getRepeats,
+                   "how often the days are repeated")
+              .unrecorded();
+          t.kept("repeatCycle", spans, &BKQJobMask::setRepeatCycle,
+                 "after how long they are repeated")
+              .unrecorded();
+          t.kept("repeatInterval", spans, &BKQJobMask::setRepeatInterval, "between two repeats")
+              .unrecorded();
           t.parts("jobUnits", jobUnits, &BKQJobMask::addJobUnit, "one for each day").shown("[]");
         });
     return masks;
@@ -198,14 +255,16 @@ const FamilyOf<BKQExceptionDay>& exceptionDays() {
   static const FamilyOf<BKQExceptionDay> family = [] {
     FamilyOf<BKQExceptionDay> days("exception day");
     days.add<BKQExceptionDay>(
-        "", "BKQExceptionDay", "a day on which a rotation differs; in no record",
+        "", "BKQExceptionDay", "a day on which a rotation differs",
         [](const Value&) { return new BKQExceptionDay; },
         [](Table<BKQExceptionDay>& t) {
           t.timeOrNow("exceptionTime", &BKQExceptionDay::setExceptionTime,
-                      "the day, now unless given")
+                      &BKQExceptionDay::getExceptionTime, "the day")
               .shown("\"2004-12-24\"");
-          t.number("jobType", &BKQExceptionDay::setJobType, "the server's code");
-          t.number("options", &BKQExceptionDay::setOptions, "option bits");
+          t.number("jobType", &BKQExceptionDay::setJobType, &BKQExceptionDay::getJobType,
+                   "the server's code");
+          t.number("options", &BKQExceptionDay::setOptions, &BKQExceptionDay::getOptions,
+                   "option bits");
         });
     return days;
   }();

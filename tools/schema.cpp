@@ -3,11 +3,27 @@
 #include <nlohmann/json.hpp>
 
 #include "tools/attributes.h"
+#include "tools/reference.h"
 
 namespace bkoq::tool {
 namespace {
 
 using Json = nlohmann::ordered_json;
+
+// Hexadecimal digits of a number up to that one; all such limits are a power of two less one.
+std::string hexadecimalPattern(std::int64_t most) {
+  unsigned int bits = 0;
+  for (auto rest = static_cast<std::uint64_t>(most); rest != 0; rest /= 2) ++bits;
+  const unsigned int digits = bits / 4;
+  if (bits % 4 == 0) return "^0x0*[0-9A-Fa-f]{1," + std::to_string(digits) + "}$";
+  const std::string high = "[0-" + std::to_string((1U << (bits % 4)) - 1) + "]";
+  const std::string low = std::to_string(digits);
+  return "^0x0*([0-9A-Fa-f]{1," + low + "}|" + high + "[0-9A-Fa-f]{" + low + "})$";
+}
+
+Json hexadecimalSchema(std::int64_t most) {
+  return {{"type", "string"}, {"pattern", hexadecimalPattern(most)}};
+}
 
 Json numberSchema(const Attribute& attribute) {
   Json choices = Json::array();
@@ -18,14 +34,21 @@ Json numberSchema(const Attribute& attribute) {
   }
   choices.push_back(
       {{"type", "integer"}, {"minimum", attribute.least}, {"maximum", attribute.most}});
-  choices.push_back({{"type", "string"}, {"pattern", "^0x[0-9A-Fa-f]+$"}});
+  choices.push_back(hexadecimalSchema(attribute.most));
   return {{"anyOf", choices}};
 }
 
+// A day that exists, but for February 29th; the years are those of the command.
 const char* const kTimePattern =
-    "^[0-9]{4}-[0-9]{2}-[0-9]{2}([T ][0-9]{2}:[0-9]{2}(:[0-9]{2})?(Z|[+-][0-9]{2}:[0-9]{2})?)?$";
+    "^(now|(190[1-9]|19[1-9][0-9]|20[0-2][0-9]|203[0-7])-"
+    "((0[13578]|1[02])-(0[1-9]|[12][0-9]|3[01])|(0[469]|11)-(0[1-9]|[12][0-9]|30)|"
+    "02-(0[1-9]|[12][0-9]))"
+    "([T ]([01][0-9]|2[0-3]):[0-5][0-9](:[0-5][0-9])?"
+    "(Z|[+-]([01][0-9]|2[0-3]):[0-5][0-9])?)?)$";
 
 Json timeSchema() { return {{"type", "string"}, {"pattern", kTimePattern}}; }
+
+Json textSchema() { return {{"type", "string"}, {"pattern", "^[^\\u0000]*$"}}; }
 
 Json listSchema(const Json& element, std::size_t length) {
   Json list = {{"type", "array"}, {"items", element}};
@@ -52,7 +75,9 @@ class Definitions {
 
  private:
   Json familySchema(const Family& family) {
-    if (family.classes.size() == 1) return classSchema(family.classes.front(), false);
+    if (family.classes.size() == 1) {
+      return classSchema(family, family.classes.front(), false);
+    }
     // Told by the kind, so that an editor complains about the attribute that is wrong and not
     // about every kind that it might have been.
     Json kinds = Json::array();
@@ -60,7 +85,7 @@ class Definitions {
     for (const ObjectClass& each : family.classes) {
       kinds.push_back(each.kind);
       rules.push_back({{"if", {{"properties", {{"kind", {{"const", each.kind}}}}}}},
-                       {"then", classSchema(each, true)}});
+                       {"then", classSchema(family, each, true)}});
     }
     return {{"type", "object"},
             {"required", {"kind"}},
@@ -68,14 +93,19 @@ class Definitions {
             {"allOf", rules}};
   }
 
-  Json classSchema(const ObjectClass& own, bool isKindRequired) {
+  Json classSchema(const Family& family, const ObjectClass& own, bool isKindRequired) {
+    const std::vector<std::string> defaults = defaultsOf(family, own);
     Json properties = Json::object();
+    if (&family == &jobs()) properties["$schema"] = {{"type", "string"}};
     Json required = Json::array();
     if (!own.kind.empty()) properties["kind"] = {{"const", own.kind}};
     if (isKindRequired) required.push_back("kind");
     for (const Attribute& attribute : own.attributes) {
       Json schema = attributeSchema(attribute);
       schema["description"] = attribute.meaning;
+      if (!attribute.isRequired) {
+        schema["default"] = Json::parse(defaults[&attribute - own.attributes.data()]);
+      }
       properties[attribute.key] = schema;
       if (attribute.isRequired) required.push_back(attribute.key);
     }
@@ -88,9 +118,9 @@ class Definitions {
   Json attributeSchema(const Attribute& attribute) {
     switch (attribute.shape) {
       case Shape::kText:
-        return {{"type", "string"}};
+        return textSchema();
       case Shape::kTexts:
-        return listSchema({{"type", "string"}}, attribute.length);
+        return listSchema(textSchema(), attribute.length);
       case Shape::kFlag:
         return {{"type", "boolean"}};
       case Shape::kNumber:
@@ -105,9 +135,10 @@ class Definitions {
         return {{"anyOf",
                  {timeSchema(),
                   {{"type", "integer"}, {"minimum", INT32_MIN}, {"maximum", INT32_MAX}},
-                  {{"type", "string"}, {"pattern", "^0x[0-9A-Fa-f]+$"}}}}};
+                  hexadecimalSchema(INT32_MAX)}}};
       case Shape::kObject:
-        return referenceTo(attribute.family());
+        if (attribute.isRequired) return referenceTo(attribute.family());
+        return {{"anyOf", {referenceTo(attribute.family()), {{"type", "null"}}}}};
       case Shape::kObjects:
         return listSchema(referenceTo(attribute.family()), 0);
     }

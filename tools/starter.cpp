@@ -1,67 +1,18 @@
 #include "tools/starter.h"
 
-#include <algorithm>
+#include <vector>
+
+#include "tools/reference.h"
 
 namespace bkoq::tool {
 namespace {
 
 std::string indentOf(unsigned int level) { return std::string(2 * std::size_t{level}, ' '); }
 
-std::string repeated(const std::string& element, std::size_t length) {
-  std::string list = "[";
-  for (std::size_t i = 0; i < length; ++i) list += (i == 0 ? "" : ", ") + element;
-  return list + "]";
-}
-
-bool isNested(const Attribute& attribute) {
-  return attribute.shape == Shape::kObject || attribute.shape == Shape::kObjects;
-}
+bool isNested(const Attribute& attribute) { return static_cast<bool>(attribute.family); }
 
 std::string member(const std::string& key, const std::string& value) {
   return "\"" + key + "\": " + value;
-}
-
-std::string plainValue(const Attribute& attribute);
-
-// An object of the family on one line, with what is required.
-std::string shortObject(const Family& family) {
-  const ObjectClass& own = family.classes.front();
-  std::string text;
-  if (family.classes.size() > 1) text = member("kind", "\"" + own.kind + "\"");
-  for (const Attribute& attribute : own.attributes) {
-    if (!attribute.isRequired) continue;
-    text += (text.empty() ? "" : ", ") + member(attribute.key, plainValue(attribute));
-  }
-  return "{" + text + "}";
-}
-
-// A value on one line that is valid for the attribute.
-std::string plainValue(const Attribute& attribute) {
-  if (!attribute.sample.empty() && !isNested(attribute)) return attribute.sample;
-  const std::string number = std::to_string(std::max<std::int64_t>(attribute.least, 0));
-  switch (attribute.shape) {
-    case Shape::kText:
-      return attribute.key.find("Filter") != std::string::npos ? "\"1-5\"" : "\"\"";
-    case Shape::kTexts:
-      return repeated("\"\"", std::max<std::size_t>(attribute.length, 1));
-    case Shape::kFlag:
-      return "false";
-    case Shape::kNumber:
-      return attribute.words != nullptr ? "\"" + std::string(attribute.words->front().name) + "\""
-                                        : number;
-    case Shape::kNumbers:
-      return repeated(number, attribute.length);
-    case Shape::kTime:
-    case Shape::kSeconds:
-      return "\"2004-03-01T21:00:00\"";
-    case Shape::kTimes:
-      return repeated("\"2004-03-01T21:00:00\"", attribute.length);
-    case Shape::kObject:
-      return shortObject(attribute.family());
-    case Shape::kObjects:
-      return "[" + shortObject(attribute.family()) + "]";
-  }
-  return "null";
 }
 
 std::string nameList(const std::vector<ObjectClass>& classes) {
@@ -78,52 +29,72 @@ std::string note(const Attribute& attribute) {
   return "  // " + text + "\n";
 }
 
-// The comments come first: a comma then stands behind each line but the last, whichever of the
-// comments are taken in.
-std::string object(const ObjectClass& own, bool isKindShown, unsigned int level);
+// The comments come first: a comma is then after each line but the last, whichever of the comments
+// are taken in.
+class Starter {
+ public:
+  explicit Starter(bool hasAll) : hasAll_(hasAll) {}
 
-std::string shownValue(const Attribute& attribute, unsigned int level) {
-  if (!isNested(attribute)) return plainValue(attribute);
-  const Family& family = attribute.family();
-  const bool isList = attribute.shape == Shape::kObjects;
-  std::string text =
-      object(family.classes.front(), family.classes.size() > 1, level + (isList ? 1 : 0));
-  if (!isList) return text;
-  return "[\n" + indentOf(level + 1) + text + "\n" + indentOf(level) + "]";
-}
-
-std::string object(const ObjectClass& own, bool isKindShown, unsigned int level) {
-  const std::string indent = indentOf(level + 1);
-  std::string text = "{\n";
-  if (isKindShown) text += indent + member("kind", "\"" + own.kind + "\"") + ",\n";
-  std::vector<const Attribute*> shown;
-  for (const Attribute& attribute : own.attributes) {
-    if (attribute.isRequired || !attribute.sample.empty()) {
+  std::string object(const Family& family, const ObjectClass& own, bool isKindShown,
+                     unsigned int level) const {
+    const std::string indent = indentOf(level + 1);
+    std::string text = "{\n";
+    if (isKindShown) text += indent + member("kind", "\"" + own.kind + "\"") + ",\n";
+    // What is shown may decide what the rest is by itself.
+    std::string given;
+    std::vector<const Attribute*> shown;
+    for (const Attribute& attribute : own.attributes) {
+      if (!isShown(attribute)) continue;
       shown.push_back(&attribute);
-    } else {
-      text += indent + "// " + member(attribute.key, plainValue(attribute)) + "," + note(attribute);
+      if (!isNested(attribute)) {
+        given += (given.empty() ? "" : ", ") + member(attribute.key, attribute.sample);
+      }
     }
-  }
-  for (const Attribute* attribute : shown) {
-    const bool isLast = attribute == shown.back();
-    if (isNested(*attribute)) {
-      const std::string comment = note(*attribute);
-      text += indent + comment.substr(2);
-      text += indent + member(attribute->key, shownValue(*attribute, level + 1)) +
-              (isLast ? "\n" : ",\n");
-    } else {
-      text += indent + member(attribute->key, plainValue(*attribute)) + (isLast ? "" : ",") +
-              note(*attribute);
+    const std::vector<std::string> values = family.valuesOf(own, objectText(own, given));
+    for (std::size_t i = 0; i < values.size(); ++i) {
+      const Attribute& attribute = own.attributes[i];
+      if (isShown(attribute)) continue;
+      text += indent + "// " + member(attribute.key, values[i]) + "," + note(attribute);
     }
+    for (const Attribute* attribute : shown) {
+      const bool isLast = attribute == shown.back();
+      if (isNested(*attribute)) {
+        text += indent + note(*attribute).substr(2);
+        text += indent + member(attribute->key, nested(*attribute, level + 1)) +
+                (isLast ? "\n" : ",\n");
+      } else {
+        text += indent + member(attribute->key, attribute->sample) + (isLast ? "" : ",") +
+                note(*attribute);
+      }
+    }
+    return text + indentOf(level) + "}";
   }
-  return text + indentOf(level) + "}";
-}
+
+ private:
+  bool isShown(const Attribute& attribute) const {
+    return attribute.isRequired || !attribute.sample.empty() || (hasAll_ && isNested(attribute));
+  }
+
+  std::string nested(const Attribute& attribute, unsigned int level) const {
+    const Family& family = attribute.family();
+    const bool isList = attribute.shape == Shape::kObjects;
+    std::string text = object(family, family.classes.front(), !family.classes.front().kind.empty(),
+                              level + (isList ? 1 : 0));
+    if (!isList) return text;
+    return "[\n" + indentOf(level + 1) + text + "\n" + indentOf(level) + "]";
+  }
+
+  bool hasAll_;
+};
 
 }  // namespace
 
-std::string starterFile(const ObjectClass& kind) {
-  return "// " + kind.meaning + "\n// Remove the \"//\" in front of an attribute to set it.\n" +
-         object(kind, true, 0) + "\n";
+std::string starterFile(const ObjectClass& kind, bool hasAll) {
+  return "// " + kind.meaning +
+         "\n// A line after \"//\" shows what an attribute is by itself: remove the \"//\" to "
+         "change "
+         "it.\n// \"bkoq attributes\" says what each means, and which record fields it reaches.\n" +
+         Starter(hasAll).object(jobs(), kind, true, 0) + "\n";
 }
 
 }  // namespace bkoq::tool

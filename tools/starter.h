@@ -7,9 +7,10 @@
 
 namespace bkoq::tool {
 
-// A job file to begin with: what matters is filled in, every other attribute is a comment that
-// becomes valid when its "//" is removed.
-std::string starterFile(const ObjectClass& kind);
+// A job file to begin with: what matters is filled in, every other attribute is a comment with
+// its default, so that removing its "//" changes nothing. With `hasAll`, every object that can be
+// in it is.
+std::string starterFile(const ObjectClass& kind, bool hasAll);
 
 }  // namespace bkoq::tool
 

@@ -32,6 +32,27 @@ REFUSED = [
     '{"kind": "backup", "jobName": "x", "sourceNodes": [{"kind": "unix"}]}',
     '{"kind": "cruiseBackup", "jobName": "x", "schedule": {"kind": "regular"}}',
     '{"kind": "compare", "jobName": "x"}',
+    '{"kind": "job", "jobName": "x", "options": "0x 1"}',
+    '{"kind": "job", "jobName": "x", "options": "0x0x10"}',
+    '{"kind": "job", "jobName": "x", "options": "0x+1"}',
+    '{"kind": "job", "jobName": "x", "options": "0x"}',
+    '{"kind": "job", "jobName": "x", "options": "0x100000000"}',
+    '{"kind": "job", "jobName": "x", "jobStatus": "0x10000"}',
+    '{"kind": "job", "jobName": "x", "onExitCode": "0x80000000"}',
+    '{"kind": "job", "jobName": "x", "owner": "a\\u0000b"}',
+    '{"kind": "job", "jobName": null}',
+    '{"kind": "job", "jobName": "x", "schedule": {"kind": "regular", "execTime": "2004-04-31"}}',
+    '{"kind": "job", "jobName": "x", "schedule": {"kind": "regular", "execTime": "2038-01-01"}}',
+    '{"kind": "job", "$schema": 7, "jobName": "x"}',
+]
+
+ACCEPTED = [
+    '{"$schema": "job.schema.json", "kind": "job", "jobName": "x"}',
+    '{"kind": "job", "jobName": "x", "beforeJobWait": 1.0, "jobID": 2e3}',
+    '{"kind": "job", "jobName": "x", "options": "0x0000FFFFFFFF", "jobStatus": "0x0ffff"}',
+    '{"kind": "job", "jobName": "x", "onExitCode": "0x7FFFFFFF"}',
+    '{"kind": "job", "jobName": "x", "faxInfo": null, "schedule": null}',
+    '{"kind": "job", "jobName": "x", "schedule": {"kind": "regular", "execTime": "now"}}',
 ]
 
 
@@ -58,6 +79,7 @@ def main():
     assert len(kinds) == 14, kinds
     for kind in kinds:
         accepted["new " + kind] = output(tool, "new", kind)
+        accepted["new --all " + kind] = output(tool, "new", "--all", kind)
     for name, text in accepted.items():
         for error in validator.iter_errors(json.loads(without_comments(text))):
             print(f"{name}: {error.message}")
@@ -67,8 +89,16 @@ def main():
             print(f"accepted: {text}")
             failed = True
         if subprocess.run([tool, "check", "-"], input=text, text=True, check=False,
-                          capture_output=True).returncode != 2:
+                          capture_output=True).returncode != 1:
             print(f"accepted by check: {text}")
+            failed = True
+    for text in ACCEPTED:
+        if not validator.is_valid(json.loads(text)):
+            print(f"refused: {text}")
+            failed = True
+        if subprocess.run([tool, "check", "-"], input=text, text=True, check=False,
+                          capture_output=True).returncode != 0:
+            print(f"refused by check: {text}")
             failed = True
     return 1 if failed else 0
 

@@ -1,0 +1,338 @@
+#include "tools/explain.h"
+
+#include <algorithm>
+#include <cctype>
+#include <cstdio>
+#include <optional>
+#include <utility>
+
+#include "tools/problems.h"
+
+namespace bkoq::tool {
+namespace {
+
+std::size_t indexOf(BkoqLayout layout) { return layout == BKOQ_LAYOUT_CURRENT ? 0 : 1; }
+
+bool isNumber(BkoqFieldKind kind) {
+  return kind == BKOQ_FIELD_NUMBER || kind == BKOQ_FIELD_FLAGS || kind == BKOQ_FIELD_COUNT ||
+         kind == BKOQ_FIELD_TIME || kind == BKOQ_FIELD_CLIENT_TIME;
+}
+
+// What a tree holds at a path.
+struct Held {
+  bool isThere = false;
+  std::uint32_t number = 0;
+  std::string text;
+
+  bool operator==(const Held& other) const {
+    return isThere == other.isThere && number == other.number && text == other.text;
+  }
+};
+
+Held heldAt(const OwnedTree& tree, const std::string& path) {
+  struct Search {
+    const std::string& path;
+    Held held;
+  } search = {path, {}};
+  if (tree.root() == nullptr) return search.held;
+  bkoqWalk(
+      tree.root(), tree.layout(),
+      [](const BkoqVisit* visit, void* user) {
+        Search& search = *static_cast<Search*>(user);
+        if (visit->event != BKOQ_FIELD || search.path != visit->path) return 0;
+        Held& held = search.held;
+        held.isThere = true;
+        held.number = visit->number;
+        const bool isText = visit->kind == BKOQ_FIELD_TEXT || visit->kind == BKOQ_FIELD_TWO_TEXTS ||
+                            visit->kind == BKOQ_FIELD_TEXT_LIST;
+        if (isText && visit->target != 0) {
+          held.text.assign(static_cast<const char*>(visit->targetBytes), visit->targetSize);
+        } else if (visit->kind == BKOQ_FIELD_BYTE_LIST || visit->kind == BKOQ_FIELD_RESERVED) {
+          held.text.assign(static_cast<const char*>(visit->bytes), visit->width);
+        } else if (visit->target != 0) {
+          held.text = std::to_string(visit->count);
+        }
+        return 1;
+      },
+      &search);
+  return search.held;
+}
+
+// Finds the attributes on which a field depends: a group that makes no difference is put aside
+// as a whole.
+class Search {
+ public:
+  Search(Experiment& experiment, std::string path, BkoqLayout layout)
+      : experiment_(experiment),
+        path_(std::move(path)),
+        layout_(layout),
+        written_(heldAt(experiment.asWritten(layout), path_)) {}
+
+  const Held& written() const { return written_; }
+
+  std::vector<const GivenAttribute*> deciding(const std::vector<const GivenAttribute*>& all,
+                                              std::size_t most = SIZE_MAX) {
+    found_.clear();
+    most_ = most;
+    if (!all.empty()) search(all.data(), all.size());
+    return found_;
+  }
+
+  Held without(const std::vector<const GivenAttribute*>& group) {
+    std::vector<Experiment::Replacement> replacements;
+    for (const GivenAttribute* given : group) {
+      if (!given->attribute->isRequired) replacements.push_back({given, nullptr});
+    }
+    return heldWith(replacements);
+  }
+  Held with(const GivenAttribute& given, const Value* value) { return heldWith({{&given, value}}); }
+
+ private:
+  Held heldWith(const std::vector<Experiment::Replacement>& replacements) {
+    const OwnedTree tree = experiment_.flattenWith(replacements, layout_);
+    // A job that cannot be read so tells nothing.
+    return tree.root() == nullptr ? written_ : heldAt(tree, path_);
+  }
+
+  bool makesDifference(const GivenAttribute* const* group, std::size_t count) {
+    std::vector<Experiment::Replacement> changed;
+    std::vector<const GivenAttribute*> all(group, group + count);
+    for (const GivenAttribute* given : all) {
+      for (const Value* other : experiment_.otherValues(*given)) changed.push_back({given, other});
+    }
+    return !(without(all) == written_) || (!changed.empty() && !(heldWith(changed) == written_));
+  }
+
+  void search(const GivenAttribute* const* group, std::size_t count) {
+    if (found_.size() >= most_ || !makesDifference(group, count)) return;
+    if (count == 1) {
+      found_.push_back(*group);
+      return;
+    }
+    search(group, count / 2);
+    search(group + count / 2, count - count / 2);
+  }
+
+  Experiment& experiment_;
+  std::string path_;
+  BkoqLayout layout_;
+  Held written_;
+  std::vector<const GivenAttribute*> found_;
+  std::size_t most_ = SIZE_MAX;
+};
+
+std::string recordOf(const std::string& path) {
+  const std::size_t dot = path.rfind('.');
+  return dot == std::string::npos ? "" : path.substr(0, dot + 1);
+}
+
+// The class of the object that a record is made from: that of the innermost attribute that decides
+// one of its fields.
+const ObjectClass* classBehind(Experiment& experiment, const RecordField& field,
+                               const std::vector<const GivenAttribute*>& candidates,
+                               BkoqLayout layout) {
+  const std::string record = recordOf(field.path);
+  const auto depthOf = [&](const GivenAttribute* given) {
+    return experiment.objects()[static_cast<std::size_t>(given->object)].depth;
+  };
+  const GivenAttribute* innermost = nullptr;
+  for (const RecordField& sibling : experiment.fields(layout)) {
+    const bool isPlain = isNumber(sibling.kind) || sibling.kind == BKOQ_FIELD_TEXT ||
+                         sibling.kind == BKOQ_FIELD_TWO_TEXTS;
+    if (!isPlain || recordOf(sibling.path) != record) continue;
+    // A name is what tells objects apart; the first that is decided inside will do.
+    Search search(experiment, sibling.path, layout);
+    for (const GivenAttribute* given : search.deciding(candidates, 2)) {
+      if (innermost == nullptr || depthOf(given) > depthOf(innermost)) innermost = given;
+    }
+    const auto levels = static_cast<unsigned int>(std::count(record.begin(), record.end(), '.'));
+    if (innermost != nullptr && depthOf(innermost) >= levels) break;
+  }
+  return innermost == nullptr
+             ? experiment.objects().front().own
+             : experiment.objects()[static_cast<std::size_t>(innermost->object)].own;
+}
+
+std::string hexadecimal(std::uint32_t number) {
+  char text[16] = "";
+  std::snprintf(text, sizeof text, "0x%X", static_cast<unsigned>(number));
+  return text;
+}
+
+// Which bits of the field an attribute sets, and which of its own do so.
+void addBits(Experiment& experiment, Search& search, const GivenAttribute& given,
+             std::vector<Reason>& reasons) {
+  const std::uint32_t written = search.written().number;
+  const Attribute& attribute = *given.attribute;
+  std::int64_t value = 0;
+  Problems problems;
+  Kept kept;
+  const Document none("");
+  const bool isNumber =
+      attribute.shape == Shape::kNumber &&
+      Reader(none, problems, kept)
+          .number(*given.value, attribute.least, attribute.most, attribute.words, value);
+  const std::uint32_t all = written & ~search.without({&given}).number;
+  if (!isNumber || all == 0) {
+    reasons.push_back({&given, all, 0});
+    return;
+  }
+  Reason same = {&given, 0, 0};
+  std::vector<Reason> translated;
+  for (std::uint32_t bit = 1; bit != 0; bit <<= 1U) {
+    if ((value & bit) == 0) continue;
+    const Held held = search.with(given, experiment.number(value & ~std::int64_t{bit}));
+    const std::uint32_t set = written & ~held.number;
+    if (set == 0) continue;
+    if (set == bit) {
+      same.fieldBits |= bit;
+    } else {
+      translated.push_back({&given, set, bit});
+    }
+  }
+  if (same.fieldBits != 0) reasons.push_back(same);
+  reasons.insert(reasons.end(), translated.begin(), translated.end());
+  if (same.fieldBits == 0 && translated.empty()) reasons.push_back({&given, all, 0});
+}
+
+}  // namespace
+
+bool isSecret(const Attribute& attribute) {
+  std::string key = attribute.key;
+  for (char& c : key) c = static_cast<char>(std::tolower(static_cast<unsigned char>(c)));
+  for (const char* word : {"password", "pw", "encryptionkey", "encryptkey"}) {
+    if (key.find(word) != std::string::npos) return true;
+  }
+  return false;
+}
+
+std::string shownValue(const GivenAttribute& given) {
+  if (isSecret(*given.attribute)) return "********";
+  const auto shown = [](const Value& value) -> std::string {
+    switch (value.type()) {
+      case Value::Type::kText:
+        return jsonText(shortened(std::string(value.text())));
+      case Value::Type::kNumber:
+        return shortened(std::string(value.text()));
+      case Value::Type::kFlag:
+        return value.isTrue() ? "true" : "false";
+      case Value::Type::kNull:
+        return "null";
+      case Value::Type::kList:
+        return "[...]";
+      case Value::Type::kObject:
+        return "{...}";
+    }
+    return "";
+  };
+  if (given.isContainer() || given.value->type() != Value::Type::kList) {
+    const auto count = given.value->elements().size();
+    if (given.value->type() == Value::Type::kList) {
+      return count == 0 ? "[]" : "[" + std::to_string(count) + " of them]";
+    }
+    return shown(*given.value);
+  }
+  std::string list;
+  for (const Value& element : given.value->elements()) {
+    list += (list.empty() ? "" : ", ") + shown(element);
+  }
+  return "[" + shortened(list) + "]";
+}
+
+Decided whatItDecides(Experiment& experiment, const GivenAttribute& given,
+                      const std::vector<BkoqLayout>& layouts) {
+  Decided decided;
+  decided.given = &given;
+  const bool canGo = !given.attribute->isRequired;
+  bool isMissed = !canGo;
+  bool isAll = canGo;  // whether leaving it out shows in every layout
+  for (const BkoqLayout layout : layouts) {
+    if (!canGo) break;
+    const auto differences = experiment.differences(given, nullptr, layout);
+    if (!differences || !differences->empty()) isMissed = true;
+    if (differences) decided.fields[indexOf(layout)] = *differences;
+    isAll = isAll && differences && !differences->empty();
+  }
+  if (!isAll) {
+    for (const Value* other : experiment.otherValues(given)) {
+      for (const BkoqLayout layout : layouts) {
+        const auto differences = experiment.differences(given, other, layout);
+        if (!differences) continue;
+        std::vector<std::string>& fields = decided.fields[indexOf(layout)];
+        for (const std::string& path : *differences) {
+          if (std::find(fields.begin(), fields.end(), path) == fields.end()) {
+            fields.push_back(path);
+          }
+        }
+      }
+    }
+  }
+  const bool reachesAny = !decided.fields[0].empty() || !decided.fields[1].empty();
+  decided.isDefault = !isMissed && reachesAny;
+  return decided;
+}
+
+FieldReason whyFieldHolds(Experiment& experiment, const std::string& path, BkoqLayout layout) {
+  FieldReason why;
+  for (const RecordField& field : experiment.fields(layout)) {
+    if (field.path == path) why.field = &field;
+  }
+  if (why.field == nullptr) return why;
+  std::vector<const GivenAttribute*> plain;
+  std::vector<const GivenAttribute*> containers;
+  for (const GivenAttribute& given : experiment.attributes()) {
+    (given.isContainer() ? containers : plain).push_back(&given);
+  }
+  Search search(experiment, path, layout);
+  std::vector<const GivenAttribute*> deciding = search.deciding(plain);
+  why.byItself = search.without(deciding).number;
+  if (deciding.empty()) {
+    const bool isMade = why.field->kind == BKOQ_FIELD_COUNT ||
+                        why.field->kind == BKOQ_FIELD_ARRAY || why.field->kind == BKOQ_FIELD_RECORD;
+    // Its own list decides how many there are, not those around it.
+    if (isMade) deciding = search.deciding(containers);
+    if (deciding.size() > 1) deciding.erase(deciding.begin(), deciding.end() - 1);
+    if (deciding.empty()) {
+      why.origin = *why.field->filledBy == '\0' && !isMade
+                       ? "computed"
+                       : "default of " + classBehind(experiment, *why.field, plain, layout)->name;
+    }
+  } else if (why.field->kind == BKOQ_FIELD_FLAGS && why.byItself != 0) {
+    why.origin = "default " + hexadecimal(why.byItself) + " of " +
+                 classBehind(experiment, *why.field, plain, layout)->name;
+  }
+  for (const GivenAttribute* given : deciding) {
+    if (why.field->kind == BKOQ_FIELD_FLAGS) {
+      addBits(experiment, search, *given, why.reasons);
+    } else {
+      why.reasons.push_back({given, 0, 0});
+    }
+  }
+  return why;
+}
+
+std::string reasonText(const Experiment& experiment, const FieldReason& why,
+                       const std::string& file) {
+  std::string text = why.field->path;
+  const bool isFlags = why.field->kind == BKOQ_FIELD_FLAGS;
+  if (isFlags) {
+    text += " " + hexadecimal(why.field->number);
+  } else if (isNumber(why.field->kind)) {
+    text += " " + std::to_string(static_cast<std::int32_t>(why.field->number));
+  }
+  std::string parts = why.origin;
+  for (const Reason& reason : why.reasons) {
+    if (!parts.empty()) parts += "; ";
+    if (isFlags && reason.fieldBits != 0) {
+      parts += hexadecimal(reason.fieldBits) + " because " + reason.given->path;
+      parts += reason.attributeBits != 0 ? " has " + hexadecimal(reason.attributeBits)
+                                         : " is " + shownValue(*reason.given);
+    } else {
+      parts += reason.given->path + " is " + shownValue(*reason.given);
+    }
+    parts += " (" + file + ":" + std::to_string(experiment.placeOf(*reason.given).line) + ")";
+  }
+  return text + ": " + parts;
+}
+
+}  // namespace bkoq::tool

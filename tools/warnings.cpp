@@ -1,0 +1,195 @@
+#include "tools/warnings.h"
+
+#include <cstdint>
+#include <string>
+#include <string_view>
+#include <unordered_map>
+#include <vector>
+
+#include "tools/attributes.h"
+#include "tools/reader.h"
+
+namespace bkoq::tool {
+namespace {
+
+constexpr std::int64_t kMost16 = 0xFFFF;
+
+class Warner {
+ public:
+  Warner(const Document& document, Problems& problems) : document_(document), problems_(problems) {}
+
+  void object(const Family& family, const Value& value) {
+    const ObjectClass* own = family.classOf(value);
+    if (own == nullptr || value.type() != Value::Type::kObject) return;
+    std::uint64_t given = 0;  // one bit for each attribute; no class has more
+    for (const Member& member : value.members()) {
+      const Attribute* attribute = own->find(member.key);
+      if (attribute == nullptr) continue;
+      given |= std::uint64_t{1} << static_cast<unsigned int>(attribute - own->attributes.data());
+      const Within within(*this, member.key);
+      plain(*attribute, member);
+      if (attribute->family) nested(*attribute, member.value);
+    }
+    leftToNow(*own, value, given);
+    if (&family == &disks()) joinedPaths(value);
+    if (own->name == "BKQRotationSchedule") days(value);
+  }
+
+ private:
+  class Within {
+   public:
+    Within(Warner& warner, std::string_view key) : path_(warner.path_), length_(path_.size()) {
+      if (!path_.empty()) path_ += '.';
+      path_.append(key);
+    }
+    Within(Warner& warner, std::size_t index) : path_(warner.path_), length_(path_.size()) {
+      path_ += '[';
+      path_ += std::to_string(index);
+      path_ += ']';
+    }
+    ~Within() { path_.resize(length_); }
+    Within(const Within&) = delete;
+    Within& operator=(const Within&) = delete;
+
+   private:
+    std::string& path_;
+    std::size_t length_;
+  };
+
+  void warn(Offset at, const std::string& message) {
+    problems_.warn(document_.placeOf(at), path_, message);
+  }
+
+  void nested(const Attribute& attribute, const Value& value) {
+    const Family& family = attribute.family();
+    const bool wasUnix = isUnix_;
+    if (&family != &machines()) {
+      each(family, value);
+    } else {
+      const auto nodes = value.elements();
+      sameTwice(nodes);
+      if (value.type() == Value::Type::kObject) machine(value);
+      for (std::size_t i = 0; i < nodes.size(); ++i) {
+        const Within within(*this, i);
+        machine(nodes[i]);
+      }
+    }
+    isUnix_ = wasUnix;
+  }
+
+  void each(const Family& family, const Value& value) {
+    if (value.type() == Value::Type::kObject) object(family, value);
+    const auto elements = value.elements();
+    for (std::size_t i = 0; i < elements.size(); ++i) {
+      const Within within(*this, i);
+      object(family, elements[i]);
+    }
+  }
+
+  void machine(const Value& node) {
+    const Value* kind = node.find("kind");
+    isUnix_ = kind != nullptr && kind->text() == "unix";
+    object(machines(), node);
+  }
+
+  void plain(const Attribute& attribute, const Member& member) {
+    const Value& value = member.value;
+    if (!attribute.isRecorded) warn(member.at, "reaches no record");
+    if (attribute.onlyIn != nullptr) {
+      warn(member.at, std::string("only the ") + attribute.onlyIn + " layout carries it");
+    }
+    if (attribute.recordedMost != 0) {
+      std::int64_t number = 0;
+      Problems none;
+      Kept kept;
+      Reader reader(document_, none, kept);
+      if (reader.number(value, attribute.least, attribute.most, attribute.words, number) &&
+          number > attribute.recordedMost) {
+        warn(value.at(), "only its low 16 bits, " + std::to_string(number & kMost16) +
+                             ", are in the record of the current layout");
+      }
+    }
+    if (attribute.shape != Shape::kText && attribute.shape != Shape::kTexts) return;
+    if (attribute.key == "filterString" && value.text().size() > kMost16) {
+      warn(value.at(), "the record's length of it, usFilterLen, has 16 bits: " +
+                           std::to_string(value.text().size() & kMost16) + " in place of " +
+                           std::to_string(value.text().size()));
+    }
+    if (attribute.key == "comments") return;
+    controls(value);
+    for (const Value& element : value.elements()) controls(element);
+  }
+
+  void controls(const Value& value) {
+    for (const char c : value.text()) {
+      const auto byte = static_cast<unsigned char>(c);
+      if (byte >= 0x20 && byte != 0x7F) continue;
+      const char* name = c == '\n' ? "a line feed, \\n" : c == '\t' ? "a tab, \\t" : nullptr;
+      warn(value.at(), std::string("holds ") + (name != nullptr ? name : "a control character") +
+                           "; a backslash of a path is written as \\\\");
+      return;
+    }
+  }
+
+  void leftToNow(const ObjectClass& own, const Value& value, std::uint64_t given) {
+    for (std::size_t i = 0; i < own.attributes.size(); ++i) {
+      if (!own.attributes[i].isNowUnlessGiven || (given >> i & 1U) != 0) continue;
+      if (!own.attributes[i].isRecorded) continue;
+      warn(value.at(), inQuotes(own.attributes[i].key) +
+                           " is left out: it is the time at which the job is flattened");
+    }
+  }
+
+  void sameTwice(const Sequence<Value>& nodes) {
+    std::unordered_map<std::string_view, const Value*> seen;
+    for (std::size_t i = 0; i < nodes.size(); ++i) {
+      const Value* name = nodes[i].find("nodeName");
+      if (name == nullptr || name->text().empty()) continue;
+      const auto [first, isNew] = seen.emplace(name->text(), name);
+      if (isNew) continue;
+      const Within within(*this, i);
+      warn(name->at(), inQuotes(std::string(name->text())) + " is a node already, in line " +
+                           std::to_string(document_.placeOf(first->second->at()).line));
+    }
+  }
+
+  // The path of an item is put right after the name of its disk.
+  void joinedPaths(const Value& disk) {
+    const Value* name = disk.find("diskName");
+    const Value* items = disk.find("diskItems");
+    if (!isUnix_ || name == nullptr || items == nullptr || name->text().empty()) return;
+    const auto elements = items->elements();
+    for (std::size_t i = 0; i < elements.size(); ++i) {
+      const Value* path = elements[i].find("path");
+      if (path == nullptr || path->text().empty()) continue;
+      if (name->text().back() == '/' || path->text().front() == '/') continue;
+      const Within inList(*this, "diskItems");
+      const Within inItem(*this, i);
+      warn(path->at(),
+           "with the disk's name it becomes " +
+               inQuotes(std::string(name->text()) + std::string(path->text())) + "; is " +
+               inQuotes(std::string(name->text()) + "/" + std::string(path->text())) + " meant?");
+    }
+  }
+
+  void days(const Value& schedule) {
+    const Value* mask = schedule.find("jobMask");
+    const Value* units = mask == nullptr ? nullptr : mask->find("jobUnits");
+    if (units != nullptr && !units->elements().empty()) return;
+    warn(mask == nullptr ? schedule.at() : mask->at(),
+         "no job units: the rotation says for no day what is run");
+  }
+
+  const Document& document_;
+  Problems& problems_;
+  std::string path_;
+  bool isUnix_ = false;
+};
+
+}  // namespace
+
+void addWarnings(const Document& document, Problems& problems) {
+  Warner(document, problems).object(jobs(), document.root());
+}
+
+}  // namespace bkoq::tool
