@@ -162,6 +162,13 @@ class FamilyOf : public Family {
     Table<Object> table(added.attributes, setters);
     describe(table);
     classes.push_back(std::move(added));
+    shows_.push_back([setters](Part& part) {
+      std::vector<std::string> values;
+      for (const Setter<Object>& setter : setters) {
+        values.push_back(setter.show(dynamic_cast<Object&>(part)));
+      }
+      return values;
+    });
     makers_.push_back(
         [make, setters](Reader& reader, const Value& value, const WrittenObject& written) -> Part* {
           Object* object = make(value);

@@ -94,7 +94,7 @@ class Warner {
 
   void plain(const Attribute& attribute, const Member& member) {
     const Value& value = member.value;
-    if (!attribute.isRecorded) warn(member.at, "reaches no record");
+    if (!attribute.isRecorded && !attribute.isRequired) warn(member.at, "reaches no record");
     if (attribute.onlyIn != nullptr) {
       warn(member.at, std::string("only the ") + attribute.onlyIn + " layout carries it");
     }
