@@ -36,15 +36,16 @@ for header in bkoq/*.h rw/*.h; do
       -include "$header" /dev/null
   done
 done
+echo 'extern int used;' >"$work/used.c" # a header of macros alone is no C program
 for header in bkoq/records.h bkoq/records_old.h bkoq/kit.h bkoq/bktime.h bkoq/version.h; do
-  quietly "$cc" $flags -std=c11 -Wall -Wextra -Wpedantic -Werror -I. -x c -fsyntax-only \
-    -include "$header" /dev/null
+  quietly "$cc" $flags -std=c11 -Wall -Wextra -Wpedantic -Werror -I. -fsyntax-only \
+    -include "$header" "$work/used.c"
 done
 cd "$work"
 
 say "the headers and the package have one version"
 in_headers=$(echo BKOQ_VERSION_TEXT |
-  "$cxx" $flags -I"$work/prefix/include" -include bkoq/version.h -x c++ -E -P - | tr -d '" \n')
+  "$cc" $flags -I"$work/prefix/include" -include bkoq/version.h -x c -E -P - | tr -d '" \n')
 PKG_CONFIG_PATH=$(dirname "$(find "$work/prefix" -name bkoq.pc)")
 export PKG_CONFIG_PATH
 in_package=$(pkg-config --modversion bkoq)
