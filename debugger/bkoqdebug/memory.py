@@ -1,4 +1,6 @@
 """The memory of the process or core dump, by address alone."""
+import functools
+
 import gdb
 
 PAGE = 4096
@@ -80,12 +82,13 @@ class Memory:
                 return bytes(data)
 
 
+@functools.lru_cache(maxsize=1000)
 def readable_name(name):
     """Of a class, from the name that its run-time type information has."""
     prefix = "typeinfo name for "
+    is_plain = name[0].isalpha() and not name.startswith("N")
     try:
-        shown = gdb.execute("demangle _ZTS" + ("%d" % len(name) if name[0].isalpha() and
-                                               not name.startswith("N") else "") + name,
+        shown = gdb.execute("demangle _ZTS%s%s" % (len(name) if is_plain else "", name),
                             to_string=True).strip()
     except gdb.error:
         return name

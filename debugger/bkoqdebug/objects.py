@@ -77,7 +77,7 @@ class Objects:
         if not re.fullmatch(rb"\*?[0-9A-Za-z_.$]{1,400}", name):
             raise Unreadable("no name of a class")
         name = name.decode("ascii").lstrip("*")
-        plain = re.fullmatch(r"([0-9]+)(.*)", name)
+        plain = re.fullmatch(r"([0-9]{1,3})(.*)", name)
         return plain.group(2) if plain and len(plain.group(2)) == int(plain.group(1)) else name
 
     def known_class(self, address, names):

@@ -1,6 +1,6 @@
 // A client for gdb to look at: jobs of every kind with every attribute set, those of the examples
-// and some that no job file makes. Writes the images of their records, as the kit has them, into the
-// folder given and stops in ready().
+// and some that no job file makes. Writes the images of their records, as the kit has them, into
+// the folder given and stops in ready().
 #include <bkoq/bkoq.h>
 #include <bkoq/kit.h>
 
@@ -52,8 +52,7 @@ void writeImage(const Case& made, const void* root, BkoqLayout layout) {
   const std::string path =
       folder + "/" + made.name + (isCurrent ? ".current.image" : ".previous.image");
   std::FILE* file = std::fopen(path.c_str(), "wb");
-  if (file == nullptr ||
-      bkoqWriteImage(root, layout, bkoqFileSink, file, nullptr) != BKOQ_OK) {
+  if (file == nullptr || bkoqWriteImage(root, layout, bkoqFileSink, file, nullptr) != BKOQ_OK) {
     std::fprintf(stderr, "no image of %s\n", made.name.c_str());
     std::exit(1);
   }

@@ -5,7 +5,7 @@ import struct
 
 import gdb
 
-ROUNDS = 300
+ROUNDS = 100
 VALUES = (0, 1, 2, 7, 0x13, 0x7FFFFFFF, 0x80000000, 0xFFFFFFFF, 100000)
 
 

@@ -43,6 +43,9 @@ class Gdb:
         if not os.path.exists(results):
             raise AssertionError(done.stdout.decode(errors="replace") +
                                  done.stderr.decode(errors="replace"))
+        # What fails inside a pretty-printer is only said.
+        for word in (b"Python Exception", b"Traceback"):
+            assert word not in done.stdout + done.stderr, done.stderr.decode(errors="replace")
         with open(results, encoding="utf-8") as file:
             answers = json.load(file)
         os.unlink(results)
@@ -124,7 +127,7 @@ class Client(Suite):
                 self.assertEqual(stat.S_IMODE(os.stat(path).st_mode), 0o600)
 
     def test_trees_are_those_of_the_command(self):
-        plain = [(name, []) for name in self.names]
+        plain = [(name, []) for name in self.names if not name.endswith("-1")]
         open_ones = [(name, ["--show-secrets"]) for name in ("nightly", "every-restore-0")]
         commands = []
         for name, options in plain + open_ones:
@@ -252,7 +255,7 @@ class Client(Suite):
             "break ready", "run %s >/dev/null" % self.images,
             "source " + os.path.join(HERE, "damage.py"),
             "damage-objects %d" % self.names.index("nightly")])
-        self.assertRegex(self.outputs(answers)[-1], r"^\d+ whole, \d+ refused\n$")
+        self.assertRegex(self.outputs(answers)[-1], r"^(\d+ whole, \d+ refused\n){2}$")
 
 
 class Server(Suite):

@@ -1,5 +1,5 @@
-/* A server that knows nothing of the libraries: it holds record trees, good and damaged ones, and has
-   no symbols. Prints a line "name address" for each tree and waits to be looked at. */
+/* A server that knows nothing of the libraries: it holds record trees, good and damaged ones, and
+   has no symbols. Prints a line "name address" for each tree and waits to be looked at. */
 #define _DEFAULT_SOURCE
 #include <signal.h>
 #include <stdint.h>
