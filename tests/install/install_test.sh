@@ -71,6 +71,23 @@ if [ -e "$work/prefix/bin/bkoq" ]; then
     fail "no description for Kaitai Struct"
 fi
 
+if [ -d "$work/prefix/share/bkoq/gdb" ]; then
+  say "gdb loads its extension with the library"
+  # Below the folder that gdb searches is the library's own, so this prefix stays where it is.
+  quietly "$cmake" --install "$build" --prefix "$work/loaded"
+  pc=$(find "$work/loaded" -name bkoq.pc)
+  quietly "$cxx" $flags -std=c++11 "$here/client.cpp" \
+    $(PKG_CONFIG_PATH=$(dirname "$pc") pkg-config --cflags --libs bkoq) -o loaded
+  quietly gdb -nx -q -batch \
+    -iex "add-auto-load-scripts-directory $work/loaded/share/gdb/auto-load" \
+    -iex "add-auto-load-safe-path $work/loaded" -ex 'break main' -ex run -ex 'show bkoq secrets' \
+    ./loaded
+  grep -q 'Passwords and keys are masked' log || {
+    cat log
+    fail "gdb did not load it"
+  }
+fi
+
 say "a client is built through find_package() and runs"
 quietly "$cmake" -S "$here" -B cmake-client -G "$generator" -DCMAKE_CXX_COMPILER="$cxx" \
   -DCMAKE_CXX_FLAGS="$flags" -DCMAKE_PREFIX_PATH="$work/prefix"
