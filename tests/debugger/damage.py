@@ -5,7 +5,6 @@ import struct
 
 import gdb
 
-ROUNDS = 100
 VALUES = (0, 1, 2, 7, 0x13, 0x7FFFFFFF, 0x80000000, 0xFFFFFFFF, 100000)
 
 
@@ -26,7 +25,7 @@ def pointers(memory, addresses):
     return found
 
 
-def damage(start, size, commands):
+def damage(start, size, rounds, commands):
     memory = gdb.selected_inferior()
     generator = random.Random(7)
     places = words(start, size)
@@ -35,7 +34,7 @@ def damage(start, size, commands):
             if len(places) < 3000:
                 places += [place for place in words(target, 96) if place not in places]
     whole = refused = 0
-    for _ in range(ROUNDS):
+    for _ in range(rounds):
         place = generator.choice(places)
         before = bytes(memory.read_memory(place, 4))
         value = generator.choice(VALUES + (generator.choice(places), generator.getrandbits(32)))
@@ -63,7 +62,7 @@ class Records(gdb.Command):
     def invoke(self, argument, from_tty):
         root = int(trees["good"], 16)  # noqa: F821, the session before this read them
         image = os.environ["RESULTS"] + ".image"
-        damage(root, 292, ["bkoq tree %d" % root, "bkoq image %d %s" % (root, image)])
+        damage(root, 292, 150, ["bkoq tree %d" % root, "bkoq image %d %s" % (root, image)])
         if os.path.exists(image):
             os.unlink(image)
 
@@ -76,8 +75,8 @@ class Objects(gdb.Command):
         case = "cases._M_impl._M_start[%s]" % argument
         job = int(gdb.parse_and_eval(case + ".job"))
         record = int(gdb.parse_and_eval(case + ".current"))
-        damage(job, 280, ["bkoq job %d" % job, "print *(BKQJob *)%d" % job])
-        damage(record, 292, ["print *(BKQJDATATRANSFER *)%d" % record])
+        damage(job, 280, 80, ["bkoq job %d" % job, "print *(BKQJob *)%d" % job])
+        damage(record, 292, 20, ["print *(BKQJDATATRANSFER *)%d" % record])
 
 
 Records()
