@@ -52,12 +52,16 @@ in_package=$(pkg-config --modversion bkoq)
 [ "$in_headers" = "$in_package" ] || fail "version $in_headers in the headers, $in_package in the package"
 
 say "a client is built through pkg-config and runs"
+libraries=$(dirname "$PKG_CONFIG_PATH")
+! grep -l rpath "$PKG_CONFIG_PATH"/*.pc || fail "a pkg-config file names a folder for the loader"
 quietly "$cxx" $flags -std=c++11 "$here/client.cpp" $(pkg-config --cflags --libs bkoq) -o client
-quietly ./client
+quietly env LD_LIBRARY_PATH="$libraries" ./client
+quietly "$cxx" $flags -std=c++11 "$here/rw_client.cpp" $(pkg-config --cflags --libs bkrw) -o rw_client
+quietly env LD_LIBRARY_PATH="$libraries" ./rw_client
 
 say "a C program with the kit alone"
 quietly "$cc" $flags -std=c11 "$here/kit_client.c" $(pkg-config --cflags --libs bkoqkit) -o kit_client
-quietly ./kit_client
+quietly env LD_LIBRARY_PATH="$libraries" ./kit_client
 
 if [ -e "$work/prefix/bin/bkoq" ]; then
   say "the command, its manual page and its completions"
@@ -94,6 +98,22 @@ quietly "$cmake" -S "$here" -B cmake-client -G "$generator" -DCMAKE_CXX_COMPILER
 quietly "$cmake" --build cmake-client
 quietly cmake-client/client
 quietly cmake-client/rw_client
+
+say "the build folder is found as an installation is"
+quietly "$cmake" -S "$here" -B build-tree-client -G "$generator" -DCMAKE_CXX_COMPILER="$cxx" \
+  -DCMAKE_CXX_FLAGS="$flags" -Dbkoq_DIR="$build"
+quietly "$cmake" --build build-tree-client
+quietly build-tree-client/client
+
+say "the documents and examples are there that help texts and headers name"
+named=$(cat "$work"/prefix/include/*/*.h)
+[ ! -e "$work/prefix/bin/bkoq" ] ||
+  named+=$(for command in '' flatten show diff check new layout schema; do
+    "$work/prefix/bin/bkoq" $command --help
+  done)
+for file in $(grep -oE '(docs|examples)/[a-zA-Z0-9_-]+\.[a-z]+' <<<"$named" | sort -u); do
+  [ -e "$work/prefix/share/doc/bkoq/${file#docs/}" ] || fail "$file is named, but not installed"
+done
 
 if [ "$flags" = -m32 ]; then
   say "a 64-bit client is turned away, and told why"
