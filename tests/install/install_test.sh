@@ -81,11 +81,12 @@ if [ -d "$work/prefix/share/bkoq/gdb" ]; then
   quietly "$cmake" --install "$build" --prefix "$work/loaded"
   pc=$(find "$work/loaded" -name bkoq.pc)
   quietly "$cxx" $flags -std=c++11 "$here/client.cpp" \
-    $(PKG_CONFIG_PATH=$(dirname "$pc") pkg-config --cflags --libs bkoq) -o loaded
+    $(PKG_CONFIG_PATH=$(dirname "$pc") pkg-config --cflags --libs bkoq) -o loaded-client
   quietly gdb -nx -q -batch \
     -iex "add-auto-load-scripts-directory $work/loaded/share/gdb/auto-load" \
-    -iex "add-auto-load-safe-path $work/loaded" -ex 'break main' -ex run -ex 'show bkoq secrets' \
-    ./loaded
+    -iex "add-auto-load-safe-path $work/loaded" -ex 'break main' \
+    -ex "set environment LD_LIBRARY_PATH $(dirname "$(dirname "$pc")")" -ex run \
+    -ex 'show bkoq secrets' ./loaded-client
   grep -q 'Passwords and keys are masked' log || {
     cat log
     fail "gdb did not load it"
