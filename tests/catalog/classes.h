@@ -12,10 +12,10 @@
 #include "tests/catalog/kinds.h"
 
 // X(class, sort, copies, model, steps)
-//   sort    Concrete, Abstract, or List: a collection
-//   copies  Value, or Alone: it holds objects by address and is copied by clone() and mycopy()
-//   alone model   the file of its mycopy(); empty when it has none steps   the file of its step of
-//   the conversion; empty when it reaches no record
+// - sort: Concrete, Abstract, or List: a collection
+// - copies: Value, or Alone: it holds objects by address, and only clone() and mycopy() copy it
+// - model: the file of its mycopy(); empty when it has none
+// - steps: the file of its step of the conversion; empty when it reaches no record
 // clang-format off
 #define BKOQ_CLASSES(X) \
   X(BKQNodeCol, List, Value, "", "") \
