@@ -44,6 +44,9 @@ void freeNode(const typename Parts<Job>::Node& node, Media media) {
   job->ulNumSourceNodes = 1;
   job->pSourceNodes = newRecord<typename Parts<Job>::Node>();
   *job->pSourceNodes = node;
+  // A restore destination may be called a UNIX machine, whose texts are two in a block; to free a
+  // block it is enough to know of the first.
+  job->pSourceNodes->usNodeType = 0;
   freeJob(job);
 }
 
