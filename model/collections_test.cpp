@@ -290,7 +290,9 @@ TYPED_TEST(ListTest, CopyHasTheCursor) {
   this->page(*this->owner, 1, 1);
   auto copy = newObject<typename TypeParam::Owner>();
   copy->mycopy(this->owner.get());
-  this->page(*copy, 9, TypeParam::entries(*copy) - 1);
+  // A rotation's copy alone keeps its own position, here the first.
+  const bool hasTheCursor = !std::is_same<typename TypeParam::Owner, BKQRotationSchedule>::value;
+  this->page(*copy, 9, TypeParam::entries(*copy) - (hasTheCursor ? 1 : 0));
   this->deleteCopy(std::move(copy));
 }
 

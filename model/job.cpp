@@ -676,15 +676,27 @@ void BKQCompareJob::mycopy(BKQCompareJob* source) {
 
 namespace {
 
-int setSessionFilter(bkoq::SessionChoice& sessions, const RWCollectableString& filter) {
+// Merge and scan jobs choose their sessions alike, but each has the members of it: a class between
+// them and BKQJob would change both.
+int takesAllSessions(unsigned short start, unsigned short end) {
+  return start == 0 && end == 0 ? 1 : 0;
+}
+
+int setSessionFilter(RWCollectableString& held, const RWCollectableString& filter) {
   if (!bkoq::isSessionFilter(filter)) return 0;
-  sessions.filter = filter;
+  held = filter;
   return 1;
 }
 
 }  // namespace
 
-BKQMergeJob::BKQMergeJob() : source_(nullptr), destination_(nullptr) {}
+BKQMergeJob::BKQMergeJob()
+    : source_(nullptr),
+      destination_(nullptr),
+      rangeStart_(0),
+      rangeEnd_(0),
+      type_(static_cast<BKQMergeScanType>(0)),
+      detailed_(0) {}
 
 BKQMergeJob::~BKQMergeJob() {
   delete source_;
@@ -708,30 +720,30 @@ void BKQMergeJob::setDestination(BKQDiskNode& node) { destination_ = &node; }
 BKQDiskNode* BKQMergeJob::getDestination() const { return destination_; }
 
 void BKQMergeJob::getMergeRange(unsigned short& start, unsigned short& end) const {
-  start = sessions_.start;
-  end = sessions_.end;
+  start = rangeStart_;
+  end = rangeEnd_;
 }
 
 void BKQMergeJob::setMergeRange(unsigned short start, unsigned short end) {
-  sessions_.start = start;
-  sessions_.end = end;
+  rangeStart_ = start;
+  rangeEnd_ = end;
 }
 
-int BKQMergeJob::mergeAll() const { return sessions_.takesAll(); }
+int BKQMergeJob::mergeAll() const { return takesAllSessions(rangeStart_, rangeEnd_); }
 
-BKQJob::BKQMergeScanType BKQMergeJob::getMergeType() const { return sessions_.type; }
+BKQJob::BKQMergeScanType BKQMergeJob::getMergeType() const { return type_; }
 
-void BKQMergeJob::setMergeType(BKQMergeScanType type) { sessions_.type = type; }
+void BKQMergeJob::setMergeType(BKQMergeScanType type) { type_ = type; }
 
-const RWCollectableString& BKQMergeJob::getMergeFilter() const { return sessions_.filter; }
+const RWCollectableString& BKQMergeJob::getMergeFilter() const { return filter_; }
 
 int BKQMergeJob::setMergeFilter(const RWCollectableString& filter) {
-  return setSessionFilter(sessions_, filter);
+  return setSessionFilter(filter_, filter);
 }
 
-int BKQMergeJob::getDetailedMerge() const { return sessions_.detailed; }
+int BKQMergeJob::getDetailedMerge() const { return detailed_; }
 
-void BKQMergeJob::setDetailedMerge(int detailed) { sessions_.detailed = detailed; }
+void BKQMergeJob::setDetailedMerge(int detailed) { detailed_ = detailed; }
 
 void BKQMergeJob::setSchedule(const BKQRegularSchedule& schedule) { BKQJob::setSchedule(schedule); }
 
@@ -744,10 +756,19 @@ void BKQMergeJob::mycopy(BKQMergeJob* source) {
   BKQJob::mycopy(source);
   replaceAttached(source_, source->source_, cloneOrNull(source->source_));
   replaceAttached(destination_, source->destination_, cloneOrNull(source->destination_));
-  sessions_ = source->sessions_;
+  rangeStart_ = source->rangeStart_;
+  rangeEnd_ = source->rangeEnd_;
+  type_ = source->type_;
+  filter_ = source->filter_;
+  detailed_ = source->detailed_;
 }
 
-BKQScanJob::BKQScanJob() : source_(nullptr) {}
+BKQScanJob::BKQScanJob()
+    : source_(nullptr),
+      rangeStart_(0),
+      rangeEnd_(0),
+      type_(static_cast<BKQMergeScanType>(0)),
+      detailed_(0) {}
 
 BKQScanJob::~BKQScanJob() { delete source_; }
 
@@ -762,30 +783,30 @@ void BKQScanJob::setSource(const BKQTapeNode& node) { source_ = const_cast<BKQTa
 BKQTapeNode* BKQScanJob::getSource() const { return source_; }
 
 void BKQScanJob::getScanRange(unsigned short& start, unsigned short& end) const {
-  start = sessions_.start;
-  end = sessions_.end;
+  start = rangeStart_;
+  end = rangeEnd_;
 }
 
 void BKQScanJob::setScanRange(unsigned short start, unsigned short end) {
-  sessions_.start = start;
-  sessions_.end = end;
+  rangeStart_ = start;
+  rangeEnd_ = end;
 }
 
-int BKQScanJob::scanAll() const { return sessions_.takesAll(); }
+int BKQScanJob::scanAll() const { return takesAllSessions(rangeStart_, rangeEnd_); }
 
-BKQJob::BKQMergeScanType BKQScanJob::getScanType() const { return sessions_.type; }
+BKQJob::BKQMergeScanType BKQScanJob::getScanType() const { return type_; }
 
-void BKQScanJob::setScanType(BKQMergeScanType type) { sessions_.type = type; }
+void BKQScanJob::setScanType(BKQMergeScanType type) { type_ = type; }
 
-const RWCollectableString& BKQScanJob::getScanFilter() const { return sessions_.filter; }
+const RWCollectableString& BKQScanJob::getScanFilter() const { return filter_; }
 
 int BKQScanJob::setScanFilter(const RWCollectableString& filter) {
-  return setSessionFilter(sessions_, filter);
+  return setSessionFilter(filter_, filter);
 }
 
-int BKQScanJob::getDetailedScan() const { return sessions_.detailed; }
+int BKQScanJob::getDetailedScan() const { return detailed_; }
 
-void BKQScanJob::setDetailedScan(int detailed) { sessions_.detailed = detailed; }
+void BKQScanJob::setDetailedScan(int detailed) { detailed_ = detailed; }
 
 void BKQScanJob::setSchedule(const BKQRegularSchedule& schedule) { BKQJob::setSchedule(schedule); }
 
@@ -797,5 +818,9 @@ void BKQScanJob::mycopy(BKQScanJob* source) {
   if (source == nullptr || source == this) return;
   BKQJob::mycopy(source);
   replaceAttached(source_, source->source_, cloneOrNull(source->source_));
-  sessions_ = source->sessions_;
+  rangeStart_ = source->rangeStart_;
+  rangeEnd_ = source->rangeEnd_;
+  type_ = source->type_;
+  filter_ = source->filter_;
+  detailed_ = source->detailed_;
 }

@@ -2,6 +2,7 @@
 #include <gtest/gtest.h>
 #include <time.h>
 
+namespace bkoq::test {
 namespace {
 
 constexpr time_t kFirstTimeT = -2147483647 - 1;  // 1901-12-13 20:45:52 UTC
@@ -40,3 +41,4 @@ TEST(UnixTime, OfAMomentBeforeTheFirstIsTheFirst) {
 }
 
 }  // namespace
+}  // namespace bkoq::test

@@ -7,6 +7,7 @@
 
 #include "tools/attributes.h"
 #include "tools/job_file.h"
+#include "tools/page.h"
 #include "tools/problems.h"
 #include "tools/schema.h"
 #include "tools/source.h"
@@ -120,6 +121,7 @@ Status writeImage(const OwnedTree& tree, const std::string& path) {
 struct Source {
   Status status = kFailed;
   OwnedTree tree;
+  std::string problem;  // with an image
 };
 
 Source readImage(const std::string& content, const std::string& file) {
@@ -132,7 +134,8 @@ Source readImage(const std::string& content, const std::string& file) {
   if (status == BKOQ_OK) {
     source.status = kDone;
   } else {
-    fail(shownName(file) + ": " + (status == BKOQ_BAD_IMAGE ? error.text : bkoqStatusText(status)));
+    source.problem = status == BKOQ_BAD_IMAGE ? error.text : bkoqStatusText(status);
+    fail(shownName(file) + ": " + source.problem);
   }
   return source;
 }
@@ -146,6 +149,22 @@ Source readJobSource(const std::string& content, const std::string& file, BkoqLa
   source.status = flattened.succeeded ? kDone : kDiffers;
   if (!flattened.succeeded) fail(shownName(file) + ": the conversion failed");
   return source;
+}
+
+std::string baseName(const std::string& file) {
+  return shownName(file.substr(file.find_last_of('/') + 1));
+}
+
+// Writes a page about the trees; kDiffers when two of them were compared and are not the same.
+Status printPage(Page page, const Request& request) {
+  page.showSecrets = request.showSecrets;
+  PrivateFile file(request.output.empty() ? "-" : request.output);
+  uint32_t differences = 0;
+  const BkoqStatus status = writePage(page, PrivateFile::sink, &file, differences);
+  if (status != BKOQ_OK && status != BKOQ_SINK_FAILED) return fail(bkoqStatusText(status));
+  const Status written = file.finish();
+  if (written != kDone) return written;
+  return page.isComparison && differences > 0 ? kDiffers : kDone;
 }
 
 }  // namespace
@@ -197,16 +216,26 @@ Status showCommand(const Request& request) {
     const Source source = readImage(content, file);
     if (source.tree.root() == nullptr) return source.status;
     // Of a bad image what could be read.
-    const Status status = printTree(source.tree, request, bkoqFileSink, stdout);
+    const PageTree whole = {source.tree.root(), source.tree.layout(), baseName(file)};
+    const Status status =
+        request.html ? printPage({baseName(file), {whole}, false, false, source.problem}, request)
+                     : printTree(source.tree, request, bkoqFileSink, stdout);
     return source.status == kDone ? status : source.status;
   }
   std::vector<OwnedTree> trees;
-  for (const BkoqLayout layout : layoutsOf(request.layout)) {
+  // A page has room for both layouts.
+  const bool isBoth = request.html && request.layout.empty();
+  for (const BkoqLayout layout : layoutsOf(isBoth ? "both" : request.layout)) {
     Source source = readJobSource(content, file, layout);
     if (source.status != kDone) return source.status;
     trees.push_back(std::move(source.tree));
   }
-  return printTrees(trees, request);
+  if (!request.html) return printTrees(trees, request);
+  Page page = {baseName(file), {}, false, false, ""};
+  for (const OwnedTree& tree : trees) {
+    page.trees.push_back({tree.root(), tree.layout(), nameOf(tree.layout())});
+  }
+  return printPage(std::move(page), request);
 }
 
 Status diffCommand(const Request& request) {
@@ -240,6 +269,17 @@ Status diffCommand(const Request& request) {
         if (images && request.layout.empty()) layout = sources[i].tree.layout();
       }
     }
+  }
+  if (request.html) {
+    Page page = {"", {}, true, false, ""};
+    for (std::size_t i = 0; i < 2; ++i) {
+      const OwnedTree& tree = sources[i].tree;
+      const std::string name = request.layouts ? nameOf(tree.layout()) : baseName(request.files[i]);
+      page.trees.push_back({tree.root(), tree.layout(), name});
+    }
+    page.title = request.layouts ? baseName(request.files[0])
+                                 : page.trees[0].name + " and " + page.trees[1].name;
+    return printPage(std::move(page), request);
   }
   const BkoqPrintOptions options = printOptions(request);
   uint32_t count = 0;

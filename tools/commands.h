@@ -19,6 +19,8 @@ struct Request {
   bool json = false;
   bool showSecrets = false;
   bool annotate = false;
+  bool html = false;
+  std::string output;  // where to write a page
   std::string field;
   std::string at;
   std::string only;

@@ -18,9 +18,9 @@ namespace {
 
 constexpr unsigned int kLeastWidth = 40;
 
-bool writeAll(int file, const std::string& content) {
-  for (std::size_t written = 0; written < content.size();) {
-    const ssize_t count = write(file, content.data() + written, content.size() - written);
+bool writeAll(int file, const char* text, std::size_t size) {
+  for (std::size_t written = 0; written < size;) {
+    const ssize_t count = write(file, text + written, size - written);
     if (count < 0 && errno == EINTR) continue;
     if (count <= 0) return false;
     written += static_cast<std::size_t>(count);
@@ -32,22 +32,6 @@ std::string& colourMode() {
   static std::string mode = "auto";
   return mode;
 }
-
-// Keeps a file that has a name for a moment from being left behind.
-class SignalsHeld {
- public:
-  SignalsHeld() {
-    sigset_t all;
-    sigfillset(&all);
-    sigprocmask(SIG_BLOCK, &all, &before_);
-  }
-  ~SignalsHeld() { sigprocmask(SIG_SETMASK, &before_, nullptr); }
-  SignalsHeld(const SignalsHeld&) = delete;
-  SignalsHeld& operator=(const SignalsHeld&) = delete;
-
- private:
-  sigset_t before_;
-};
 
 // Where a path leads in the end; the path itself when nothing is there yet.
 std::string followed(const std::string& path) {
@@ -62,10 +46,6 @@ std::string followed(const std::string& path) {
 std::string temporaryBeside(const std::string& path) {
   const std::size_t slash = path.rfind('/');
   return (slash == std::string::npos ? "" : path.substr(0, slash + 1)) + ".bkoq-XXXXXX";
-}
-
-Status cannotWrite(const std::string& path) {
-  return fail("cannot write " + path + ": " + std::strerror(errno));
 }
 
 }  // namespace
@@ -138,45 +118,93 @@ bool isSameFile(const std::string& first, const std::string& second) {
 }
 
 Status writePrivateFile(const std::string& path, const std::string& content) {
-  if (path == "-") {
-    if (isatty(STDOUT_FILENO) != 0) return fail("an image is not written to a terminal");
-    print(content);
-    return kDone;
+  if (path == "-" && isatty(STDOUT_FILENO) != 0) {
+    return fail("an image is not written to a terminal");
   }
+  PrivateFile file(path);
+  PrivateFile::sink(&file, content.data(), content.size());
+  return file.finish();
+}
+
+// Some file systems have no files without a name: a signal must not leave one behind.
+PrivateFile::SignalsHeld::SignalsHeld() {
+  sigset_t all;
+  sigfillset(&all);
+  sigprocmask(SIG_BLOCK, &all, &before_);
+}
+
+PrivateFile::SignalsHeld::~SignalsHeld() { sigprocmask(SIG_SETMASK, &before_, nullptr); }
+
+PrivateFile::PrivateFile(const std::string& path) : path_(path) {
+  if (path == "-") return;
   // What is opened is looked at, so that it cannot become another in between.
   const int existing = open(path.c_str(), O_WRONLY | O_CLOEXEC);
-  if (existing < 0 && errno != ENOENT) return cannotWrite(path);
+  if (existing < 0 && errno != ENOENT) {
+    fail();
+    return;
+  }
   struct stat known = {};
   if (existing >= 0 && (fstat(existing, &known) != 0 || !S_ISREG(known.st_mode))) {
-    // A device or a pipe cannot be replaced.
-    const Status status = writeAll(existing, content) ? kDone : cannotWrite(path);
-    close(existing);
-    return status;
+    file_ = existing;  // a device or a pipe cannot be replaced
+    return;
   }
   if (existing >= 0) close(existing);
 
-  const std::string target = followed(path);
-  std::string temporary = temporaryBeside(target);
-  const std::size_t slash = target.rfind('/');
-  const std::string folder = slash == std::string::npos ? "." : target.substr(0, slash + 1);
-  int file = open(folder.c_str(), O_TMPFILE | O_WRONLY | O_CLOEXEC, S_IRUSR | S_IWUSR);
-  const bool isNameless = file >= 0;
-  // Some file systems have no files without a name.
-  const SignalsHeld held;
-  if (!isNameless) file = mkstemp(&temporary[0]);  // readable by its owner alone
-  if (file < 0) return cannotWrite(path);
-  bool isWritten = writeAll(file, content) && fsync(file) == 0;
-  if (isWritten && isNameless) {
-    const int other = mkstemp(&temporary[0]);  // finds a name that is free
-    isWritten = other >= 0 && close(other) == 0 && unlink(temporary.c_str()) == 0 &&
-                linkat(AT_FDCWD, ("/proc/self/fd/" + std::to_string(file)).c_str(), AT_FDCWD,
-                       temporary.c_str(), AT_SYMLINK_FOLLOW) == 0;
+  target_ = followed(path);
+  temporary_ = temporaryBeside(target_);
+  const std::size_t slash = target_.rfind('/');
+  const std::string folder = slash == std::string::npos ? "." : target_.substr(0, slash + 1);
+  file_ = open(folder.c_str(), O_TMPFILE | O_WRONLY | O_CLOEXEC, S_IRUSR | S_IWUSR);
+  isNameless_ = file_ >= 0;
+  if (isNameless_) return;
+  held_.emplace();
+  file_ = mkstemp(&temporary_[0]);  // readable by its owner alone
+  if (file_ < 0) fail();
+}
+
+PrivateFile::~PrivateFile() {
+  if (file_ < 0) return;
+  if (isFile() && !isNameless_) unlink(temporary_.c_str());
+  close(file_);
+}
+
+void PrivateFile::fail() {
+  if (error_ == 0) error_ = errno;
+}
+
+int PrivateFile::sink(void* file, const char* text, size_t size) {
+  auto& self = *static_cast<PrivateFile*>(file);
+  if (self.path_ == "-") return bkoqFileSink(stdout, text, size);
+  if (self.error_ == 0 && !writeAll(self.file_, text, size)) self.fail();
+  return self.error_ == 0 ? 0 : 1;
+}
+
+// Gives the complete file its name.
+bool PrivateFile::publish() {
+  if (fsync(file_) != 0) return false;
+  if (isNameless_) {
+    held_.emplace();
+    const int other = mkstemp(&temporary_[0]);  // finds a name that is free
+    if (other < 0) return false;
+    isNameless_ = false;  // from here on there is a name to take away
+    if (close(other) != 0 || unlink(temporary_.c_str()) != 0 ||
+        linkat(AT_FDCWD, ("/proc/self/fd/" + std::to_string(file_)).c_str(), AT_FDCWD,
+               temporary_.c_str(), AT_SYMLINK_FOLLOW) != 0) {
+      return false;
+    }
   }
-  isWritten = isWritten && rename(temporary.c_str(), target.c_str()) == 0;
-  const Status status = isWritten ? kDone : cannotWrite(path);
-  if (!isWritten) unlink(temporary.c_str());
-  close(file);
-  return status;
+  return rename(temporary_.c_str(), target_.c_str()) == 0;
+}
+
+Status PrivateFile::finish() {
+  if (path_ == "-") return kDone;  // finish() of the output says what is wrong with it
+  if (error_ == 0 && isFile() && !publish()) fail();
+  if (error_ != 0) return tool::fail("cannot write " + path_ + ": " + std::strerror(error_));
+  const int file = file_;
+  file_ = -1;
+  held_.reset();
+  if (close(file) != 0) return tool::fail("cannot write " + path_ + ": " + std::strerror(errno));
+  return kDone;
 }
 
 int stringSink(void* string, const char* text, size_t size) {

@@ -3,7 +3,9 @@
 
 #include <bkoq/kit.h>
 
+#include <csignal>
 #include <cstddef>
+#include <optional>
 #include <string>
 
 namespace bkoq::tool {
@@ -43,6 +45,44 @@ bool isSameFile(const std::string& first, const std::string& second);
 // what is written has no name, so nothing is left of it when this is interrupted. A symbolic link
 // is followed, as every other program follows one.
 Status writePrivateFile(const std::string& path, const std::string& content);
+
+// The same piece by piece, for what is too large to be held at once.
+class PrivateFile {
+ public:
+  explicit PrivateFile(const std::string& path);
+  PrivateFile(const PrivateFile&) = delete;
+  PrivateFile& operator=(const PrivateFile&) = delete;
+  ~PrivateFile();  // what was not finished is not kept
+
+  // A sink of the kit for such a file.
+  static int sink(void* file, const char* text, size_t size);
+  // The file is complete; fails, after a message, when something could not be written.
+  Status finish();
+
+ private:
+  class SignalsHeld {
+   public:
+    SignalsHeld();
+    ~SignalsHeld();
+    SignalsHeld(const SignalsHeld&) = delete;
+    SignalsHeld& operator=(const SignalsHeld&) = delete;
+
+   private:
+    sigset_t before_;
+  };
+
+  bool isFile() const { return !target_.empty(); }
+  bool publish();
+  void fail();
+
+  std::string path_;
+  std::string target_;     // the file that is replaced; empty for a device or the standard output
+  std::string temporary_;  // a name beside it
+  bool isNameless_ = false;
+  std::optional<SignalsHeld> held_;  // while there is a temporary name
+  int file_ = -1;                    // none for the standard output
+  int error_ = 0;
+};
 
 // A sink of the kit for a string.
 int stringSink(void* string, const char* text, size_t size);

@@ -5,6 +5,7 @@
 
 #include <gtest/gtest.h>
 #include <stdlib.h>
+#include <time.h>
 #include <unistd.h>
 
 #include <cstdio>
@@ -12,9 +13,10 @@
 
 #include "tests/support/time_zone.h"
 
+namespace bkoq::test {
 namespace {
 
-// A zone of one offset in a file of its own, as the C library reads it whenever the file is new.
+// A zone of one offset in a file of its own, which the C library reads when TZ comes to name it.
 class ZoneFile {
  public:
   ZoneFile() {
@@ -27,9 +29,17 @@ class ZoneFile {
   ZoneFile(const ZoneFile&) = delete;
   ZoneFile& operator=(const ZoneFile&) = delete;
 
-  std::string zone() const { return ":" + path_; }
-
+  // Makes it the zone in force.
   void setHoursEast(unsigned char hours) {
+    write(hours);
+    for (const std::string& zone : {std::string(kUtc), ":" + path_}) {
+      setenv("TZ", zone.c_str(), 1);
+      tzset();
+    }
+  }
+
+ private:
+  void write(unsigned char hours) {
     const unsigned int offset = hours * 3600u;
     std::string content = "TZif";
     content.append(16, '\0');
@@ -45,16 +55,12 @@ class ZoneFile {
     ASSERT_EQ(std::rename(fresh.c_str(), path_.c_str()), 0);
   }
 
- private:
   std::string path_;
 };
 
 class RecordTime : public testing::Test {
  protected:
-  RecordTime() {
-    file.setHoursEast(1);
-    setenv("TZ", file.zone().c_str(), 1);
-  }
+  RecordTime() { file.setHoursEast(1); }
 
   const TimeZone restored{kUtc};
   ZoneFile file;
@@ -88,7 +94,6 @@ TEST_F(RecordTime, IsForgottenWhenTheZoneIsAnother) {
   setenv("TZ", kFiveHoursWest, 1);
   EXPECT_EQ(bkoq::recordTime(january), kJanuary - 18000);
   file.setHoursEast(2);
-  setenv("TZ", file.zone().c_str(), 1);
   EXPECT_EQ(bkoq::recordTime(january), kJanuary + 7200);
 }
 
@@ -112,3 +117,4 @@ TEST_F(RecordTime, OfAZoneWithALongNameIsNotKept) {
 }
 
 }  // namespace
+}  // namespace bkoq::test

@@ -545,19 +545,6 @@ class BKOQ_API BKQCompareJob : public BKQVerifyJob {
   BKQDiskNode* destination_;
 };
 
-namespace bkoq {
-/// Which sessions of its source a merge or scan job takes.
-struct BKOQ_API SessionChoice {
-  unsigned short start = 0;
-  unsigned short end = 0;
-  BKQJob::BKQMergeScanType type = static_cast<BKQJob::BKQMergeScanType>(0);
-  RWCollectableString filter;
-  int detailed = 0;
-
-  int takesAll() const { return start == 0 && end == 0 ? 1 : 0; }
-};
-}  // namespace bkoq
-
 /// Merges the sessions of a tape source into a disk node. Job type 8. Range, type, filter and the
 /// detailed flag reach no record.
 class BKOQ_API BKQMergeJob : public BKQJob {
@@ -613,7 +600,11 @@ class BKOQ_API BKQMergeJob : public BKQJob {
   friend struct bkoq::Flattening;
   BKQTapeNode* source_;
   BKQDiskNode* destination_;
-  bkoq::SessionChoice sessions_;
+  unsigned short rangeStart_;
+  unsigned short rangeEnd_;
+  BKQMergeScanType type_;
+  RWCollectableString filter_;
+  int detailed_;
 };
 
 /// Scans the sessions of a tape source. Job type 14. Range, type, filter and the detailed flag
@@ -666,7 +657,11 @@ class BKOQ_API BKQScanJob : public BKQJob {
  private:
   friend struct bkoq::Flattening;
   BKQTapeNode* source_;
-  bkoq::SessionChoice sessions_;
+  unsigned short rangeStart_;
+  unsigned short rangeEnd_;
+  BKQMergeScanType type_;
+  RWCollectableString filter_;
+  int detailed_;
 };
 
 #endif  // BKOQ_JOB_H_

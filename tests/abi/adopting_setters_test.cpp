@@ -6,6 +6,7 @@
 #include <type_traits>
 #include <utility>
 
+namespace bkoq::test {
 namespace {
 
 // Whether Owner has the setter for an argument of exactly this kind, Object& or Object&&.
@@ -68,3 +69,4 @@ TEST(AdoptingSetters, RefuseTemporarySchedules) {
 }
 
 }  // namespace
+}  // namespace bkoq::test
