@@ -9,6 +9,7 @@
 #include <utility>
 
 #include "tools/moment.h"
+#include "tools/reference.h"
 
 namespace bkoq::tool {
 namespace {
@@ -184,15 +185,11 @@ const GivenAttribute* Experiment::find(const std::string& path) const {
 }
 
 Experiment::Base& Experiment::baseOf(BkoqLayout layout) {
-  std::unique_ptr<Base>& base = bases_[layout == BKOQ_LAYOUT_CURRENT ? 0 : 1];
+  std::unique_ptr<Base>& base = bases_[indexOf(layout)];
   if (base == nullptr) {
     base = std::make_unique<Base>();
-    Flattened flattened = [&] {
-      const Silence silence;
-      return flatten(*job_, selection_, layout);
-    }();
-    base->succeeded = flattened.succeeded;
-    base->tree = std::move(flattened.tree);
+    base->tree = flattened(*job_, layout);
+    base->succeeded = base->tree.root() != nullptr;
     if (base->succeeded) {
       bkoqWalk(
           base->tree.root(), layout,
@@ -212,7 +209,8 @@ const std::vector<RecordField>& Experiment::fields(BkoqLayout layout) {
   return baseOf(layout).shown;
 }
 
-OwnedTree Experiment::flattenWith(const std::vector<Replacement>& replacements, BkoqLayout layout) {
+std::unique_ptr<BKQJob> Experiment::readWith(const std::vector<Replacement>& replacements,
+                                             Kept& kept) {
   Changes changes;
   for (const Replacement& each : replacements) {
     changes.replaced.emplace(each.given->value, each.value);
@@ -221,37 +219,61 @@ OwnedTree Experiment::flattenWith(const std::vector<Replacement>& replacements, 
     }
   }
   Problems problems;
-  Kept kept;
   Reader reader(*loaded_.document, problems, kept);
   reader.setChanges(&changes);
   reader.setMadeParts(&made_);
-  const std::unique_ptr<BKQJob> job(jobs().read(reader, loaded_.document->root()));
-  if (!problems.empty() || job == nullptr) return {};
+  std::unique_ptr<BKQJob> job(jobs().read(reader, loaded_.document->root()));
+  return problems.empty() ? std::move(job) : nullptr;
+}
+
+OwnedTree Experiment::flattened(BKQJob& job, BkoqLayout layout) const {
   const Silence silence;
-  Flattened flattened = flatten(*job, selection_, layout);
+  Flattened flattened = flatten(job, selection_, layout);
   return flattened.succeeded ? std::move(flattened.tree) : OwnedTree();
 }
 
-std::optional<std::vector<std::string>> Experiment::differences(const GivenAttribute& given,
-                                                                const Value* replacement,
-                                                                BkoqLayout layout) {
-  const Base& base = baseOf(layout);
-  const OwnedTree other = flattenWith({{&given, replacement}}, layout);
-  if (other.root() == nullptr || !base.succeeded) return std::nullopt;
-  std::vector<std::string> paths;
-  std::vector<std::uint32_t> changed;
-  if (base.compare(1, static_cast<const char*>(other.root()), changed)) {
-    for (const std::uint32_t index : changed) paths.push_back(base.shown[index].path);
-    return paths;
+OwnedTree Experiment::flattenWith(const std::vector<Replacement>& replacements, BkoqLayout layout) {
+  Kept kept;
+  const std::unique_ptr<BKQJob> job = readWith(replacements, kept);
+  return job == nullptr ? OwnedTree() : flattened(*job, layout);
+}
+
+Experiment::Differences Experiment::differences(const std::vector<Replacement>& replacements,
+                                                const std::vector<BkoqLayout>& layouts) {
+  Differences all;
+  Kept kept;
+  const std::unique_ptr<BKQJob> job = readWith(replacements, kept);
+  if (job == nullptr) return all;
+  for (const BkoqLayout layout : layouts) {
+    const Base& base = baseOf(layout);
+    const OwnedTree other = flattened(*job, layout);
+    if (other.root() == nullptr || !base.succeeded) continue;
+    std::vector<std::string>& paths = all[indexOf(layout)].emplace();
+    std::vector<std::uint32_t> changed;
+    if (base.compare(1, static_cast<const char*>(other.root()), changed)) {
+      for (const std::uint32_t index : changed) paths.push_back(base.shown[index].path);
+      continue;
+    }
+    bkoqCompare(
+        base.tree.root(), layout, other.root(), layout, 1,
+        [](const BkoqDifference* difference, void* user) {
+          static_cast<std::vector<std::string>*>(user)->push_back(difference->path);
+          return 0;
+        },
+        &paths, nullptr);
   }
-  bkoqCompare(
-      base.tree.root(), layout, other.root(), layout, 1,
-      [](const BkoqDifference* difference, void* user) {
-        static_cast<std::vector<std::string>*>(user)->push_back(difference->path);
-        return 0;
-      },
-      &paths, nullptr);
-  return paths;
+  return all;
+}
+
+// An object of another class where there is one.
+const Value* Experiment::otherObject(const Family& family, const Value& value) {
+  const ObjectClass* own = family.classOf(value);
+  const bool isFirst = own == &family.classes.front();
+  const ObjectClass& other = isFirst ? family.classes.back() : family.classes.front();
+  documents_.emplace_back(objectText(other, ""));
+  SyntaxError error;
+  documents_.back().parse(error);
+  return &documents_.back().root();
 }
 
 const Value* Experiment::number(std::int64_t number) {
@@ -260,8 +282,11 @@ const Value* Experiment::number(std::int64_t number) {
   return &values_.back();
 }
 
-std::vector<const Value*> Experiment::otherValues(const GivenAttribute& given) {
+const Value* Experiment::otherValue(const GivenAttribute& given) {
   const Attribute& attribute = *given.attribute;
+  if (given.isContainer()) {
+    return attribute.isRequired ? otherObject(attribute.family(), *given.value) : nullptr;
+  }
   const auto text = [&](std::string other) {
     texts_.push_back(std::move(other));
     return Value(Value::Type::kText, 0, texts_.back().data(), texts_.back().size());
@@ -299,17 +324,16 @@ std::vector<const Value*> Experiment::otherValues(const GivenAttribute& given) {
         return otherTime(value);
     }
   };
-  if (given.isContainer()) return {};
   if (given.value->type() != Value::Type::kList) {
     values_.push_back(other(*given.value));
-    return {&values_.back()};
+    return &values_.back();
   }
   lists_.emplace_back();
   std::vector<Value>& elements = lists_.back();
   for (const Value& element : given.value->elements()) elements.push_back(other(element));
   if (elements.empty()) elements.push_back(text("~"));
   values_.emplace_back(Value::Type::kList, 0, elements.data(), elements.size());
-  return {&values_.back()};
+  return &values_.back();
 }
 
 }  // namespace bkoq::tool

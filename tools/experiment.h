@@ -3,6 +3,7 @@
 
 #include <bkoq/kit.h>
 
+#include <array>
 #include <cstdint>
 #include <deque>
 #include <memory>
@@ -50,6 +51,9 @@ struct RecordField {
   std::uint32_t number;
 };
 
+// Where arrays of two keep what belongs to a layout.
+constexpr std::size_t indexOf(BkoqLayout layout) { return layout == BKOQ_LAYOUT_CURRENT ? 0 : 1; }
+
 // A job file that is flattened as it is written, and again with something left out or changed: what
 // differs then is what the change decides. No table says it, so it holds whatever the conversion
 // does.
@@ -70,26 +74,31 @@ class Experiment {
   bool succeeded(BkoqLayout layout);
   const std::vector<RecordField>& fields(BkoqLayout layout);
 
-  // What is read instead of a value: another one that is as valid. Empty for objects.
-  std::vector<const Value*> otherValues(const GivenAttribute& given);
+  // What is read instead of a value: another one that is as valid. Null for an object that can be
+  // left out instead.
+  const Value* otherValue(const GivenAttribute& given);
   const Value* number(std::int64_t number);
 
-  // Paths of the fields that differ when the attribute is left out (a null replacement) or has
-  // another value; none when the job cannot be read or flattened so.
-  std::optional<std::vector<std::string>> differences(const GivenAttribute& given,
-                                                      const Value* replacement, BkoqLayout layout);
-
-  // The tree with all these attributes left out, or changed; null when there is none.
   struct Replacement {
     const GivenAttribute* given;
-    const Value* value;
+    const Value* value;  // null when the attribute is left out
   };
+  // Paths of the fields that differ with all these left out or changed; none when the job cannot be
+  // read or flattened so. Of each layout; what is not asked for stays none.
+  using Differences = std::array<std::optional<std::vector<std::string>>, 2>;
+  Differences differences(const std::vector<Replacement>& replacements,
+                          const std::vector<BkoqLayout>& layouts);
+
+  // The tree with these left out or changed; null when there is none.
   OwnedTree flattenWith(const std::vector<Replacement>& replacements, BkoqLayout layout);
   const OwnedTree& asWritten(BkoqLayout layout);
 
  private:
   struct Base;
   Base& baseOf(BkoqLayout layout);
+  std::unique_ptr<BKQJob> readWith(const std::vector<Replacement>& replacements, Kept& kept);
+  OwnedTree flattened(BKQJob& job, BkoqLayout layout) const;
+  const Value* otherObject(const Family& family, const Value& value);
   void collect(const Family& family, const Value& value, const Value* list, const std::string& path,
                int holder, unsigned int depth);
 
@@ -104,6 +113,7 @@ class Experiment {
   std::deque<Value> values_;
   std::deque<std::string> texts_;
   std::deque<std::vector<Value>> lists_;
+  std::deque<Document> documents_;
 };
 
 }  // namespace bkoq::tool

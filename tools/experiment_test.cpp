@@ -51,11 +51,7 @@ TEST(Experiments, TakeUnchangedPartsWithoutADifference) {
   Experiment experiment(loaded, all);
   ASSERT_GT(experiment.attributes().size(), 20u);
   for (const GivenAttribute& given : experiment.attributes()) {
-    const Value* other = nullptr;
-    if (given.attribute->isRequired) {
-      if (experiment.otherValues(given).empty()) continue;
-      other = experiment.otherValues(given).front();
-    }
+    const Value* other = given.attribute->isRequired ? experiment.otherValue(given) : nullptr;
     const OwnedTree quick = experiment.flattenWith({{&given, other}}, BKOQ_LAYOUT_CURRENT);
     Changes changes;
     changes.replaced.emplace(given.value, other);

@@ -3,15 +3,16 @@
 #include <algorithm>
 #include <cctype>
 #include <cstdio>
-#include <optional>
+#include <map>
+#include <string_view>
+#include <unordered_map>
+#include <unordered_set>
 #include <utility>
 
 #include "tools/problems.h"
 
 namespace bkoq::tool {
 namespace {
-
-std::size_t indexOf(BkoqLayout layout) { return layout == BKOQ_LAYOUT_CURRENT ? 0 : 1; }
 
 bool isNumber(BkoqFieldKind kind) {
   return kind == BKOQ_FIELD_NUMBER || kind == BKOQ_FIELD_FLAGS || kind == BKOQ_FIELD_COUNT ||
@@ -98,7 +99,8 @@ class Search {
     std::vector<Experiment::Replacement> changed;
     std::vector<const GivenAttribute*> all(group, group + count);
     for (const GivenAttribute* given : all) {
-      for (const Value* other : experiment_.otherValues(*given)) changed.push_back({given, other});
+      const Value* other = experiment_.otherValue(*given);
+      if (other != nullptr) changed.push_back({given, other});
     }
     return !(without(all) == written_) || (!changed.empty() && !(heldWith(changed) == written_));
   }
@@ -195,6 +197,124 @@ void addBits(Experiment& experiment, Search& search, const GivenAttribute& given
   if (same.fieldBits == 0 && translated.empty()) reasons.push_back({&given, all, 0});
 }
 
+// What experiments have shown about an attribute so far.
+struct Evidence {
+  explicit Evidence(const GivenAttribute& attribute)
+      : given(&attribute), canGo(!attribute.attribute->isRequired), isMissed(!canGo) {}
+
+  void add(const Experiment::Differences& differences, const std::vector<BkoqLayout>& layouts) {
+    for (const BkoqLayout layout : layouts) {
+      const auto& paths = differences[indexOf(layout)];
+      if (!paths) {
+        isMissed = true;
+        continue;
+      }
+      for (const std::string& path : *paths) add(path, layout);
+    }
+  }
+  void add(const std::string& path, BkoqLayout layout) {
+    if (seen[indexOf(layout)].insert(path).second) fields[indexOf(layout)].push_back(path);
+  }
+  // All that leaving it out shows has been added. Where that shows in every layout, no other value
+  // needs to be tried.
+  void endOfRemoval(const std::vector<BkoqLayout>& layouts) {
+    isWholeStory = canGo;
+    for (const BkoqLayout layout : layouts) {
+      if (!fields[indexOf(layout)].empty()) isMissed = true;
+      isWholeStory = isWholeStory && !fields[indexOf(layout)].empty();
+    }
+  }
+  Decided decided() const {
+    const bool reachesAny = !fields[0].empty() || !fields[1].empty();
+    return {given, {fields[0], fields[1]}, !isMissed && reachesAny};
+  }
+
+  const GivenAttribute* given;
+  bool canGo;     // can be left out
+  bool isMissed;  // leaving it out shows
+  bool isWholeStory = false;
+  std::vector<std::string> fields[2];
+  std::unordered_set<std::string> seen[2];
+};
+
+// Tries many attributes of one name at once. Each has a word of its own with equally many bits set,
+// and takes part in the experiments that these stand for. The experiments in which a field differs
+// then spell the word of the one attribute that decides it; of two, more bits are set.
+class Together {
+ public:
+  Together(Experiment& experiment, const std::vector<BkoqLayout>& layouts)
+      : experiment_(experiment), layouts_(layouts) {}
+
+  // False when that does not tell what each decides.
+  bool find(std::vector<Evidence>& all) {
+    constexpr std::size_t kFew = 4;
+    if (all.size() <= kFew) return false;
+    chooseWords(all.size());
+    if (!run(all, false)) return false;
+    for (Evidence& each : all) each.endOfRemoval(layouts_);
+    return run(all, true);
+  }
+
+ private:
+  void chooseWords(std::size_t count) {
+    for (bits_ = 2; words_.size() < count; ++bits_) {
+      words_.clear();
+      for (std::uint32_t word = 0; word < 1U << bits_ && words_.size() < count; ++word) {
+        if (bitsSet(word) == bits_ / 2) words_.push_back(word);
+      }
+      if (words_.size() == count) break;
+    }
+  }
+  static unsigned int bitsSet(std::uint32_t word) {
+    unsigned int count = 0;
+    for (; word != 0; word &= word - 1) ++count;
+    return count;
+  }
+
+  bool run(std::vector<Evidence>& all, bool isChange) {
+    std::unordered_map<std::string, std::uint32_t> spelt[2];
+    std::vector<const std::string*> order[2];  // in which each attribute's paths are as in the tree
+    std::unordered_map<std::uint32_t, Evidence*> takePart;
+    std::vector<const Value*> values(all.size(), nullptr);
+    for (std::size_t i = 0; i < all.size(); ++i) {
+      if (isChange && !all[i].isWholeStory) values[i] = experiment_.otherValue(*all[i].given);
+      const bool isIn = isChange ? values[i] != nullptr : all[i].canGo;
+      if (isIn) takePart.emplace(words_[i], &all[i]);
+    }
+    if (takePart.empty()) return true;
+    for (unsigned int bit = 0; bit < bits_; ++bit) {
+      std::vector<Experiment::Replacement> replacements;
+      for (std::size_t i = 0; i < all.size(); ++i) {
+        const bool isIn = (words_[i] >> bit & 1U) != 0 && takePart.count(words_[i]) != 0;
+        if (isIn) replacements.push_back({all[i].given, values[i]});
+      }
+      if (replacements.empty()) continue;
+      const Experiment::Differences found = experiment_.differences(replacements, layouts_);
+      for (const BkoqLayout layout : layouts_) {
+        if (!found[indexOf(layout)]) return false;
+        for (const std::string& path : *found[indexOf(layout)]) {
+          const auto [known, isNew] = spelt[indexOf(layout)].emplace(path, 0);
+          known->second |= 1U << bit;
+          if (isNew) order[indexOf(layout)].push_back(&known->first);
+        }
+      }
+    }
+    for (const BkoqLayout layout : layouts_) {
+      for (const std::string* path : order[indexOf(layout)]) {
+        const auto decider = takePart.find(spelt[indexOf(layout)][*path]);
+        if (decider == takePart.end()) return false;
+        decider->second->add(*path, layout);
+      }
+    }
+    return true;
+  }
+
+  Experiment& experiment_;
+  const std::vector<BkoqLayout>& layouts_;
+  std::vector<std::uint32_t> words_;
+  unsigned int bits_ = 0;
+};
+
 }  // namespace
 
 bool isSecret(const Attribute& attribute) {
@@ -241,34 +361,36 @@ std::string shownValue(const GivenAttribute& given) {
 
 Decided whatItDecides(Experiment& experiment, const GivenAttribute& given,
                       const std::vector<BkoqLayout>& layouts) {
-  Decided decided;
-  decided.given = &given;
-  const bool canGo = !given.attribute->isRequired;
-  bool isMissed = !canGo;
-  bool isAll = canGo;  // whether leaving it out shows in every layout
-  for (const BkoqLayout layout : layouts) {
-    if (!canGo) break;
-    const auto differences = experiment.differences(given, nullptr, layout);
-    if (!differences || !differences->empty()) isMissed = true;
-    if (differences) decided.fields[indexOf(layout)] = *differences;
-    isAll = isAll && differences && !differences->empty();
+  Evidence evidence(given);
+  if (evidence.canGo) evidence.add(experiment.differences({{&given, nullptr}}, layouts), layouts);
+  evidence.endOfRemoval(layouts);
+  const Value* other = evidence.isWholeStory ? nullptr : experiment.otherValue(given);
+  if (other != nullptr) evidence.add(experiment.differences({{&given, other}}, layouts), layouts);
+  return evidence.decided();
+}
+
+std::vector<Decided> whatTheyDecide(Experiment& experiment,
+                                    const std::vector<const GivenAttribute*>& all,
+                                    const std::vector<BkoqLayout>& layouts,
+                                    const std::function<void(std::size_t)>& progress) {
+  // No field depends on two attributes of one name but in few cases, which show themselves.
+  std::map<std::pair<const Family*, std::string_view>, std::vector<std::size_t>> groups;
+  for (std::size_t i = 0; i < all.size(); ++i) {
+    const GivenObject& object = experiment.objects()[static_cast<std::size_t>(all[i]->object)];
+    groups[{object.family, all[i]->attribute->key}].push_back(i);
   }
-  if (!isAll) {
-    for (const Value* other : experiment.otherValues(given)) {
-      for (const BkoqLayout layout : layouts) {
-        const auto differences = experiment.differences(given, other, layout);
-        if (!differences) continue;
-        std::vector<std::string>& fields = decided.fields[indexOf(layout)];
-        for (const std::string& path : *differences) {
-          if (std::find(fields.begin(), fields.end(), path) == fields.end()) {
-            fields.push_back(path);
-          }
-        }
-      }
+  std::vector<Decided> decided(all.size());
+  std::size_t done = 0;
+  for (const auto& [name, members] : groups) {
+    std::vector<Evidence> evidence;
+    for (const std::size_t i : members) evidence.emplace_back(*all[i]);
+    const bool isTold = Together(experiment, layouts).find(evidence);
+    for (std::size_t i = 0; i < members.size(); ++i) {
+      decided[members[i]] =
+          isTold ? evidence[i].decided() : whatItDecides(experiment, *all[members[i]], layouts);
+      progress(++done);
     }
   }
-  const bool reachesAny = !decided.fields[0].empty() || !decided.fields[1].empty();
-  decided.isDefault = !isMissed && reachesAny;
   return decided;
 }
 

@@ -11,7 +11,7 @@ namespace bkoq::tool {
 
 // What one line of a job file decides.
 struct Decided {
-  const GivenAttribute* given;
+  const GivenAttribute* given = nullptr;
   std::vector<std::string> fields[2];  // in each layout
   bool isDefault = false;              // leaving it out changes nothing
 };
@@ -38,6 +38,11 @@ std::string shownValue(const GivenAttribute& given);
 
 Decided whatItDecides(Experiment& experiment, const GivenAttribute& given,
                       const std::vector<BkoqLayout>& layouts);
+// The same for many, with far fewer experiments; `progress` is told how many are done.
+std::vector<Decided> whatTheyDecide(Experiment& experiment,
+                                    const std::vector<const GivenAttribute*>& all,
+                                    const std::vector<BkoqLayout>& layouts,
+                                    const std::function<void(std::size_t)>& progress);
 FieldReason whyFieldHolds(Experiment& experiment, const std::string& path, BkoqLayout layout);
 
 // "pSourceNodes[0].ulNodeOptions 0x160: default 0x120 of BKQUnixNode; 0x40 because options has

@@ -165,14 +165,14 @@ Status explainAttributes(Experiment& experiment, const Request& request,
   Json document = {{"format", "bkoq-explain"}, {"version", 1}, {"attributes", Json::array()}};
   Progress progress(wanted.size());
   std::string text;
-  for (std::size_t i = 0; i < wanted.size(); ++i) {
-    progress.at(i);
-    const GivenAttribute& given = *wanted[i];
-    const Decided decided = whatItDecides(experiment, given, layouts);
+  const std::vector<Decided> all = whatTheyDecide(
+      experiment, wanted, layouts, [&progress](std::size_t done) { progress.at(done); });
+  for (const Decided& decided : all) {
+    const GivenAttribute& given = *decided.given;
     if (request.json) {
       Json each = placeJson(experiment, given);
       for (const BkoqLayout layout : layouts) {
-        each["fields"][nameOf(layout)] = decided.fields[layout == BKOQ_LAYOUT_CURRENT ? 0 : 1];
+        each["fields"][nameOf(layout)] = decided.fields[indexOf(layout)];
       }
       each["sameAsDefault"] = decided.isDefault;
       document["attributes"].push_back(each);

@@ -112,10 +112,13 @@ const FamilyOf<BKQGroom>& grooms() {
     grooms.add<BKQGroom>(
         "", "BKQGroom", "how long files are kept", [](const Value&) { return new BKQGroom; },
         [](Table<BKQGroom>& t) {
-          t.number("months", &BKQGroom::setMonths, &BKQGroom::getMonths, "months to keep");
-          t.number("copies", &BKQGroom::setCopies, &BKQGroom::getCopies, "copies to keep");
-          t.number("options", &BKQGroom::setOptions, &BKQGroom::getOptions, "option bits");
-          t.parts("filters", filters, &BKQGroom::addFilter, "which files");
+          t.number("months", &BKQGroom::setMonths, &BKQGroom::getMonths, "months to keep")
+              .unrecorded();
+          t.number("copies", &BKQGroom::setCopies, &BKQGroom::getCopies, "copies to keep")
+              .unrecorded();
+          t.number("options", &BKQGroom::setOptions, &BKQGroom::getOptions, "option bits")
+              .unrecorded();
+          t.parts("filters", filters, &BKQGroom::addFilter, "which files").unrecorded();
         });
     return grooms;
   }();

@@ -44,10 +44,14 @@ void describeJob(Table<Job>& t) {
   t.number("onExitCode", &BKQJob::setOnExitCode, &BKQJob::getOnExitCode,
            "exit code of that command to act on")
       .unrecorded();
+  // Both go with tapes, which a job without nodes has not.
+  constexpr bool kHasTapes = !std::is_same_v<Job, BKQJob>;
   t.number("newTapeTimeout", &BKQJob::setNewTapeTimeout, &BKQJob::getNewTapeTimeout,
-           "how long the server waits for a new tape");
+           "how long the server waits for a new tape")
+      .isRecorded = kHasTapes;
   t.number("spanTapeTimeout", &BKQJob::setSpanTapeTimeout, &BKQJob::getSpanTapeTimeout,
-           "how long the server waits for a tape to go on with");
+           "how long the server waits for a tape to go on with")
+      .isRecorded = kHasTapes;
   t.text(
        "jobVersion", [](Job& job, const char* text) { job.setJobVersion(text); },
        &BKQJob::getJobVersion, "version of the job")

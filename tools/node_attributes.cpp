@@ -28,8 +28,14 @@ void describeNode(Table<Node>& t) {
            "wait after the command run before");
   t.text("nodeOSver", &BKQNode::setNodeOSver, &BKQNode::getNodeOSver,
          "version of the operating system");
-  t.text("nodeAddress", &BKQNode::setNodeAddress, &BKQNode::getNodeAddress, "address");
-  t.text("nodeDomain", &BKQNode::setNodeDomain, &BKQNode::getNodeDomain, "domain");
+  Attribute& address =
+      t.text("nodeAddress", &BKQNode::setNodeAddress, &BKQNode::getNodeAddress, "address");
+  // An NDS tree is found by its domain, in both layouts.
+  constexpr bool kIsTree = std::is_same_v<Node, BKQNDSNode>;
+  if (kIsTree) address.carriedOnlyIn("current");
+  Attribute& domain =
+      t.text("nodeDomain", &BKQNode::setNodeDomain, &BKQNode::getNodeDomain, "domain");
+  if (!kIsTree) domain.carriedOnlyIn("current");
   t.text("userName", &BKQNode::setUserName, &BKQNode::getUserName, "account");
   t.text("password", &BKQNode::setPassword, &BKQNode::getPassword, "password");
   t.number("priority", &BKQNode::setPriority, &BKQNode::getPriority,
@@ -68,7 +74,8 @@ void describeMachine(Table<Node>& t) {
   describeNodeOptions(t, "options");
   describeFilters(t);
   t.kept("groomInfo", grooms, &BKQDiskNode::setGroomInfo, "how long files are kept").unrecorded();
-  t.parts("disks", disks, &BKQDiskNode::addDisk, "its disks").shown("[]");
+  Attribute& own = t.parts("disks", disks, &BKQDiskNode::addDisk, "its disks").shown("[]");
+  if (std::is_same_v<Node, BKQNDSNode>) own.unrecorded();
 }
 
 template <class Node>

@@ -1,12 +1,15 @@
 #include "tools/reference.h"
 
 #include <algorithm>
+#include <cstdint>
 #include <map>
 #include <nlohmann/json.hpp>
 #include <set>
+#include <unordered_map>
 #include <utility>
 
 #include "tools/experiment.h"
+#include "tools/explain.h"
 
 namespace bkoq::tool {
 namespace {
@@ -27,30 +30,59 @@ std::string member(const std::string& key, const std::string& value) {
   return "\"" + key + "\": " + value;
 }
 
-// An object in which everything is given, so that each attribute meets those that it works with.
-std::string fullObject(const Family& family, const ObjectClass& own, const Described& wanted) {
-  std::string members;
-  const std::vector<std::string> defaults = defaultsOf(family, own);
-  for (std::size_t i = 0; i < own.attributes.size(); ++i) {
-    const Attribute& attribute = own.attributes[i];
-    if (attribute.key == "instanceID") continue;  // another name of jobNumber
-    std::string value = attribute.sample.empty() ? defaults[i] : attribute.sample;
+// How much is given in a job that an attribute is tried in. None of them shows all: what one
+// attribute decides may be hidden by another that is given too, or needs another.
+enum class Given : std::uint8_t { kAll, kWantedObject, kWantedAttribute };
+
+class Surroundings {
+ public:
+  Surroundings(const Described& wanted, Given given, const Attribute* attribute)
+      : wanted_(wanted), given_(given), attribute_(attribute) {}
+
+  std::string object(const Family& family, const ObjectClass& own, int level) const {
+    std::string members;
+    const auto add = [&](const std::string& each) {
+      members += (members.empty() ? "" : ", ") + each;
+    };
+    if (!own.kind.empty()) add(member("kind", "\"" + own.kind + "\""));
+    const std::vector<std::string> defaults = defaultsOf(family, own);
+    for (std::size_t i = 0; i < own.attributes.size(); ++i) {
+      const Attribute& attribute = own.attributes[i];
+      if (isGiven(own, attribute)) add(member(attribute.key, value(attribute, defaults[i], level)));
+    }
+    return "{" + members + "}";
+  }
+
+ private:
+  bool isGiven(const ObjectClass& own, const Attribute& attribute) const {
+    if (attribute.isRequired) return true;
+    if (attribute.key == "instanceID" && attribute_ != &attribute) {
+      return false;  // another name of jobNumber
+    }
+    if (given_ == Given::kAll) return true;
+    if (&own != wanted_.own) return static_cast<bool>(attribute.family);
+    return given_ == Given::kWantedObject || attribute_ == &attribute;
+  }
+
+  std::string value(const Attribute& attribute, const std::string& byItself, int level) const {
     if (attribute.family) {
       const Family& inner = attribute.family();
-      const ObjectClass& chosen = &inner == wanted.family ? *wanted.own : inner.classes.front();
-      value = fullObject(inner, chosen, wanted);
-      if (attribute.shape == Shape::kObjects) value = "[" + value + "]";
-    } else if (attribute.shape == Shape::kText && value == "\"\"" &&
-               attribute.key.find("Filter") == std::string::npos) {
-      value = "\"x\"";
+      const ObjectClass& chosen = &inner == wanted_.family ? *wanted_.own : inner.classes.front();
+      const std::string text = object(inner, chosen, level + 1);
+      return attribute.shape == Shape::kObjects ? "[" + text + "]" : text;
     }
-    members += (members.empty() ? "" : ", ") + member(attribute.key, value);
+    if (!attribute.sample.empty()) return attribute.sample;
+    const bool isPattern = attribute.key.find("Filter") != std::string::npos;
+    if (attribute.shape == Shape::kText && byItself == "\"\"" && !isPattern) return "\"x\"";
+    // Two that meet in one field are to be told apart.
+    if (attribute.shape == Shape::kSeconds) return std::to_string(86400 - level);
+    return byItself;
   }
-  if (!own.kind.empty()) {
-    members = member("kind", "\"" + own.kind + "\"") + (members.empty() ? "" : ", ") + members;
-  }
-  return "{" + members + "}";
-}
+
+  const Described& wanted_;
+  Given given_;
+  const Attribute* attribute_;
+};
 
 bool holds(const Family& family, const Family& wanted) {
   if (&family == &wanted) return true;
@@ -62,57 +94,59 @@ bool holds(const Family& family, const Family& wanted) {
   return false;
 }
 
-bool holds(const ObjectClass& own, const Family& wanted) {
-  return std::any_of(own.attributes.begin(), own.attributes.end(),
-                     [&](const Attribute& a) { return a.family && holds(a.family(), wanted); });
-}
-
-void tryJob(const ObjectClass& job, const Described& wanted, Fields& found) {
+void tryJob(const ObjectClass& job, const Described& wanted, Given variant,
+            const Attribute* attribute, Fields& found) {
   Problems problems;
-  const LoadedJob loaded = readJob(fullObject(jobs(), job, wanted), problems);
+  const LoadedJob loaded =
+      readJob(Surroundings(wanted, variant, attribute).object(jobs(), job, 0), problems);
   if (!problems.empty()) return;
   const Selection all;
   Experiment experiment(loaded, all);
+  const std::vector<BkoqLayout> layouts = {BKOQ_LAYOUT_CURRENT, BKOQ_LAYOUT_PREVIOUS};
+  std::unordered_map<std::string, std::string> names[2];
+  for (const BkoqLayout layout : layouts) {
+    for (const RecordField& field : experiment.fields(layout)) {
+      names[indexOf(layout)][field.path] = std::string(field.record) + "." + field.name;
+    }
+  }
   for (const GivenAttribute& given : experiment.attributes()) {
     const GivenObject& object = experiment.objects()[static_cast<std::size_t>(given.object)];
     if (object.own != wanted.own) continue;
-    std::vector<const Value*> replacements = experiment.otherValues(given);
-    if (!given.attribute->isRequired) replacements.push_back(nullptr);
-    for (const BkoqLayout layout : {BKOQ_LAYOUT_CURRENT, BKOQ_LAYOUT_PREVIOUS}) {
-      std::map<std::string, std::string> names;
-      for (const RecordField& field : experiment.fields(layout)) {
-        names[field.path] = std::string(field.record) + "." + field.name;
-      }
-      for (const Value* replacement : replacements) {
-        const auto paths = experiment.differences(given, replacement, layout);
-        if (!paths) continue;
-        for (const std::string& path : *paths) {
-          const auto name = names.find(path);
-          if (name == names.end()) continue;
-          found[given.attribute->key][layout == BKOQ_LAYOUT_CURRENT ? 0 : 1].insert(name->second);
-        }
+    if (attribute != nullptr && given.attribute != attribute) continue;
+    const Decided decided = whatItDecides(experiment, given, layouts);
+    for (const BkoqLayout layout : layouts) {
+      for (const std::string& path : decided.fields[indexOf(layout)]) {
+        const auto name = names[indexOf(layout)].find(path);
+        if (name == names[indexOf(layout)].end()) continue;
+        found[given.attribute->key][indexOf(layout)].insert(name->second);
       }
     }
   }
 }
 
+void tryJob(const ObjectClass& job, const Described& wanted, Fields& found) {
+  tryJob(job, wanted, Given::kAll, nullptr, found);
+  tryJob(job, wanted, Given::kWantedObject, nullptr, found);
+  for (const Attribute& attribute : wanted.own->attributes) {
+    const auto& fields = found[attribute.key];
+    if (!fields[0].empty() && !fields[1].empty()) continue;
+    tryJob(job, wanted, Given::kWantedAttribute, &attribute, found);
+  }
+}
+
 Fields fieldsOf(const Described& wanted) {
   Fields found;
-  if (wanted.family == &jobs()) {
-    tryJob(*wanted.own, wanted, found);
-    return found;
-  }
   // One job of each that can hold the object, as far as they differ in where they hold it.
   std::set<std::string> seen;
   for (const ObjectClass& job : jobs().classes) {
-    if (!holds(job, *wanted.family)) continue;
     std::string places;
     for (const Attribute& attribute : job.attributes) {
       if (attribute.family && holds(attribute.family(), *wanted.family)) {
         places += attribute.key + "=" + attribute.family().name + " ";
       }
     }
-    if (seen.insert(places).second) tryJob(job, wanted, found);
+    const bool isMeant = wanted.family == &jobs() ? &job == wanted.own : !places.empty();
+    if (isMeant && seen.insert(places).second) tryJob(job, wanted, found);
   }
   return found;
 }

@@ -36,7 +36,8 @@ void describeRotation(Table<Schedule>& t) {
   describeSchedule(t);
   t.adopted("jobMask", jobMasks,
             adopting<BKQRotationSchedule, BKQJobMask>(&BKQRotationSchedule::setJobMask),
-            "what is run on each day");
+            "what is run on each day")
+      .carriedOnlyIn("previous");
   t.text("setName", &BKQRotationSchedule::setSetName, &BKQRotationSchedule::getSetName, "media set")
       .shown("\"SET\"");
   t.text("setPW", &BKQRotationSchedule::setSetPW, &BKQRotationSchedule::getSetPW,
@@ -189,8 +190,11 @@ const FamilyOf<BKQTime>& spans() {
     spans.add<BKQTime>(
         "", "BKQTime", "a number with a kind", [](const Value&) { return new BKQTime; },
         [](Table<BKQTime>& t) {
-          t.number("value", &BKQTime::setValue, &BKQTime::getValue, "how many").shown("1");
-          t.number("type", &BKQTime::setType, &BKQTime::getType, "the server's code of the kind");
+          t.number("value", &BKQTime::setValue, &BKQTime::getValue, "how many")
+              .unrecorded()
+              .shown("1");
+          t.number("type", &BKQTime::setType, &BKQTime::getType, "the server's code of the kind")
+              .unrecorded();
         });
     return spans;
   }();
@@ -244,7 +248,9 @@ const FamilyOf<BKQJobMask>& jobMasks() {
               .unrecorded();
           t.kept("repeatInterval", spans, &BKQJobMask::setRepeatInterval, "between two repeats")
               .unrecorded();
-          t.parts("jobUnits", jobUnits, &BKQJobMask::addJobUnit, "one for each day").shown("[]");
+          t.parts("jobUnits", jobUnits, &BKQJobMask::addJobUnit, "one for each day")
+              .carriedOnlyIn("previous")
+              .shown("[]");
         });
     return masks;
   }();
@@ -260,11 +266,14 @@ const FamilyOf<BKQExceptionDay>& exceptionDays() {
         [](Table<BKQExceptionDay>& t) {
           t.timeOrNow("exceptionTime", &BKQExceptionDay::setExceptionTime,
                       &BKQExceptionDay::getExceptionTime, "the day")
+              .unrecorded()
               .shown("\"2004-12-24\"");
           t.number("jobType", &BKQExceptionDay::setJobType, &BKQExceptionDay::getJobType,
-                   "the server's code");
+                   "the server's code")
+              .unrecorded();
           t.number("options", &BKQExceptionDay::setOptions, &BKQExceptionDay::getOptions,
-                   "option bits");
+                   "option bits")
+              .unrecorded();
         });
     return days;
   }();

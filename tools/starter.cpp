@@ -51,10 +51,14 @@ class Starter {
       }
     }
     const std::vector<std::string> values = family.valuesOf(own, objectText(own, given));
+    // The last line has no comma and must be there.
+    const bool isLastPlain = shown.empty();
     for (std::size_t i = 0; i < values.size(); ++i) {
       const Attribute& attribute = own.attributes[i];
       if (isShown(attribute)) continue;
-      text += indent + "// " + member(attribute.key, values[i]) + "," + note(attribute);
+      const bool isLast = isLastPlain && i + 1 == values.size();
+      text += indent + (isLast ? "" : "// ") + member(attribute.key, values[i]) +
+              (isLast ? "" : ",") + note(attribute);
     }
     for (const Attribute* attribute : shown) {
       const bool isLast = attribute == shown.back();
@@ -93,7 +97,7 @@ std::string starterFile(const ObjectClass& kind, bool hasAll) {
   return "// " + kind.meaning +
          "\n// A line after \"//\" shows what an attribute is by itself: remove the \"//\" to "
          "change "
-         "it.\n// \"bkoq attributes\" says what each means, and which record fields it reaches.\n" +
+         "it.\n// What each means, and which record fields it reaches: bkoq attributes.\n" +
          Starter(hasAll).object(jobs(), kind, true, 0) + "\n";
 }
 

@@ -36,13 +36,16 @@ const FamilyOf<BKQTapeXtension>& tapeExtensions() {
         [](const Value&) { return new BKQTapeXtension; },
         [](Table<BKQTapeXtension>& t) {
           t.text("dbUser", &BKQTapeXtension::setDBuser, &BKQTapeXtension::getDBuser,
-                 "account of the database");
+                 "account of the database")
+              .carriedOnlyIn("current");
           t.text("dbPassword", &BKQTapeXtension::setDBpw, &BKQTapeXtension::getDBpw,
-                 "password of that account");
+                 "password of that account")
+              .carriedOnlyIn("current");
           t.seconds("sessionEndTime", &BKQTapeXtension::setSessionEndTime,
                     &BKQTapeXtension::getSessionEndTime, "end of the session, recorded as given");
           t.number("options", &BKQTapeXtension::setOptions, &BKQTapeXtension::getOptions,
-                   "option bits");
+                   "option bits")
+              .carriedOnlyIn("current");
         });
     return extensions;
   }();
@@ -95,8 +98,7 @@ const FamilyOf<BKQTape>& tapes() {
           t.number("options", &BKQTape::setOptions, &BKQTape::getOptions, "option bits");
           t.kept("tapeXtension", tapeExtensions,
                  adopting<BKQTape, BKQTapeXtension>(&BKQTape::setTapeXtension),
-                 "database credentials")
-              .carriedOnlyIn("current");
+                 "database credentials");
           t.parts("tapeItems", tapeItems, &BKQTape::addTapeItem, "what is wanted of the session");
           t.parts("filters", filters, &BKQTape::addFilter, "filters of this tape");
         });

@@ -27,10 +27,17 @@ class Warner {
       if (attribute == nullptr) continue;
       given |= std::uint64_t{1} << static_cast<unsigned int>(attribute - own->attributes.data());
       const Within within(*this, member.key);
+      // What is around it has been warned of already.
+      if (reach_ == Reach::kNone) continue;
       plain(*attribute, member);
-      if (attribute->family) nested(*attribute, member.value);
+      if (!attribute->family) continue;
+      const Reach around = reach_;
+      if (!attribute->isRecorded) reach_ = Reach::kNone;
+      if (attribute->onlyIn != nullptr) reach_ = Reach::kOneLayout;
+      nested(*attribute, member.value);
+      reach_ = around;
     }
-    leftToNow(*own, value, given);
+    if (reach_ != Reach::kNone) leftToNow(*own, value, given);
     if (&family == &disks()) joinedPaths(value);
     if (own->name == "BKQRotationSchedule") days(value);
   }
@@ -95,7 +102,7 @@ class Warner {
   void plain(const Attribute& attribute, const Member& member) {
     const Value& value = member.value;
     if (!attribute.isRecorded && !attribute.isRequired) warn(member.at, "reaches no record");
-    if (attribute.onlyIn != nullptr) {
+    if (attribute.onlyIn != nullptr && reach_ == Reach::kBothLayouts) {
       warn(member.at, std::string("only the ") + attribute.onlyIn + " layout carries it");
     }
     if (attribute.recordedMost != 0) {
@@ -184,6 +191,7 @@ class Warner {
   Problems& problems_;
   std::string path_;
   bool isUnix_ = false;
+  enum class Reach : std::uint8_t { kBothLayouts, kOneLayout, kNone } reach_ = Reach::kBothLayouts;
 };
 
 }  // namespace
