@@ -37,7 +37,7 @@ const ObjectClass* classFor(Reader& reader, const Family& family, const Value& v
   const Reader::Within within(reader, kKind);
   std::string word;
   if (!reader.text(*kind, word)) return nullptr;
-  const std::string* nearest = nearestTo(word, kinds);
+  const std::string* nearest = reader.isAdvised() ? nearestTo(word, kinds) : nullptr;
   reader.problem(*kind, inQuotes(word) + " is no kind of " + family.name +
                             (nearest == nullptr ? "; it is one of " + listed(kinds)
                                                 : "; did you mean " + inQuotes(*nearest) + "?"));
@@ -54,13 +54,18 @@ std::string attributesCommand(const Family& family, const ObjectClass& own) {
 void reportUnknown(Reader& reader, const Family& family, const ObjectClass& own,
                    const Member& member) {
   const std::string key(member.key);
+  const std::string noAttribute = inQuotes(key) + " is no attribute of ";
+  if (!reader.isAdvised()) {
+    reader.problem(member.at, noAttribute + "this " + family.name);
+    return;
+  }
   std::vector<std::string> others;
   for (const ObjectClass& other : family.classes) {
     if (&other != &own && other.find(member.key) != nullptr) others.push_back(other.kind);
   }
   if (!others.empty()) {
-    reader.problem(member.at, inQuotes(key) + " is no attribute of a " + family.name + " of kind " +
-                                  inQuotes(own.kind) + ", only of " + listed(others));
+    reader.problem(member.at, noAttribute + "a " + family.name + " of kind " + inQuotes(own.kind) +
+                                  ", only of " + listed(others));
     return;
   }
   std::vector<std::string> keys;
@@ -74,8 +79,7 @@ void reportUnknown(Reader& reader, const Family& family, const ObjectClass& own,
   } else {
     help = "\"" + attributesCommand(family, own) + "\" lists them";
   }
-  reader.problem(member.at,
-                 inQuotes(key) + " is no attribute of this " + family.name + "; " + help);
+  reader.problem(member.at, noAttribute + "this " + family.name + "; " + help);
 }
 
 }  // namespace

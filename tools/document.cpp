@@ -216,17 +216,21 @@ SyntaxError Document::errorAt(Offset at, int code, const std::vector<Offset>& op
     case rapidjson::kParseErrorDocumentRootNotSingular:
       return error("the job ends before this; one file holds one job");
     case rapidjson::kParseErrorStringEscapeInvalid:
-      return error("this is no escape of JSON; a \\ in a text is written as \\\\");
+    case rapidjson::kParseErrorStringInvalidEncoding:
+      place = at;
+      // The library reports a control character so too.
+      if (static_cast<unsigned char>(text[place]) >= 0x20) {
+        return error("this is no escape of JSON; a \\ in a text is written as \\\\");
+      }
+      return error(
+          "a line break or another control character inside a text: is the closing "
+          "quote missing? In a text it is written as \\n, \\t or \\u0000");
     case rapidjson::kParseErrorStringUnicodeEscapeInvalidHex:
     case rapidjson::kParseErrorStringUnicodeSurrogateInvalid:
       return error("a character is written as \\u and four hexadecimal digits, or as two such");
     case rapidjson::kParseErrorStringMissQuotationMark:
       place = text.size();
       return error("the file ends inside a text: its closing quote is missing");
-    case rapidjson::kParseErrorStringInvalidEncoding:
-      return error(
-          "a line break or another control character inside a text: is the closing "
-          "quote missing? In a text it is written as \\n, \\t or \\u0000");
     case rapidjson::kParseErrorNumberTooBig:
       return error("the number is too large for any attribute");
     case rapidjson::kParseErrorNumberMissFraction:
@@ -236,15 +240,15 @@ SyntaxError Document::errorAt(Offset at, int code, const std::vector<Offset>& op
     default:
       break;
   }
+  if (code == rapidjson::kParseErrorUnspecificSyntaxError) {
+    if (!isAtEnd) return error("a comment is \"// to the end of the line\" or \"/* ... */\"");
+    place = text.rfind("/*");
+    return error("this comment is not closed with \"*/\"");
+  }
   if (isAtEnd && !open.empty()) {
     place = text.size();
     return error(std::string("the file ends before the \"") + text[open.back()] + "\" of " +
                  where(open.back()) + " is closed");
-  }
-  if (code == rapidjson::kParseErrorUnspecificSyntaxError || text.compare(place, 2, "/*") == 0) {
-    return error(
-        "a comment is \"// to the end of the line\" or \"/* ... */\"; this one is not "
-        "closed or not begun well");
   }
   if (found == '\'' || isTypographicQuote(text, place)) {
     return error("texts and names are written in straight double quotes: \"...\"");

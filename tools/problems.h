@@ -1,6 +1,7 @@
 #ifndef BKOQ_TOOLS_PROBLEMS_H_
 #define BKOQ_TOOLS_PROBLEMS_H_
 
+#include <cstddef>
 #include <string>
 #include <utility>
 #include <vector>
@@ -29,8 +30,11 @@ class Problems {
   // Whether the file is right; warnings may have been added.
   bool empty() const;
   std::vector<Problem> sorted() const;
+  // Whether there are so many that nobody reads advice on each.
+  bool areMany() const { return list_.size() > kMany; }
 
  private:
+  static constexpr std::size_t kMany = 1000;
   std::vector<Problem> list_;
 };
 

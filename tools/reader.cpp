@@ -94,7 +94,7 @@ bool Reader::number(const Value& value, std::int64_t least, std::int64_t most,
       names.emplace_back(word.name);
       all += (all.empty() ? "\"" : ", \"") + names.back() + "\"";
     }
-    const std::string* nearest = nearestTo(std::string(text), names);
+    const std::string* nearest = isAdvised() ? nearestTo(std::string(text), names) : nullptr;
     std::string message = inQuotes(std::string(text)) + " is none of " + all;
     if (nearest != nullptr) message += "; did you mean \"" + *nearest + "\"?";
     problem(value, message);

@@ -77,6 +77,9 @@ class Reader {
     problems_.add(document_.placeOf(at), path_, message);
   }
 
+  // Looking for what was probably meant takes time; of very many mistakes it is left out.
+  bool isAdvised() const { return !problems_.areMany(); }
+
   bool text(const Value& value, std::string& text);
   bool flag(const Value& value, bool& flag);
   // `words` may be null.
