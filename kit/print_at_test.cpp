@@ -31,7 +31,8 @@ TEST(PrintAt, SaysWhichFieldLiesThere) {
        "#12+9: byte 1 of text 2 of 2 of pSourceNodes[0].pMedia[0].pDiskItems[0].pFileList\ntext: "
        "\"2004.db\"\nmeaning: file names, back to back\n"},
       {14, 0,
-       "#14+0: byte 0 of text 1 of 1 of pSourceNodes[0].pMedia[0].pszEncryptionKey\ntext: "
+       "#14+0: in or after what is masked of text 1 of 1 of "
+       "pSourceNodes[0].pMedia[0].pszEncryptionKey\ntext: "
        "********\nmeaning: encryption key\n"},
   };
   const CurrentTree job = currentBackup();
@@ -69,7 +70,7 @@ TEST(PrintAt, GivesJson) {
   "version": 1,
   "block": 13,
   "offset": 5,
-  "place": {"path": "pSourceNodes[0].pMedia[0].pszDiskPW2", "byte": 1, "text": 2, "texts": 2, "value": "********", "masked": true, "meaning": "user and second password: two texts; types 11, 22, 31 (restore: 22, 31) joined by \":\""}
+  "place": {"path": "pSourceNodes[0].pMedia[0].pszDiskPW2", "text": 2, "texts": 2, "value": "********", "masked": true, "meaning": "user and second password: two texts; types 11, 22, 31 (restore: 22, 31) joined by \":\""}
 }
 )"));
 }
