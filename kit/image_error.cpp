@@ -1,5 +1,6 @@
 #include "kit/image_error.h"
 
+#include <algorithm>
 #include <cinttypes>
 #include <cstdarg>
 #include <cstdio>
@@ -81,9 +82,14 @@ void setImageError(BkoqImageError& error, BkoqImageProblem problem, const char* 
   std::snprintf(error.path, sizeof error.path, "%s", path);
   std::snprintf(error.expected, sizeof error.expected, "%s", expected);
   std::snprintf(error.found, sizeof error.found, "%s", found);
-  std::snprintf(error.text, sizeof error.text, "%s (byte %u%s%s: expected %s, found %s)",
+  // With room for the longest of each part.
+  char line[sizeof error.path + sizeof error.expected + sizeof error.found + 240];
+  std::snprintf(line, sizeof line, "%s (byte %u%s%s: expected %s, found %s)",
                 *what != '\0' ? what : usualWords(problem), static_cast<unsigned int>(position),
                 error.path[0] != '\0' ? ", " : "", error.path, error.expected, error.found);
+  const std::size_t size = std::min(std::strlen(line), sizeof error.text - 1);
+  std::memcpy(error.text, line, size);
+  error.text[size] = '\0';
 }
 
 }  // namespace bkoq::kit

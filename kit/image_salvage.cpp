@@ -156,6 +156,7 @@ class Salvager {
       return skipCut(offset, position);
     }
     offsets_.push_back(start);
+    lastHasTexts_ = field.target() == nullptr;
     if (field.target() != nullptr) {
       readElements(field, start, position);
     } else {
@@ -176,8 +177,9 @@ class Salvager {
     const bool isCutOff = offset >= size_ && loadWord(image_ + kSizeAt) > size_ &&
                           offset < loadWord(image_ + kSizeAt);
     if (isCutOff && next_ >= size_) return size_;
+    const std::uint32_t least = lastHasTexts_ ? last_ + 1 : next_;
     const bool isPossible =
-        offset % kAlignment == 0 && offset > last_ && (offset < size_ || isCutOff);
+        offset % kAlignment == 0 && offset >= least && (offset < size_ || isCutOff);
     const std::uint32_t following = word(position + 4);
     const bool isContradicted = following > next_ && following < offset && following % 4 == 0;
     const bool isBelieved = isPossible && !(offset > next_ && isContradicted);
@@ -296,13 +298,15 @@ class Salvager {
   Path path_;
   std::vector<std::uint32_t> offsets_;  // of the blocks, by number - 1
   std::uint32_t last_ = 0;              // where the last block began
-  std::uint32_t next_ = kHeaderSize;    // where the next one must begin
+  bool lastHasTexts_ = false;
+  std::uint32_t next_ = kHeaderSize;  // where the next one must begin
   std::uint64_t copied_ = 0;
   std::uint32_t doubts_ = 0;
   std::uint32_t doubtfulFrom_ = 0;
 };
 
-// The layout in which there is less to doubt, the one in the header if both are alike.
+// The layout that the header names, unless the tree is wholly of the other one; without such a name
+// the one in which there is less to doubt.
 BkoqLayout likelyLayout(const std::uint8_t* image, std::uint32_t size) {
   const std::uint32_t named = loadWord(image + kLayoutAt);
   const BkoqLayout first = named == 2 ? BKOQ_LAYOUT_PREVIOUS : BKOQ_LAYOUT_CURRENT;
@@ -312,7 +316,8 @@ BkoqLayout likelyLayout(const std::uint8_t* image, std::uint32_t size) {
   if (asNamed.doubts() == 0) return first;
   Salvager asOther(image, size, nullptr, nullptr);
   asOther.read(second);
-  return asOther.doubts() < asNamed.doubts() ? second : first;
+  const bool isNamed = named == 1 || named == 2;
+  return asOther.doubts() < (isNamed ? 1 : asNamed.doubts()) ? second : first;
 }
 
 }  // namespace
@@ -330,6 +335,7 @@ BkoqStatus bkoqSalvageImage(const void* image, size_t size, BkoqLayout* layout, 
     const bool isHeaderGood = checkImageHeader(bytes, size, error);
     const bool isChecksumBad = error.problem == BKOQ_IMAGE_CHECKSUM;
     if (!isHeaderGood && visitor != nullptr) visitor(&error, user);
+    if (salvage != nullptr) salvage->doubts = isHeaderGood ? 0 : 1;
     if (size <= kHeaderSize) return BKOQ_BAD_IMAGE;
     // An offset has 32 bits, so nothing beyond can be reached.
     const auto total = static_cast<std::uint32_t>(std::min<std::size_t>(size, 0xFFFFFFF0U));

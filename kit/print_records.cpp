@@ -125,7 +125,7 @@ std::string codesOf(const RecordDef& record, bool isMarkdown) {
     for (const Word& word : wordsOf(field)) {
       const std::string value = field.kind == FieldKind::kFlags ? hexNumber(word.value, field.width)
                                                                 : std::to_string(word.value);
-      codes += (codes.empty() ? "" : ", ") + value + " " + word.name;
+      codes += (codes.empty() ? "" : "; ") + value + " " + word.name;
     }
     if (codes.empty()) continue;
     const char* what = field.kind == FieldKind::kFlags ? "bits" : "codes";

@@ -60,6 +60,11 @@ Status finish(Status status) {
 bool readFile(const std::string& path, std::string& content) {
   std::FILE* file = path == "-" ? stdin : std::fopen(path.c_str(), "rb");
   if (file != nullptr) {
+    // A text that grows piece by piece would take twice the memory.
+    struct stat existing = {};
+    if (fstat(fileno(file), &existing) == 0 && S_ISREG(existing.st_mode)) {
+      content.reserve(static_cast<std::size_t>(existing.st_size));
+    }
     char piece[16384];
     std::size_t count = 0;
     while ((count = std::fread(piece, 1, sizeof(piece), file)) != 0) content.append(piece, count);
