@@ -22,10 +22,10 @@ CurrentTree jobWithNodes(const std::vector<std::string>& names) {
 }
 
 std::string differences(const CurrentTree& first, const CurrentTree& second,
-                        const BkoqPrintOptions& options = {}) {
+                        const BkoqPaths& paths = {}) {
   std::string text;
-  bkoqPrintDifferences(first.get(), BKOQ_LAYOUT_CURRENT, second.get(), BKOQ_LAYOUT_CURRENT,
-                       &options, appendToString, &text, nullptr);
+  bkoqPrintChanges(first.get(), BKOQ_LAYOUT_CURRENT, second.get(), BKOQ_LAYOUT_CURRENT, nullptr,
+                   &paths, appendToString, &text, nullptr);
   return text;
 }
 std::string differences(const std::vector<std::string>& first,
@@ -97,15 +97,16 @@ TEST(Alignment, GivesTheSameEventsToPrograms) {
   const CurrentTree first = jobWithNodes({"gone", "a", "b", "c"});
   const CurrentTree second = jobWithNodes({"c", "a", "b", "new"});
   std::string events;
-  const BkoqDifferenceVisitor visitor = [](const BkoqDifference* difference, void* user) {
-    *static_cast<std::string*>(user) += std::to_string(difference->change) + " " +
-                                        difference->path + " " + difference->otherPath + " " +
-                                        difference->oldValue + " " + difference->newValue + "\n";
+  const BkoqChangeVisitor visitor = [](const BkoqDifference* difference, BkoqChange change,
+                                       void* user) {
+    *static_cast<std::string*>(user) += std::to_string(change) + " " + difference->path + " " +
+                                        difference->otherPath + " " + difference->oldValue + " " +
+                                        difference->newValue + "\n";
     return 0;
   };
   std::uint32_t count = 0;
-  EXPECT_EQ(bkoqCompare(first.get(), BKOQ_LAYOUT_CURRENT, second.get(), BKOQ_LAYOUT_CURRENT, 0,
-                        visitor, &events, &count),
+  EXPECT_EQ(bkoqCompareChanges(first.get(), BKOQ_LAYOUT_CURRENT, second.get(), BKOQ_LAYOUT_CURRENT,
+                               0, nullptr, visitor, &events, &count),
             BKOQ_OK);
   EXPECT_EQ(count, 3u);
   EXPECT_EQ(events,
@@ -126,13 +127,13 @@ TEST(Alignment, ShowsWhatIsAskedForOnly) {
     std::vector<const char*> ignoredList = ignored;
     onlyList.push_back(nullptr);
     ignoredList.push_back(nullptr);
-    BkoqPrintOptions options{};
-    options.onlyPaths = only.empty() ? nullptr : onlyList.data();
-    options.ignoredPaths = ignoredList.data();
-    const std::string text = differences(first, second, options);
+    BkoqPaths wanted{};
+    wanted.only = only.empty() ? nullptr : onlyList.data();
+    wanted.ignored = ignoredList.data();
+    const std::string text = differences(first, second, wanted);
     std::uint32_t count = 0;
-    bkoqCompareWith(first.get(), BKOQ_LAYOUT_CURRENT, second.get(), BKOQ_LAYOUT_CURRENT, &options,
-                    nullptr, nullptr, &count);
+    bkoqCompareChanges(first.get(), BKOQ_LAYOUT_CURRENT, second.get(), BKOQ_LAYOUT_CURRENT, 0,
+                       &wanted, nullptr, nullptr, &count);
     EXPECT_EQ(count, static_cast<std::uint32_t>(std::count(text.begin(), text.end(), '\n')));
     std::string paths;
     for (std::size_t at = 0; at < text.size(); at = text.find('\n', at) + 1) {

@@ -316,7 +316,7 @@ void putJsonDifference(Output& out, const Difference& difference, bool showSecre
 
 // Whether a difference is at a path that was asked for. An element that only one tree has is also
 // about all that lies in it.
-bool isWanted(const Difference& difference, const BkoqPrintOptions& options) {
+bool isWanted(const Difference& difference, const BkoqPaths& paths) {
   const auto isAbout = [&](const char* const* patterns, bool withInner) {
     for (; *patterns != nullptr; ++patterns) {
       for (const Path* path : {&difference.path, &difference.otherPath}) {
@@ -327,13 +327,13 @@ bool isWanted(const Difference& difference, const BkoqPrintOptions& options) {
     return false;
   };
   const bool isElement = difference.change == BKOQ_ADDED || difference.change == BKOQ_REMOVED;
-  if (options.ignoredPaths != nullptr && isAbout(options.ignoredPaths, false)) return false;
-  return options.onlyPaths == nullptr || isAbout(options.onlyPaths, isElement);
+  if (paths.ignored != nullptr && isAbout(paths.ignored, false)) return false;
+  return paths.only == nullptr || isAbout(paths.only, isElement);
 }
 
 BkoqStatus printDifferences(const RecordView& first, const RecordView& second,
-                            const BkoqPrintOptions& options, BkoqSink sink, void* user,
-                            std::uint32_t& count) {
+                            const BkoqPrintOptions& options, const BkoqPaths& paths, BkoqSink sink,
+                            void* user, std::uint32_t& count) {
   const bool showSecrets = options.showSecrets != 0;
   const bool isJson = options.format == BKOQ_FORMAT_JSON;
   if (!isJson && options.format != BKOQ_FORMAT_TEXT) return BKOQ_BAD_ARGUMENT;
@@ -344,7 +344,7 @@ BkoqStatus printDifferences(const RecordView& first, const RecordView& second,
             "\", \"" + layoutName(second.layout) + "\"],\n  \"differences\": [");
   }
   compare(first, second, [&](const Difference& difference) {
-    if (!isWanted(difference, options)) return !out.failed();
+    if (!isWanted(difference, paths)) return !out.failed();
     if (isJson) {
       out.put(count > 0 ? ",\n    " : "\n    ");
       putJsonDifference(out, difference, showSecrets);
@@ -361,35 +361,33 @@ BkoqStatus printDifferences(const RecordView& first, const RecordView& second,
 }  // namespace
 }  // namespace bkoq::kit
 
-BkoqStatus bkoqCompareWith(const void* first, BkoqLayout firstLayout, const void* second,
-                           BkoqLayout secondLayout, const BkoqPrintOptions* options,
-                           BkoqDifferenceVisitor visitor, void* user, uint32_t* count) {
+BkoqStatus bkoqCompareChanges(const void* first, BkoqLayout firstLayout, const void* second,
+                              BkoqLayout secondLayout, int showSecrets, const BkoqPaths* paths,
+                              BkoqChangeVisitor visitor, void* user, uint32_t* count) {
   using namespace bkoq::kit;
   std::uint32_t found = 0;
   if (count != nullptr) *count = 0;
   if (first == nullptr || second == nullptr || !isLayout(firstLayout) || !isLayout(secondLayout)) {
     return BKOQ_BAD_ARGUMENT;
   }
-  const BkoqPrintOptions chosen = options != nullptr ? *options : BkoqPrintOptions{};
-  const bool showSecrets = chosen.showSecrets != 0;
+  const BkoqPaths wanted = paths != nullptr ? *paths : BkoqPaths{};
   const BkoqStatus status = guarded([&] {
     const auto report = [&](const Difference& difference) {
-      if (!isWanted(difference, chosen)) return true;
+      if (!isWanted(difference, wanted)) return true;
       ++found;
       if (visitor == nullptr) return true;
       const std::string oldValue =
-          printedBy([&](Output& out) { putOld(out, difference, showSecrets); });
+          printedBy([&](Output& out) { putOld(out, difference, showSecrets != 0); });
       const std::string newValue =
-          printedBy([&](Output& out) { putNew(out, difference, showSecrets); });
+          printedBy([&](Output& out) { putNew(out, difference, showSecrets != 0); });
       const BkoqDifference visit = {difference.path.text(),
                                     difference.otherPath.text(),
                                     difference.record,
                                     difference.offset,
                                     oldValue.c_str(),
                                     newValue.c_str(),
-                                    isMasked(difference, showSecrets) ? 1 : 0,
-                                    difference.change};
-      return visitor(&visit, user) == 0;
+                                    isMasked(difference, showSecrets != 0) ? 1 : 0};
+      return visitor(&visit, difference.change, user) == 0;
     };
     return compare(RecordView::job(first, firstLayout), RecordView::job(second, secondLayout),
                    report)
@@ -403,14 +401,21 @@ BkoqStatus bkoqCompareWith(const void* first, BkoqLayout firstLayout, const void
 BkoqStatus bkoqCompare(const void* first, BkoqLayout firstLayout, const void* second,
                        BkoqLayout secondLayout, int showSecrets, BkoqDifferenceVisitor visitor,
                        void* user, uint32_t* count) {
-  BkoqPrintOptions options{};
-  options.showSecrets = showSecrets;
-  return bkoqCompareWith(first, firstLayout, second, secondLayout, &options, visitor, user, count);
+  struct Inner {
+    BkoqDifferenceVisitor visitor;
+    void* user;
+  } inner{visitor, user};
+  const BkoqChangeVisitor visit = [](const BkoqDifference* difference, BkoqChange, void* outer) {
+    const auto& inner = *static_cast<const Inner*>(outer);
+    return inner.visitor(difference, inner.user);
+  };
+  return bkoqCompareChanges(first, firstLayout, second, secondLayout, showSecrets, nullptr,
+                            visitor != nullptr ? visit : nullptr, &inner, count);
 }
 
-BkoqStatus bkoqPrintDifferences(const void* first, BkoqLayout firstLayout, const void* second,
-                                BkoqLayout secondLayout, const BkoqPrintOptions* options,
-                                BkoqSink sink, void* user, uint32_t* count) {
+BkoqStatus bkoqPrintChanges(const void* first, BkoqLayout firstLayout, const void* second,
+                            BkoqLayout secondLayout, const BkoqPrintOptions* options,
+                            const BkoqPaths* paths, BkoqSink sink, void* user, uint32_t* count) {
   using namespace bkoq::kit;
   std::uint32_t found = 0;
   if (count != nullptr) *count = 0;
@@ -421,8 +426,16 @@ BkoqStatus bkoqPrintDifferences(const void* first, BkoqLayout firstLayout, const
   const BkoqStatus status = guarded([&] {
     return printDifferences(RecordView::job(first, firstLayout),
                             RecordView::job(second, secondLayout),
-                            options != nullptr ? *options : BkoqPrintOptions{}, sink, user, found);
+                            options != nullptr ? *options : BkoqPrintOptions{},
+                            paths != nullptr ? *paths : BkoqPaths{}, sink, user, found);
   });
   if (count != nullptr) *count = found;
   return status;
+}
+
+BkoqStatus bkoqPrintDifferences(const void* first, BkoqLayout firstLayout, const void* second,
+                                BkoqLayout secondLayout, const BkoqPrintOptions* options,
+                                BkoqSink sink, void* user, uint32_t* count) {
+  return bkoqPrintChanges(first, firstLayout, second, secondLayout, options, nullptr, sink, user,
+                          count);
 }

@@ -25,9 +25,10 @@ void seal(Bytes& image) {
 std::string shown(const void* root, BkoqLayout layout, std::uint32_t doubtfulFrom = 0) {
   BkoqPrintOptions options{};
   options.hideReserved = 1;
-  options.doubtfulFrom = doubtfulFrom;
+  BkoqImagePlaces places{};
+  places.doubtfulFrom = doubtfulFrom;
   std::string text;
-  bkoqPrint(root, layout, &options, appendToString, &text);
+  bkoqPrintImage(root, layout, nullptr, &options, &places, appendToString, &text);
   return text;
 }
 
@@ -79,7 +80,7 @@ TEST(Salvage, ReadsACutImageUpToTheCut) {
   const Salvaged result = salvage(image);
   EXPECT_TRUE(has(result.doubts, "cut short by ")) << result.doubts;
   EXPECT_TRUE(has(result.doubts, "cut off: what is left of the text is shown"));
-  EXPECT_TRUE(has(result.text, "\"payr\"   doubtful")) << result.text;
+  EXPECT_TRUE(has(result.text, "\"payr\"         doubtful")) << result.text;
   EXPECT_TRUE(has(result.text, "\"accounting\"\n"));
   EXPECT_TRUE(has(result.text, "pDestNodes        null          unfinished: the count is 1"));
   EXPECT_FALSE(has(result.text, "library1"));
@@ -264,10 +265,12 @@ std::string atFile(const Bytes& good, std::uint32_t offset, bool showSecrets = f
   void* root = nullptr;
   EXPECT_EQ(bkoqUseImage(image.data(), image.size(), &layout, &root, nullptr), BKOQ_OK);
   BkoqPrintOptions options{};
-  options.image = image.data();
   options.showSecrets = showSecrets ? 1 : 0;
+  BkoqImagePlaces places{};
+  places.image = image.data();
   std::string text;
-  const BkoqStatus status = bkoqPrintAtFile(root, layout, offset, &options, appendToString, &text);
+  const BkoqStatus status =
+      bkoqPrintAtFile(root, layout, offset, &options, &places, appendToString, &text);
   return status == BKOQ_OK ? text : bkoqStatusText(status);
 }
 
@@ -309,16 +312,19 @@ TEST(Annotated, GivesFileOffsetsUpToTheFirstMaskedText) {
   ASSERT_EQ(bkoqUseImage(image.data(), image.size(), &layout, &root, nullptr), BKOQ_OK);
   BkoqPrintOptions options{};
   options.format = BKOQ_FORMAT_ANNOTATED;
-  options.image = image.data();
+  BkoqImagePlaces places{};
+  places.image = image.data();
   std::string text;
-  EXPECT_EQ(bkoqPrint(root, layout, &options, appendToString, &text), BKOQ_OK);
+  EXPECT_EQ(bkoqPrintImage(root, layout, nullptr, &options, &places, appendToString, &text),
+            BKOQ_OK);
   EXPECT_TRUE(has(text, "#1  BKQJDATATRANSFER, 292 bytes, file 32\n"));
   EXPECT_TRUE(has(text, "#2  pSourceNodes: 2 BKNODE, 200 bytes, file 324\n"));
   EXPECT_TRUE(has(text, "#5  pSourceNodes[0].pszPassword: 1 text, masked, file 548\n")) << text;
   EXPECT_TRUE(has(text, "pFilters: 5 BKFILTER_FILE, 160 bytes, file ? (--show-secrets)\n"));
   text.clear();
   options.showSecrets = 1;
-  EXPECT_EQ(bkoqPrint(root, layout, &options, appendToString, &text), BKOQ_OK);
+  EXPECT_EQ(bkoqPrintImage(root, layout, nullptr, &options, &places, appendToString, &text),
+            BKOQ_OK);
   EXPECT_FALSE(has(text, "file ?"));
 }
 

@@ -13,8 +13,15 @@
 namespace bkoq::kit {
 namespace {
 
-BkoqStatus print(const RecordView& job, const BkoqPrintOptions& options, const Scope& scope,
-                 BkoqSink sink, void* user) {
+Options optionsOf(const BkoqPrintOptions* options, const BkoqImagePlaces* places) {
+  Options chosen{};
+  if (options != nullptr) static_cast<BkoqPrintOptions&>(chosen) = *options;
+  if (places != nullptr) chosen.places = *places;
+  return chosen;
+}
+
+BkoqStatus print(const RecordView& job, const Options& options, const Scope& scope, BkoqSink sink,
+                 void* user) {
   Output out(sink, user);
   bool isAnythingShown = false;
   switch (options.format) {
@@ -63,8 +70,7 @@ bool holds(const RecordView& job, const Scope& scope) {
 // Looks for the field, or the text, that lies at a byte of a block, and prints what it finds.
 class PlacePrinter : public WalkHandler {
  public:
-  PlacePrinter(std::uint32_t block, std::uint32_t offset, const BkoqPrintOptions& options,
-               Output& out)
+  PlacePrinter(std::uint32_t block, std::uint32_t offset, const Options& options, Output& out)
       : block_(block),
         offset_(offset),
         options_(options),
@@ -158,19 +164,19 @@ class PlacePrinter : public WalkHandler {
   std::uint32_t block_;
   std::uint32_t offset_;
   std::uint32_t byte_ = 0;  // where the text begins in the block
-  const BkoqPrintOptions& options_;
+  const Options& options_;
   Output& out_;
   bool isJson_;
   bool showSecrets_;
   bool isFound_ = false;
 };
 
-bool isPlaceFormat(const BkoqPrintOptions& options) {
+bool isPlaceFormat(const Options& options) {
   return options.format == BKOQ_FORMAT_TEXT || options.format == BKOQ_FORMAT_JSON;
 }
 
 BkoqStatus printAt(const RecordView& job, std::uint32_t block, std::uint32_t offset,
-                   const BkoqPrintOptions& options, BkoqSink sink, void* user) {
+                   const Options& options, BkoqSink sink, void* user) {
   if (!isPlaceFormat(options)) return BKOQ_BAD_ARGUMENT;
   Output out(sink, user);
   PlacePrinter printer(block, offset, options, out);
@@ -182,8 +188,7 @@ BkoqStatus printAt(const RecordView& job, std::uint32_t block, std::uint32_t off
 // Looks for the last block that begins at or before a byte of the image.
 class BlockFinder : public WalkHandler {
  public:
-  BlockFinder(std::uint32_t offset, const BkoqPrintOptions& options)
-      : offset_(offset), options_(options) {}
+  BlockFinder(std::uint32_t offset, const Options& options) : offset_(offset), options_(options) {}
 
   bool beginRecord(const RecordView& record, const Position& at) {
     if (at.depth > 0) return true;
@@ -216,7 +221,7 @@ class BlockFinder : public WalkHandler {
   }
 
   std::uint32_t offset_;
-  const BkoqPrintOptions& options_;
+  const Options& options_;
   Block block_;
   std::uint32_t begin_ = 0;
   bool isMasked_ = false;
@@ -235,8 +240,8 @@ constexpr HeaderWord kHeaderWords[] = {{0, "what every image begins with"},
                                        {kChecksumAt, "checksum"}};
 
 // What belongs to no block: the header, or what follows a block.
-BkoqStatus printOutside(std::uint32_t offset, const std::string& meaning,
-                        const BkoqPrintOptions& options, BkoqSink sink, void* user) {
+BkoqStatus printOutside(std::uint32_t offset, const std::string& meaning, const Options& options,
+                        BkoqSink sink, void* user) {
   Output out(sink, user);
   if (options.format == BKOQ_FORMAT_JSON) {
     out.put(jsonStart("bkoq-place") + ",\n  \"fileOffset\": " + std::to_string(offset) +
@@ -247,7 +252,7 @@ BkoqStatus printOutside(std::uint32_t offset, const std::string& meaning,
   return out.flush() ? BKOQ_OK : BKOQ_SINK_FAILED;
 }
 
-BkoqStatus printAtFile(const RecordView& job, std::uint32_t offset, const BkoqPrintOptions& options,
+BkoqStatus printAtFile(const RecordView& job, std::uint32_t offset, const Options& options,
                        BkoqSink sink, void* user) {
   if (!isPlaceFormat(options)) return BKOQ_BAD_ARGUMENT;
   if (offset < kHeaderSize) {
@@ -257,8 +262,9 @@ BkoqStatus printAtFile(const RecordView& job, std::uint32_t offset, const BkoqPr
     }
     return printOutside(offset, std::string("header, ") + word->meaning, options, sink, user);
   }
-  if (options.image != nullptr) {
-    const std::uint32_t size = loadWord(static_cast<const std::uint8_t*>(options.image) + kSizeAt);
+  if (options.places.image != nullptr) {
+    const std::uint32_t size =
+        loadWord(static_cast<const std::uint8_t*>(options.places.image) + kSizeAt);
     if (offset >= size) return BKOQ_NOT_FOUND;
   }
   BlockFinder finder(offset, options);
@@ -288,39 +294,41 @@ std::string layoutNote(const RecordView& job) {
 }  // namespace
 }  // namespace bkoq::kit
 
-BkoqStatus bkoqPrint(const void* root, BkoqLayout layout, const BkoqPrintOptions* options,
-                     BkoqSink sink, void* user) {
+BkoqStatus bkoqPrintImage(const void* root, BkoqLayout layout, const char* path,
+                          const BkoqPrintOptions* options, const BkoqImagePlaces* places,
+                          BkoqSink sink, void* user) {
   using namespace bkoq::kit;
   if (root == nullptr || sink == nullptr || !isLayout(layout)) return BKOQ_BAD_ARGUMENT;
   return guarded([&] {
-    const BkoqPrintOptions chosen = options != nullptr ? *options : BkoqPrintOptions{};
+    const Options chosen = optionsOf(options, places);
     const RecordView job = RecordView::job(root, layout);
     Scope scope;
-    const std::string note = layoutNote(job);
-    scope.note = note.c_str();
+    std::string note;
+    if (path != nullptr) {
+      if (chosen.format == BKOQ_FORMAT_ANNOTATED) return BKOQ_BAD_ARGUMENT;
+      scope.path = path;
+      scope.isPattern = isPattern(path);
+      return holds(job, scope) ? print(job, chosen, scope, sink, user) : BKOQ_NOT_FOUND;
+    }
     if (chosen.onlyRecord != nullptr) {
       scope.only = findRecordDef(job.layout, chosen.onlyRecord);
       if (scope.only == nullptr || !holds(job, scope)) return BKOQ_NOT_FOUND;
     }
+    note = layoutNote(job);
+    scope.note = note.c_str();
     return print(job, chosen, scope, sink, user);
   });
 }
 
+BkoqStatus bkoqPrint(const void* root, BkoqLayout layout, const BkoqPrintOptions* options,
+                     BkoqSink sink, void* user) {
+  return bkoqPrintImage(root, layout, nullptr, options, nullptr, sink, user);
+}
+
 BkoqStatus bkoqPrintField(const void* root, BkoqLayout layout, const char* path,
                           const BkoqPrintOptions* options, BkoqSink sink, void* user) {
-  using namespace bkoq::kit;
-  if (root == nullptr || path == nullptr || sink == nullptr || !isLayout(layout)) {
-    return BKOQ_BAD_ARGUMENT;
-  }
-  return guarded([&] {
-    const BkoqPrintOptions chosen = options != nullptr ? *options : BkoqPrintOptions{};
-    if (chosen.format == BKOQ_FORMAT_ANNOTATED) return BKOQ_BAD_ARGUMENT;
-    const RecordView job = RecordView::job(root, layout);
-    Scope scope;
-    scope.path = path;
-    scope.isPattern = isPattern(path);
-    return holds(job, scope) ? print(job, chosen, scope, sink, user) : BKOQ_NOT_FOUND;
-  });
+  if (path == nullptr) return BKOQ_BAD_ARGUMENT;
+  return bkoqPrintImage(root, layout, path, options, nullptr, sink, user);
 }
 
 BkoqStatus bkoqPrintAt(const void* root, BkoqLayout layout, uint32_t block, uint32_t offset,
@@ -328,21 +336,24 @@ BkoqStatus bkoqPrintAt(const void* root, BkoqLayout layout, uint32_t block, uint
   using namespace bkoq::kit;
   if (root == nullptr || sink == nullptr || !isLayout(layout)) return BKOQ_BAD_ARGUMENT;
   return guarded([&] {
-    return printAt(RecordView::job(root, layout), block, offset,
-                   options != nullptr ? *options : BkoqPrintOptions{}, sink, user);
+    return printAt(RecordView::job(root, layout), block, offset, optionsOf(options, nullptr), sink,
+                   user);
   });
 }
 
 BkoqStatus bkoqPrintAtFile(const void* root, BkoqLayout layout, uint32_t offset,
-                           const BkoqPrintOptions* options, BkoqSink sink, void* user) {
+                           const BkoqPrintOptions* options, const BkoqImagePlaces* places,
+                           BkoqSink sink, void* user) {
   using namespace bkoq::kit;
   const bool hasImage =
-      options != nullptr && (options->image != nullptr || options->imageOffsets != nullptr);
+      places != nullptr && (places->image != nullptr || places->offsets != nullptr);
   if (root == nullptr || sink == nullptr || !isLayout(layout) || !hasImage) {
     return BKOQ_BAD_ARGUMENT;
   }
-  return guarded(
-      [&] { return printAtFile(RecordView::job(root, layout), offset, *options, sink, user); });
+  return guarded([&] {
+    return printAtFile(RecordView::job(root, layout), offset, optionsOf(options, places), sink,
+                       user);
+  });
 }
 
 int bkoqFileSink(void* file, const char* text, size_t size) {

@@ -8,6 +8,10 @@
 
 namespace bkoq::kit {
 
+struct Options : BkoqPrintOptions {
+  BkoqImagePlaces places;
+};
+
 // Which part of a tree is printed: all of it; or the records of one type; or what is at a path, or
 // at each path that a pattern is about.
 struct Scope {
@@ -22,15 +26,12 @@ struct Scope {
 };
 
 // Each prints a tree in one form and returns whether anything was printed.
-bool printText(const RecordView& job, const BkoqPrintOptions& options, const Scope& scope,
-               Output& out);
-bool printJson(const RecordView& job, const BkoqPrintOptions& options, const Scope& scope,
-               Output& out);
-bool printAnnotated(const RecordView& job, const BkoqPrintOptions& options, const Scope& scope,
-                    Output& out);
+bool printText(const RecordView& job, const Options& options, const Scope& scope, Output& out);
+bool printJson(const RecordView& job, const Options& options, const Scope& scope, Output& out);
+bool printAnnotated(const RecordView& job, const Options& options, const Scope& scope, Output& out);
 
 // Whether the options leave the field out.
-inline bool isHidden(const FieldView& field, const BkoqPrintOptions& options) {
+inline bool isHidden(const FieldView& field, const Options& options) {
   if (!field.isZero()) return false;
   return options.hideZero != 0 ||
          (options.hideReserved != 0 && field.def().kind == FieldKind::kReserved);
@@ -38,14 +39,15 @@ inline bool isHidden(const FieldView& field, const BkoqPrintOptions& options) {
 
 // Whether what a block holds may not be what was written: a salvaged image is doubtful from a block
 // on.
-inline bool isDoubtful(std::uint32_t block, const BkoqPrintOptions& options) {
-  return options.doubtfulFrom != 0 && block >= options.doubtfulFrom;
+inline bool isDoubtful(std::uint32_t block, const Options& options) {
+  return options.places.doubtfulFrom != 0 && block >= options.places.doubtfulFrom;
 }
 
 // Where a block lay in its image.
-inline std::uint32_t imageOffset(const Block& block, const BkoqPrintOptions& options) {
-  if (options.imageOffsets != nullptr) return options.imageOffsets[block.label - 1];
-  return static_cast<std::uint32_t>(block.bytes - static_cast<const std::uint8_t*>(options.image));
+inline std::uint32_t imageOffset(const Block& block, const Options& options) {
+  if (options.places.offsets != nullptr) return options.places.offsets[block.label - 1];
+  return static_cast<std::uint32_t>(block.bytes -
+                                    static_cast<const std::uint8_t*>(options.places.image));
 }
 
 }  // namespace bkoq::kit

@@ -44,7 +44,7 @@ std::uint32_t countBlocks(const FieldView& field, const Block& block) {
 // few, so that nothing has to be kept.
 class Annotator {
  public:
-  Annotator(const BkoqPrintOptions& options, const Scope& scope, Output& out)
+  Annotator(const Options& options, const Scope& scope, Output& out)
       : options_(options), scope_(scope), out_(out), style_(options.colour != 0) {}
 
   bool print(const RecordView& job) {
@@ -171,7 +171,7 @@ class Annotator {
 
   // Where the block lies in its image. After a masked text this would tell how long the text is.
   std::string filePlace(const Block& block) const {
-    if (options_.image == nullptr && options_.imageOffsets == nullptr) return "";
+    if (options_.places.image == nullptr && options_.places.offsets == nullptr) return "";
     if (isAnythingMasked_) return "? (--show-secrets)";
     return std::to_string(imageOffset(block, options_));
   }
@@ -284,7 +284,7 @@ class Annotator {
     out_.put("\n");
   }
 
-  const BkoqPrintOptions& options_;
+  const Options& options_;
   const Scope& scope_;
   Output& out_;
   Style style_;
@@ -295,7 +295,7 @@ class Annotator {
 
 }  // namespace
 
-bool printAnnotated(const RecordView& job, const BkoqPrintOptions& options, const Scope& scope,
+bool printAnnotated(const RecordView& job, const Options& options, const Scope& scope,
                     Output& out) {
   if (*scope.note != '\0') {
     out.put(Style(options.colour != 0).alarm(scope.note));

@@ -11,7 +11,7 @@ constexpr std::size_t kIndent = 4;
 
 class JsonPrinter : public WalkHandler {
  public:
-  JsonPrinter(const BkoqPrintOptions& options, const Scope& scope, Output& out)
+  JsonPrinter(const Options& options, const Scope& scope, Output& out)
       : options_(options),
         scope_(scope),
         out_(out),
@@ -168,7 +168,7 @@ class JsonPrinter : public WalkHandler {
     return std::string(2 + (at.depth - firstDepth_) * kIndent, ' ');
   }
 
-  const BkoqPrintOptions& options_;
+  const Options& options_;
   const Scope& scope_;
   Output& out_;
   bool isPlain_;
@@ -189,8 +189,7 @@ const char* formatOf(const Scope& scope, bool isPlain) {
 
 }  // namespace
 
-bool printJson(const RecordView& job, const BkoqPrintOptions& options, const Scope& scope,
-               Output& out) {
+bool printJson(const RecordView& job, const Options& options, const Scope& scope, Output& out) {
   out.put(jsonStart(formatOf(scope, options.format == BKOQ_FORMAT_PLAIN_JSON)));
   out.put(std::string(",\n  \"layout\": \"") + layoutName(job.layout) + "\",\n  ");
   if (*scope.note != '\0') out.put("\"note\": " + jsonQuoted(scope.note) + ",\n  ");

@@ -16,7 +16,7 @@ constexpr std::size_t kLeastPiece = 16;  // of a text that is broken into lines
 
 class TextPrinter : public WalkHandler {
  public:
-  TextPrinter(const BkoqPrintOptions& options, const Scope& scope, Output& out)
+  TextPrinter(const Options& options, const Scope& scope, Output& out)
       : options_(options), scope_(scope), out_(out), style_(options.colour != 0) {
     if (options.width > 0) width_ = std::max<std::size_t>(options.width, kLeastWidth);
   }
@@ -198,7 +198,7 @@ class TextPrinter : public WalkHandler {
     gap_ = column_;
   }
 
-  const BkoqPrintOptions& options_;
+  const Options& options_;
   const Scope& scope_;
   Output& out_;
   Style style_;
@@ -215,8 +215,7 @@ class TextPrinter : public WalkHandler {
 
 }  // namespace
 
-bool printText(const RecordView& job, const BkoqPrintOptions& options, const Scope& scope,
-               Output& out) {
+bool printText(const RecordView& job, const Options& options, const Scope& scope, Output& out) {
   if (*scope.note != '\0') {
     out.put(Style(options.colour != 0).alarm(scope.note));
     out.put("\n");

@@ -140,15 +140,16 @@ std::string recordHint(const std::string& name, BkoqLayout layout) {
 }
 
 Status printPlace(const OwnedTree& tree, const std::string& place, const BkoqPrintOptions& options,
-                  BkoqSink sink, void* user) {
+                  const BkoqImagePlaces& places, BkoqSink sink, void* user) {
   unsigned int block = 0;
   unsigned int offset = 0;
   if (parseFilePlace(place, offset)) {
-    if (options.image == nullptr && options.imageOffsets == nullptr) {
+    if (places.image == nullptr && places.offsets == nullptr) {
       return fail("--at " + place + " goes with an image, not with a job file");
     }
-    return printed(bkoqPrintAtFile(tree.root(), tree.layout(), offset, &options, sink, user),
-                   "there is no byte " + std::to_string(offset) + " in the image");
+    return printed(
+        bkoqPrintAtFile(tree.root(), tree.layout(), offset, &options, &places, sink, user),
+        "there is no byte " + std::to_string(offset) + " in the image");
   }
   if (!parsePlace(place, block, offset)) {
     return fail(
@@ -164,20 +165,21 @@ Status printPlace(const OwnedTree& tree, const std::string& place, const BkoqPri
 // Prints a tree, or what of it was asked for.
 Status printTree(const OwnedTree& tree, const Request& request, BkoqSink sink, void* user,
                  const Source* source = nullptr) {
-  BkoqPrintOptions options = printOptions(request);
+  const BkoqPrintOptions options = printOptions(request);
+  BkoqImagePlaces places = {};
   if (source != nullptr) {
-    options.image = source->image.empty() ? nullptr : source->image.data();
-    options.imageOffsets = source->offsets.get();
-    options.doubtfulFrom = source->doubtfulFrom;
+    places.image = source->image.empty() ? nullptr : source->image.data();
+    places.offsets = source->offsets.get();
+    places.doubtfulFrom = source->doubtfulFrom;
   }
   if (!request.field.empty()) {
-    const BkoqStatus status =
-        bkoqPrintField(tree.root(), tree.layout(), request.field.c_str(), &options, sink, user);
+    const BkoqStatus status = bkoqPrintImage(tree.root(), tree.layout(), request.field.c_str(),
+                                             &options, &places, sink, user);
     return printed(status,
                    status == BKOQ_NOT_FOUND ? missingPath(tree, request.field) : std::string());
   }
-  if (!request.at.empty()) return printPlace(tree, request.at, options, sink, user);
-  return printed(bkoqPrint(tree.root(), tree.layout(), &options, sink, user),
+  if (!request.at.empty()) return printPlace(tree, request.at, options, places, sink, user);
+  return printed(bkoqPrintImage(tree.root(), tree.layout(), nullptr, &options, &places, sink, user),
                  "there is no record \"" + request.only + "\" in the " + nameOf(tree.layout()) +
                      " layout of this job" + recordHint(request.only, tree.layout()));
 }
@@ -388,15 +390,16 @@ Status diffCommand(const Request& request) {
       }
     }
   }
-  BkoqPrintOptions options = printOptions(request);
+  const BkoqPrintOptions options = printOptions(request);
   const std::vector<const char*> onlyPaths = listOf(request.onlyPaths);
   const std::vector<const char*> ignoredPaths = listOf(request.ignoredPaths);
-  if (!request.onlyPaths.empty()) options.onlyPaths = onlyPaths.data();
-  options.ignoredPaths = ignoredPaths.data();
+  BkoqPaths paths = {};
+  if (!request.onlyPaths.empty()) paths.only = onlyPaths.data();
+  paths.ignored = ignoredPaths.data();
   uint32_t count = 0;
   const Status status = printed(
-      bkoqPrintDifferences(sources[0].tree.root(), sources[0].tree.layout(), sources[1].tree.root(),
-                           sources[1].tree.layout(), &options, bkoqFileSink, stdout, &count),
+      bkoqPrintChanges(sources[0].tree.root(), sources[0].tree.layout(), sources[1].tree.root(),
+                       sources[1].tree.layout(), &options, &paths, bkoqFileSink, stdout, &count),
       "");
   if (status != kDone) return status;
   return count == 0 ? kDone : kDiffers;

@@ -8,7 +8,7 @@ extern "C" {
 #endif
 
 /** BKQJDATATRANSFER::usJobType. */
-enum BkoqJobKind {
+enum {
   BKOQ_JOB_BACKUP = 1,
   BKOQ_JOB_CRUISE_BACKUP = 3,
   BKOQ_JOB_CRUISE_MAKEUP = 5,
@@ -24,7 +24,7 @@ enum BkoqJobKind {
 };
 
 /** BKNODE::usNodeType. Tape nodes carry the number of UNIX machines. */
-enum BkoqNodeKind {
+enum {
   BKOQ_NODE_MACINTOSH = 2,
   BKOQ_NODE_UNIX = 3,
   BKOQ_NODE_TAPE = 3,
@@ -46,7 +46,7 @@ enum BkoqNodeKind {
 };
 
 /** BKNODE::usNodeOS. */
-enum BkoqNodeSystem {
+enum {
   BKOQ_SYSTEM_OS2 = 2,
   BKOQ_SYSTEM_NETWARE = 4,
   BKOQ_SYSTEM_WINDOWS = 5,
@@ -56,7 +56,7 @@ enum BkoqNodeSystem {
 };
 
 /** BKFILTER_FILE::usFilterType. */
-enum BkoqFilterKind {
+enum {
   BKOQ_FILTER_VOLUME = 1,
   BKOQ_FILTER_FILE = 2,
   BKOQ_FILTER_DIRECTORY = 3,
@@ -65,18 +65,13 @@ enum BkoqFilterKind {
 };
 
 /** BKFILTER_FILE::usInclExcl. */
-enum BkoqFilterMode { BKOQ_MODE_INCLUDE = 0, BKOQ_MODE_EXCLUDE = 1 };
+enum { BKOQ_MODE_INCLUDE = 0, BKOQ_MODE_EXCLUDE = 1 };
 
 /** BKFILTER_FILE::usTimeRange. */
-enum BkoqTimeRange {
-  BKOQ_RANGE_BEFORE = 0,
-  BKOQ_RANGE_AFTER = 1,
-  BKOQ_RANGE_BETWEEN = 2,
-  BKOQ_RANGE_WITHIN = 3
-};
+enum { BKOQ_RANGE_BEFORE = 0, BKOQ_RANGE_AFTER = 1, BKOQ_RANGE_BETWEEN = 2, BKOQ_RANGE_WITHIN = 3 };
 
 /** Bits of the fields with options. */
-enum BkoqOptionBits {
+enum {
   BKOQ_JOB_NO_ESTIMATE = 0x00100000,    /**< BKQJDATATRANSFER::ulOptions */
   BKOQ_NODE_NO_ESTIMATE = 0x40,         /**< BKNODE::ulNodeOptions */
   BKOQ_NODE_TEXT_AFTER_NAME = 0x200,    /**< likewise */

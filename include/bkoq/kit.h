@@ -183,12 +183,14 @@ typedef struct BkoqPrintOptions {
   unsigned int depth;     /**< text, JSON: levels of records shown, 1 is the job alone; 0 all */
   unsigned int width;     /**< text: columns, at least 40; 0 for as many as a line takes */
   const char* onlyRecord; /**< print only records of this name, "BKNODE"; null for all */
-  const void* image;      /**< the image in which the tree lies, from bkoqUseImage() */
-  const uint32_t* imageOffsets; /**< or where its blocks were, from bkoqSalvageImage() */
-  uint32_t doubtfulFrom; /**< the block from which on all is marked as doubtful; 0 for none */
-  const char* const* onlyPaths; /**< differences: only at these paths or patterns; ends with null */
-  const char* const* ignoredPaths; /**< differences: none at these; ends with null */
 } BkoqPrintOptions;
+
+/** Where the blocks of a tree are in its image; all zero is the default. */
+typedef struct BkoqImagePlaces {
+  const void* image;       /**< the image in which the tree lies, from bkoqUseImage() */
+  const uint32_t* offsets; /**< or where its blocks were, from bkoqSalvageImage() */
+  uint32_t doubtfulFrom;   /**< the block from which on all is marked as doubtful; 0 for none */
+} BkoqImagePlaces;
 
 /* A path may be a pattern: "*" stands for any characters of one name or index, "**" for anything,
    so "pSourceNodes[*].pMedia[*].pszDiskName", "stFax.*", "**.pszPassword". */
@@ -212,11 +214,18 @@ BKOQ_API BkoqStatus bkoqPrintAt(const void* root, BkoqLayout layout, uint32_t bl
                                 uint32_t offset, const BkoqPrintOptions* options, BkoqSink sink,
                                 void* user);
 
-/** Says what lies at byte `offset` of the image in which the tree lies, or from which it was
-    salvaged: a field, a text, a number of the header, or the padding after a block. `options` says
-    which image; the formats are text and JSON. */
+/** Prints a tree of an image as bkoqPrint() does, or with a `path` as bkoqPrintField() does: the
+    annotated format tells where in the image each block is, and what is doubtful is marked. After
+    the first masked text no place is told, since that would tell its length. */
+BKOQ_API BkoqStatus bkoqPrintImage(const void* root, BkoqLayout layout, const char* path,
+                                   const BkoqPrintOptions* options, const BkoqImagePlaces* places,
+                                   BkoqSink sink, void* user);
+
+/** Says what lies at byte `offset` of the image: a field, a text, a number of the header, or the
+    padding after a block. The formats are text and JSON. */
 BKOQ_API BkoqStatus bkoqPrintAtFile(const void* root, BkoqLayout layout, uint32_t offset,
-                                    const BkoqPrintOptions* options, BkoqSink sink, void* user);
+                                    const BkoqPrintOptions* options, const BkoqImagePlaces* places,
+                                    BkoqSink sink, void* user);
 
 /* --------------------------------------------------------------------------------- compare */
 
@@ -237,7 +246,6 @@ typedef struct BkoqDifference {
   const char* oldValue;  /**< in the first tree, in words; "absent" for an element it lacks */
   const char* newValue;  /**< in the second */
   int isMasked;          /**< a secret is masked in one of the values */
-  BkoqChange change;
 } BkoqDifference;
 
 /** Returns 0 to go on, anything else to stop. */
@@ -256,16 +264,33 @@ BKOQ_API BkoqStatus bkoqCompare(const void* first, BkoqLayout firstLayout, const
                                 BkoqLayout secondLayout, int showSecrets,
                                 BkoqDifferenceVisitor visitor, void* user, uint32_t* count);
 
-/** The same with the paths that `options` asks for; of the others, `showSecrets` holds. */
-BKOQ_API BkoqStatus bkoqCompareWith(const void* first, BkoqLayout firstLayout, const void* second,
-                                    BkoqLayout secondLayout, const BkoqPrintOptions* options,
-                                    BkoqDifferenceVisitor visitor, void* user, uint32_t* count);
+/** Which differences are wanted; all zero is the default. */
+typedef struct BkoqPaths {
+  const char* const* only;    /**< only those at these paths or patterns; ends with null */
+  const char* const* ignored; /**< none of those at these; ends with null */
+} BkoqPaths;
+
+/** Returns 0 to go on, anything else to stop. */
+typedef int (*BkoqChangeVisitor)(const BkoqDifference* difference, BkoqChange change, void* user);
+
+/** bkoqCompare() with what each difference is, and with the wanted ones alone. `paths` may be null.
+ */
+BKOQ_API BkoqStatus bkoqCompareChanges(const void* first, BkoqLayout firstLayout,
+                                       const void* second, BkoqLayout secondLayout, int showSecrets,
+                                       const BkoqPaths* paths, BkoqChangeVisitor visitor,
+                                       void* user, uint32_t* count);
 
 /** Prints the differences, one a line; nothing for equal trees, in JSON an empty list. */
 BKOQ_API BkoqStatus bkoqPrintDifferences(const void* first, BkoqLayout firstLayout,
                                          const void* second, BkoqLayout secondLayout,
                                          const BkoqPrintOptions* options, BkoqSink sink, void* user,
                                          uint32_t* count);
+
+/** The same for the wanted differences alone; `paths` may be null. */
+BKOQ_API BkoqStatus bkoqPrintChanges(const void* first, BkoqLayout firstLayout, const void* second,
+                                     BkoqLayout secondLayout, const BkoqPrintOptions* options,
+                                     const BkoqPaths* paths, BkoqSink sink, void* user,
+                                     uint32_t* count);
 
 /* ----------------------------------------------------------------------------------- image */
 
