@@ -1,5 +1,7 @@
 #include "kit/pattern.h"
 
+#include <algorithm>
+#include <cstdint>
 #include <cstring>
 #include <vector>
 
@@ -11,44 +13,60 @@ bool isBoundary(char character) {
 }
 
 // Runs through a path with every place of the pattern that can be reached at once, so that no
-// pattern takes longer than its length times that of the path.
+// pattern takes longer than its length times that of the path. A place is a bit; few are set.
 class Matcher {
  public:
   explicit Matcher(const char* pattern)
-      : pattern_(pattern), size_(std::strlen(pattern)), places_(size_ + 1) {
+      : pattern_(pattern),
+        size_(std::strlen(pattern)),
+        places_(size_ / kBits + 1),
+        next_(size_ / kBits + 1) {
     reach(places_, 0);
     // "**.name" is also about a name at the very start.
     if (std::strncmp(pattern_, "**.", 3) == 0) reach(places_, 3);
   }
 
-  void take(char character) {
-    std::vector<bool> next(size_ + 1);
-    for (std::size_t i = 0; i < size_; ++i) {
-      if (!places_[i]) continue;
-      if (pattern_[i] != '*') {
-        if (pattern_[i] == character) reach(next, i + 1);
-      } else if (pattern_[i + 1] == '*') {
-        reach(next, i);
-      } else if (character != '.' && character != '[' && character != ']') {
-        reach(next, i);
+  // False when nothing that begins like this can fit.
+  bool take(char character) {
+    std::fill(next_.begin(), next_.end(), 0);
+    bool isAnywhere = false;
+    for (std::size_t word = 0; word < places_.size(); ++word) {
+      for (std::uint64_t bits = places_[word]; bits != 0; bits &= bits - 1) {
+        const std::size_t place = word * kBits + static_cast<std::size_t>(__builtin_ctzll(bits));
+        isAnywhere |= takeAt(place, character);
       }
     }
-    places_ = next;
+    places_.swap(next_);
+    return isAnywhere;
   }
 
-  bool isAtEnd() const { return places_[size_]; }
-  bool isAnywhere() const {
-    for (const bool isReached : places_) {
-      if (isReached) return true;
-    }
-    return false;
-  }
+  bool isAtEnd() const { return isReached(places_, size_); }
 
  private:
+  static constexpr std::size_t kBits = 64;
+  using Places = std::vector<std::uint64_t>;
+
+  bool takeAt(std::size_t place, char character) {
+    if (place == size_) return false;
+    if (pattern_[place] != '*') {
+      if (pattern_[place] != character) return false;
+      reach(next_, place + 1);
+      return true;
+    }
+    const bool isAnything = pattern_[place + 1] == '*';
+    if (!isAnything && (character == '.' || character == '[' || character == ']')) return false;
+    reach(next_, place);
+    return true;
+  }
+
+  static bool isReached(const Places& places, std::size_t place) {
+    return (places[place / kBits] >> place % kBits & 1) != 0;
+  }
+
   // A star may stand for nothing.
-  void reach(std::vector<bool>& places, std::size_t place) const {
+  void reach(Places& places, std::size_t place) const {
     for (;;) {
-      places[place] = true;
+      places[place / kBits] |= std::uint64_t{1} << place % kBits;
       if (place >= size_ || pattern_[place] != '*') return;
       place += pattern_[place + 1] == '*' ? 2 : 1;
     }
@@ -56,7 +74,8 @@ class Matcher {
 
   const char* pattern_;
   std::size_t size_;
-  std::vector<bool> places_;
+  Places places_;
+  Places next_;
 };
 
 }  // namespace
@@ -66,7 +85,9 @@ bool isPattern(const char* path) { return std::strchr(path, '*') != nullptr; }
 bool matches(const char* pattern, const char* path) {
   if (!isPattern(pattern)) return std::strcmp(pattern, path) == 0;
   Matcher matcher(pattern);
-  for (; *path != '\0'; ++path) matcher.take(*path);
+  for (; *path != '\0'; ++path) {
+    if (!matcher.take(*path)) return false;
+  }
   return matcher.isAtEnd();
 }
 
@@ -79,7 +100,7 @@ bool covers(const char* pattern, const char* path) {
   for (;; ++path) {
     if (isBoundary(*path) && matcher.isAtEnd()) return true;
     if (*path == '\0') return false;
-    matcher.take(*path);
+    if (!matcher.take(*path)) return false;
   }
 }
 
@@ -90,8 +111,10 @@ bool leadsTo(const char* pattern, const char* path) {
     return std::strncmp(pattern, path, length) == 0 && isBoundary(pattern[length]);
   }
   Matcher matcher(pattern);
-  for (; *path != '\0'; ++path) matcher.take(*path);
-  return matcher.isAnywhere();
+  for (; *path != '\0'; ++path) {
+    if (!matcher.take(*path)) return false;
+  }
+  return true;
 }
 
 }  // namespace bkoq::kit

@@ -320,7 +320,7 @@ constexpr auto diskRows(BkoqLayout layout) {
                "BKQDisk::setDiskType, BKQDBRestoreNode::setFStype"),
       BKOQ_RESERVED(abReserved26),
       BKOQ_ROW(ulOptions, kFlags, "disk options with the job's bits added",
-               "BKQDisk::setOptions, BKQDBRestoreNode::setOptions")
+               "BKQDisk::setOptions, BKQUnixNode::setUnixOptions, BKQDBRestoreNode::setOptions")
           .called(kDiskOptions),
       BKOQ_ROW(ulReserved1, kReserved, "reserved: zero", ""),
       layout == BKOQ_LAYOUT_CURRENT ? credentials : credentialsOld,

@@ -33,7 +33,7 @@ BKDDISK, 52 bytes: one disk of a machine or of a restore destination
       20      4  pDiskItems        array of BKDISKITEM     items of this disk                                                                     BKQDisk::addDiskItem, BKQRestoreNode::setDestinationDir
       24      2  usDiskType        number                  disk type code                                                                         BKQDisk::setDiskType, BKQDBRestoreNode::setFStype
       26      2  abReserved26      reserved                reserved: zero
-      28      4  ulOptions         flags                   disk options with the job's bits added                                                 BKQDisk::setOptions, BKQDBRestoreNode::setOptions
+      28      4  ulOptions         flags                   disk options with the job's bits added                                                 BKQDisk::setOptions, BKQUnixNode::setUnixOptions, BKQDBRestoreNode::setOptions
       32      4  ulReserved1       reserved                reserved: zero
       36      4  pszDiskPW2        two texts, secret       user and second password: two texts; types 11, 22, 31 (restore: 22, 31) joined by ":"  BKQDisk::setUser, setDiskPW2, BKQDBRestoreNode::setDBuser
       40      4  ulReserved2       reserved                reserved: zero

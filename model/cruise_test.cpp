@@ -22,32 +22,10 @@ namespace {
 
 constexpr unsigned long kTime = 3255627600UL;
 
-TEST(JobUnit, Attributes) {
-  BKQJobUnit object;
-  expectNumber(object, &BKQJobUnit::getJobType, &BKQJobUnit::setJobType, 0);
-  expectNumber(object, &BKQJobUnit::getOptions, &BKQJobUnit::setOptions, 0);
-  expectNumber(object, &BKQJobUnit::getSerialNumber, &BKQJobUnit::setSerialNumber, 0);
-  expectText(object, &BKQJobUnit::getMediaName, &BKQJobUnit::setMediaName);
-  expectText(object, &BKQJobUnit::getTapeSerialNumber, &BKQJobUnit::setTapeSerialNumber);
-  expectTime(object, &BKQJobUnit::getExecTime, &BKQJobUnit::setExecTime);
-}
-
-TEST(ExceptionDay, Attributes) {
-  BKQExceptionDay object;
-  expectNumber(object, &BKQExceptionDay::getJobType, &BKQExceptionDay::setJobType, 0);
-  expectNumber(object, &BKQExceptionDay::getOptions, &BKQExceptionDay::setOptions, 0);
-  expectTime(object, &BKQExceptionDay::getExceptionTime, &BKQExceptionDay::setExceptionTime);
-}
-
 // What every rotation has, in both classes.
 template <class Rotation>
 void expectRotationAttributes() {
   Rotation object;
-  expectText(object, &BKQRotationSchedule::getSetName, &BKQRotationSchedule::setSetName);
-  expectText(object, &BKQRotationSchedule::getSetPW, &BKQRotationSchedule::setSetPW);
-  expectText(object, &BKQRotationSchedule::getSchemeName, &BKQRotationSchedule::setSchemeName);
-  expectTime(object, &BKQRotationSchedule::getPreferedMakeupTime,
-             &BKQRotationSchedule::setPreferedMakeupTime);
   EXPECT_EQ(object.doMakeup(), 0);
   EXPECT_EQ(object.getJobMask(), nullptr);
   EXPECT_EQ(object.exceptionDayEntries(), 0u);
@@ -71,17 +49,6 @@ void expectRotationAttributes() {
 TEST(RotationSchedule, AttributesAndTheirCopies) {
   expectRotationAttributes<BKQRotationSchedule>();
   expectRotationAttributes<BKQCruiseSchedule>();
-}
-
-TEST(CruiseSchedule, Attributes) {
-  BKQCruiseSchedule object;
-  expectNumber(object, &BKQCruiseSchedule::getSaveMonthly, &BKQCruiseSchedule::setSaveMonthly, 0);
-  expectNumber(object, &BKQCruiseSchedule::getSaveWeekly, &BKQCruiseSchedule::setSaveWeekly, 0);
-  expectNumber(object, &BKQCruiseSchedule::getSaveDaily, &BKQCruiseSchedule::setSaveDaily, 0);
-  expectNumber(object, &BKQCruiseSchedule::getMonths, &BKQCruiseSchedule::setMonths, 0);
-  expectNumber(object, &BKQCruiseSchedule::getCopies, &BKQCruiseSchedule::setCopies, 0);
-  expectNumber(object, &BKQCruiseSchedule::getOptions, &BKQCruiseSchedule::setOptions, 0);
-  expectNumber(object, &BKQCruiseSchedule::getCruiseMethod, &BKQCruiseSchedule::setCruiseMethod, 0);
 }
 
 TEST(JobUnit, NoTwoAreEqual) {

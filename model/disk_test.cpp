@@ -12,30 +12,6 @@
 namespace bkoq::test {
 namespace {
 
-TEST(DiskItem, Attributes) {
-  BKQDiskItem object;
-  expectText(object, &BKQDiskItem::getPath, &BKQDiskItem::setPath);
-  expectNumber(object, &BKQDiskItem::getOptions, &BKQDiskItem::setOptions, 1);
-  expectNumber(object, &BKQDiskItem::getObjectProperty, &BKQDiskItem::setObjectProperty, 0);
-}
-
-TEST(Disk, Attributes) {
-  BKQDisk object;
-  expectText(object, &BKQDisk::getDiskName, &BKQDisk::setDiskName);
-  expectNumber(object, &BKQDisk::getDiskType, &BKQDisk::setDiskType, 0);
-  expectNumber(object, &BKQDisk::getOptions, &BKQDisk::setOptions, 0);
-  expectText(object, &BKQDisk::getPassword, &BKQDisk::setPassword);
-  expectText(object, &BKQDisk::getUser, &BKQDisk::setUser);
-  expectText(object, &BKQDisk::getDiskPW2, &BKQDisk::setDiskPW2);
-  expectText(object, &BKQDisk::getEncryptionKey, &BKQDisk::setEncryptionKey);
-  expectNumber(object, &BKQDisk::getPriority, &BKQDisk::setPriority, 255);
-  expectNumber(object, &BKQDisk::getCompareFirstMB, &BKQDisk::setCompareFirstMB, 0);
-  expectText(object, &BKQDisk::getAfterDisk, &BKQDisk::setAfterDisk);
-  expectText(object, &BKQDisk::getBeforeDisk, &BKQDisk::setBeforeDisk);
-  expectNumber(object, &BKQDisk::getBeforeDiskWait, &BKQDisk::setBeforeDiskWait, 0);
-  expectNumber(object, &BKQDisk::getDBProperty, &BKQDisk::setDBProperty, 0);
-}
-
 TEST(DiskItem, AddFileClearsTheOptions) {
   BKQDiskItem item("/etc");
   EXPECT_STREQ(item.getPath(), "/etc");

@@ -10,20 +10,6 @@
 namespace bkoq::test {
 namespace {
 
-TEST(EMail, Attributes) {
-  BKQInternetEMail object;
-  expectText(object, &BKQEMail::getHostName, &BKQEMail::setHostName);
-  expectText(object, &BKQEMail::getUserName, &BKQEMail::setUserName);
-  expectText(object, &BKQEMail::getUserPW, &BKQEMail::setUserPW);
-  BKQMHSEMail mhs;
-  expectText(mhs, &BKQEMail::getHostName, &BKQEMail::setHostName);
-  expectText(mhs, &BKQEMail::getUserName, &BKQEMail::setUserName);
-  expectText(mhs, &BKQEMail::getUserPW, &BKQEMail::setUserPW);
-  expectText(mhs, &BKQMHSEMail::getMHSDir, &BKQMHSEMail::setMHSDir);
-  expectText(mhs, &BKQMHSEMail::getMHSId, &BKQMHSEMail::setMHSId);
-  expectText(mhs, &BKQMHSEMail::getMHSUserName, &BKQMHSEMail::setMHSUserName);
-}
-
 TEST(EMail, Kinds) {
   EXPECT_EQ(BKQInternetEMail().emailType(), 0u);
   EXPECT_EQ(BKQMHSEMail().emailType(), 1u);

@@ -7,15 +7,20 @@
 
 namespace bkoq {
 
-// What an enumeration hands out: the elements themselves, or copies of them. What finds no place is
-// taken back.
+// What an enumeration hands out: the elements themselves, or copies of them. A copy that finds no
+// place is deleted, since nobody else could.
 struct HandOutElements {
-  static RWCollectable* handOut(RWCollectable* element) { return element; }
-  static void takeBack(RWCollectable* /*element*/) {}
+  static bool place(RWSlistCollectables& out, RWCollectable* element) {
+    return out.insert(element) != nullptr;
+  }
 };
 struct HandOutCopies {
-  static RWCollectable* handOut(RWCollectable* element) { return element->copy(); }
-  static void takeBack(RWCollectable* copy) { delete copy; }
+  static bool place(RWSlistCollectables& out, RWCollectable* element) {
+    RWCollectable* copy = element->copy();
+    if (out.insert(copy) != nullptr) return true;
+    delete copy;
+    return false;
+  }
 };
 
 // Hands out up to `n` elements of `list` from the cursor on, in a new collection that the caller
@@ -27,12 +32,9 @@ unsigned int enumerateUpTo(const RWSlistCollectables& list, Cursor& cursor, Coll
   out = new (std::nothrow) Collection;
   if (out == nullptr) return 0;
   unsigned int placed = 0;
-  for (; placed < n && cursor < list.entries(); ++placed, ++cursor) {
-    RWCollectable* handed = Handing::handOut(list.at(cursor));
-    if (out->insert(handed) == nullptr) {
-      Handing::takeBack(handed);
-      break;
-    }
+  while (placed < n && cursor < list.entries() && Handing::place(*out, list.at(cursor))) {
+    ++placed;
+    ++cursor;
   }
   return placed;
 }

@@ -9,16 +9,6 @@
 namespace bkoq::test {
 namespace {
 
-TEST(Fax, Attributes) {
-  BKQFax object;
-  expectText(object, &BKQFax::getHostName, &BKQFax::setHostName);
-  expectText(object, &BKQFax::getUserName, &BKQFax::setUserName);
-  expectText(object, &BKQFax::getUserPW, &BKQFax::setUserPW);
-  expectText(object, &BKQFax::getFaxNumber, &BKQFax::setFaxNumber);
-  expectText(object, &BKQFax::getCoverPageFile, &BKQFax::setCoverPageFile);
-  expectText(object, &BKQFax::getReceiverName, &BKQFax::setReceiverName);
-}
-
 TEST(Fax, CloneIsIndependent) {
   BKQFax fax;
   fax.setFaxNumber("555-0100");

@@ -56,8 +56,6 @@ TEST(Filter, IncludeAndExcludeAreNoComplements) {
 
 template <class PatternFilter>
 void expectPatternFilter() {
-  PatternFilter object;
-  expectText(object, &PatternFilter::getFilterString, &PatternFilter::setFilterString);
   PatternFilter filter(kExclude, "*.o");
   EXPECT_EQ(filter.isExclude(), 1);
   EXPECT_STREQ(filter.getFilterString(), "*.o");
@@ -75,8 +73,6 @@ TEST(Filter, PatternFilters) {
 }
 
 TEST(Filter, AttributeFilter) {
-  BKQAttributeFilter object;
-  expectNumber(object, &BKQAttributeFilter::getAttributes, &BKQAttributeFilter::setAttributes, 0);
   BKQAttributeFilter filter(kExclude, 0x80000001);
   std::unique_ptr<BKQAttributeFilter> clone(filter.clone());
   EXPECT_EQ(clone->getAttributes(), 0x80000001u);
@@ -84,11 +80,6 @@ TEST(Filter, AttributeFilter) {
 }
 
 TEST(Filter, WithinTimeFilter) {
-  BKQWithinTimeFilter object;
-  expectNumber(object, &BKQWithinTimeFilter::getTimeUnits, &BKQWithinTimeFilter::setTimeUnits, 0);
-  expectNumber(object, &BKQWithinTimeFilter::getTimeUnitType, &BKQWithinTimeFilter::setTimeUnitType,
-               0);
-  expectNumber(object, &BKQTimeFilter::getTRattribute, &BKQTimeFilter::setTRattribute, 0);
   const BKQWithinTimeFilter half(kAttribute);
   EXPECT_EQ(half.getTRattribute(), kAttribute);
   EXPECT_EQ(half.getTimeUnits(), 0);
@@ -105,8 +96,6 @@ TEST(Filter, WithinTimeFilter) {
 
 template <class BoundFilter>
 void expectBoundFilter() {
-  BoundFilter object(kAttribute);
-  expectTime(object, &BoundFilter::getTime, &BoundFilter::setTime);
   BoundFilter filter(kAttribute, kLate);
   std::unique_ptr<BoundFilter> clone(filter.clone());
   filter.setTime(kEarly);
@@ -129,8 +118,6 @@ TEST(Filter, BetweenTimeFilterClonesIndependently) {
   EXPECT_EQ(clone->getEndTime().seconds(), kLate.seconds());
   EXPECT_EQ(clone->getTRattribute(), kAttribute);
   EXPECT_EQ(clone->isExclude(), 1);
-  expectTime(filter, &BKQBetweenTimeFilter::getStartTime, &BKQBetweenTimeFilter::setStartTime);
-  expectTime(filter, &BKQBetweenTimeFilter::getEndTime, &BKQBetweenTimeFilter::setEndTime);
 }
 
 template <class TimeFilter>
@@ -149,7 +136,6 @@ void expectStoredRange(BKQTimeFilter::BKQTimeRangeType range) {
     copy.mycopy(static_cast<TimeFilter*>(nullptr));
     EXPECT_EQ(copy.getTRattribute(), kAttribute);
   });
-  expectNumber(filter, &BKQTimeFilter::getTRattribute, &BKQTimeFilter::setTRattribute, kAttribute);
 }
 
 // The default constructors store no range; the class decides anyway.
@@ -169,7 +155,7 @@ TEST(Filter, StoredRangeOfTimeFilters) {
 template <class Filter>
 void expectKind() {
   Filter object;
-  expectNumber(object, &BKQFilter::getInclExcl, &BKQFilter::setInclExcl, 0);
+  object.setInclExcl(static_cast<BKQFilter::BKQInclExclType>(0x5a));
   const std::unique_ptr<BKQFilter> clone(static_cast<BKQFilter&>(object).clone());
   EXPECT_NE(dynamic_cast<Filter*>(clone.get()), nullptr);
   EXPECT_EQ(clone->getInclExcl(), 0x5au);

@@ -10,13 +10,6 @@
 namespace bkoq::test {
 namespace {
 
-TEST(Groom, Attributes) {
-  BKQGroom object;
-  expectNumber(object, &BKQGroom::getMonths, &BKQGroom::setMonths, 0);
-  expectNumber(object, &BKQGroom::getCopies, &BKQGroom::setCopies, 0);
-  expectNumber(object, &BKQGroom::getOptions, &BKQGroom::setOptions, 2);
-}
-
 TEST(Groom, CloneHoldsEachFilterTwice) {
   BKQDirFilter first(BKQFilter::Include, "a");
   BKQDirFilter second(BKQFilter::Include, "b");

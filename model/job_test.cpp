@@ -8,6 +8,8 @@
 
 #include "examples/nightly_job.h"
 #include "examples/other_jobs.h"
+#include "tests/catalog/kinds.h"
+#include "tests/catalog/types.h"
 #include "tests/support/attributes.h"
 #include "tests/support/counted.h"
 #include "tests/support/failing_new.h"
@@ -48,46 +50,8 @@ class AnyJobTest : public testing::Test {
   std::string log;
   int destroyed = 0;
   std::unique_ptr<Job> job = newObject<Job>();
-
-  template <class Get, class Set>
-  void expectText(Get get, Set set) {
-    test::expectText(*job, get, set);
-  }
-  template <class Get, class Set>
-  void expectNumber(Get get, Set set, unsigned long first) {
-    test::expectNumber(*job, get, set, first);
-  }
 };
-using AnyJob = testing::Types<BKQJob, BKQBackupJob, BKQCruiseBackupJob, BKQRotationBackupJob,
-                              BKQCruiseMakeupJob, BKQRotationMakeupJob, BKQCustomBackupJob,
-                              BKQDatabaseBackupJob, BKQRestoreJob, BKQDatabaseRestoreJob,
-                              BKQVerifyJob, BKQCompareJob, BKQMergeJob, BKQScanJob>;
-TYPED_TEST_SUITE(AnyJobTest, AnyJob, );
-
-TYPED_TEST(AnyJobTest, Attributes) {
-  const bool isRestore = std::is_base_of<BKQRestoreJob, TypeParam>::value;
-  this->expectNumber(&BKQJob::getJobID, &BKQJob::setJobID, 0);
-  this->expectNumber(&BKQJob::getJobNumber, &BKQJob::setJobNumber, 0);
-  this->expectNumber(&BKQJob::getScriptType, &BKQJob::setScriptType, 0);
-  this->expectNumber(&BKQJob::getJobStatus, &BKQJob::setJobStatus, 0);
-  this->expectNumber(&BKQJob::getOptions, &BKQJob::setOptions, isRestore ? 0x6200000 : 0);
-  this->expectNumber(&BKQJob::getBeforeJobWait, &BKQJob::setBeforeJobWait, 0);
-  this->expectNumber(&BKQJob::getNewTapeTimeout, &BKQJob::setNewTapeTimeout, 5);
-  this->expectNumber(&BKQJob::getSpanTapeTimeout, &BKQJob::setSpanTapeTimeout, 9999);
-  this->expectText(&BKQJob::getHost, &BKQJob::setHost);
-  this->expectText(&BKQJob::getOwner, &BKQJob::setOwner);
-  this->expectText(&BKQJob::getPassword, &BKQJob::setPassword);
-  this->expectText(&BKQJob::getMachineName, &BKQJob::setMachineName);
-  this->expectText(&BKQJob::getMachineUser, &BKQJob::setMachineUser);
-  this->expectText(&BKQJob::getMachinePassword, &BKQJob::setMachinePassword);
-  this->expectText(&BKQJob::getMachineAddress, &BKQJob::setMachineAddress);
-  this->expectText(&BKQJob::getReportFile, &BKQJob::setReportFile);
-  this->expectText(&BKQJob::getComments, &BKQJob::setComments);
-  this->expectText(&BKQJob::getBeforeJob, &BKQJob::setBeforeJob);
-  this->expectText(&BKQJob::getAfterJob, &BKQJob::setAfterJob);
-  this->expectText(&BKQJob::getFileName, &BKQJob::setFileName);
-  this->expectText(&BKQJob::getPoolName, &BKQJob::setPoolName);
-}
+TYPED_TEST_SUITE(AnyJobTest, JobTypes, );
 
 TYPED_TEST(AnyJobTest, IsNamedByItsConstructor) {
   if constexpr (std::is_default_constructible<TypeParam>::value) {
@@ -103,24 +67,15 @@ TYPED_TEST(AnyJobTest, IsNamedByItsConstructor) {
 }
 
 // Which constructors the classes have.
-template <class Job, bool isDefault, bool isNamed>
-constexpr bool kIsConstructible =
-    std::is_default_constructible<Job>::value ==
-    isDefault&& std::is_constructible<Job, const char*>::value == isNamed;
-static_assert(kIsConstructible<BKQJob, true, true>, "");
-static_assert(kIsConstructible<BKQBackupJob, true, true>, "");
-static_assert(kIsConstructible<BKQCruiseBackupJob, true, true>, "");
-static_assert(kIsConstructible<BKQRotationBackupJob, true, true>, "");
-static_assert(kIsConstructible<BKQCruiseMakeupJob, true, true>, "");
-static_assert(kIsConstructible<BKQRotationMakeupJob, true, true>, "");
-static_assert(kIsConstructible<BKQCustomBackupJob, true, true>, "");
-static_assert(kIsConstructible<BKQDatabaseBackupJob, false, true>, "");
-static_assert(kIsConstructible<BKQRestoreJob, false, true>, "");
-static_assert(kIsConstructible<BKQDatabaseRestoreJob, false, true>, "");
-static_assert(kIsConstructible<BKQVerifyJob, false, true>, "");
-static_assert(kIsConstructible<BKQCompareJob, false, true>, "");
-static_assert(kIsConstructible<BKQMergeJob, true, false>, "");
-static_assert(kIsConstructible<BKQScanJob, true, false>, "");
+template <class Job, JobNames names>
+constexpr bool kIsConstructible = std::is_default_constructible<Job>::value ==
+                                      (names != JobNames::kName) &&
+                                  std::is_constructible<Job, const char*>::value ==
+                                      (names != JobNames::kNone);
+#define BKOQ_EXPECT(kind, class_, code, word, schedule, family, names) \
+  static_assert(kIsConstructible<class_, JobNames::k##names>, #class_);
+BKOQ_JOB_KINDS(BKOQ_EXPECT)
+#undef BKOQ_EXPECT
 
 TYPED_TEST(AnyJobTest, CopyHasWhatIsNoPlainAttribute) {
   TypeParam& job = *this->job;
@@ -454,45 +409,17 @@ TEST(Job, SettersAbandonWhatTheyReplace) {
   EXPECT_EQ(destroyed, 0);
 }
 
-template <class Job>
-void expectKind(Job& job, unsigned int type) {
-  EXPECT_EQ(job.jobType(), type);
+TYPED_TEST(AnyJobTest, ClonesToItsOwnKind) {
+  TypeParam& job = *this->job;
   job.setJobID(77);
-  std::unique_ptr<BKQJob> clone(static_cast<BKQJob&>(job).clone());
-  EXPECT_NE(dynamic_cast<Job*>(clone.get()), nullptr);
-  EXPECT_EQ(clone->jobType(), type);
+  const std::unique_ptr<BKQJob> clone(static_cast<BKQJob&>(job).clone());
+  // The root class has no clones.
+  ASSERT_EQ(clone == nullptr, (std::is_same<TypeParam, BKQJob>::value));
+  if (clone == nullptr) return;
+  EXPECT_NE(dynamic_cast<TypeParam*>(clone.get()), nullptr);
+  EXPECT_EQ(clone->jobType(), job.jobType());
   EXPECT_EQ(clone->getJobID(), 77u);
   EXPECT_EQ(clone->getJobName(), job.getJobName());
-}
-
-TEST(Job, KindsAndTheirClones) {
-  EXPECT_EQ(BKQJob().jobType(), 1u);
-  BKQBackupJob backup("n");
-  expectKind(backup, 1);
-  BKQCustomBackupJob custom("n");
-  expectKind(custom, 1);
-  BKQCruiseBackupJob cruise("n");
-  expectKind(cruise, 3);
-  BKQCruiseMakeupJob cruiseMakeup("n");
-  expectKind(cruiseMakeup, 5);
-  BKQRestoreJob restore("n");
-  expectKind(restore, 7);
-  BKQMergeJob merge;
-  expectKind(merge, 8);
-  BKQDatabaseBackupJob database("n");
-  expectKind(database, 9);
-  BKQDatabaseRestoreJob databaseRestore("n");
-  expectKind(databaseRestore, 10);
-  BKQCompareJob compare("n");
-  expectKind(compare, 11);
-  BKQScanJob scan;
-  expectKind(scan, 14);
-  BKQRotationBackupJob rotation("n");
-  expectKind(rotation, 20);
-  BKQRotationMakeupJob rotationMakeup("n");
-  expectKind(rotationMakeup, 21);
-  BKQVerifyJob verify("n");
-  expectKind(verify, 29);
 }
 
 template <class Job, class Own, class Other>
@@ -508,27 +435,29 @@ void expectTypedSchedule(Job& job) {
   delete own;
 }
 
+// Its own class of schedule, and one that is none of them, which only the root class takes.
+template <class Schedule>
+struct OtherThan {
+  using Type = BKQRegularSchedule;
+};
+template <>
+struct OtherThan<BKQRegularSchedule> {
+  using Type = UnclonedSchedule;
+};
+template <>
+struct OtherThan<BKQCruiseSchedule> {
+  using Type = BKQRotationSchedule;
+};
+
 TEST(Job, SchedulesByClass) {
-  BKQCruiseBackupJob cruise;
-  expectTypedSchedule<BKQCruiseBackupJob, BKQCruiseSchedule, BKQRotationSchedule>(cruise);
-  BKQCruiseMakeupJob cruiseMakeup;
-  expectTypedSchedule<BKQCruiseMakeupJob, BKQCruiseSchedule, BKQRotationSchedule>(cruiseMakeup);
-  BKQRotationBackupJob rotation;
-  expectTypedSchedule<BKQRotationBackupJob, BKQRotationSchedule, BKQRegularSchedule>(rotation);
-  BKQRotationMakeupJob makeup;
-  expectTypedSchedule<BKQRotationMakeupJob, BKQRotationSchedule, BKQCustomSchedule>(makeup);
-  BKQCustomBackupJob custom;
-  expectTypedSchedule<BKQCustomBackupJob, BKQCustomSchedule, BKQRegularSchedule>(custom);
-  BKQDatabaseBackupJob database("n");
-  expectTypedSchedule<BKQDatabaseBackupJob, BKQRegularSchedule, UnclonedSchedule>(database);
-  BKQRestoreJob restore("n");
-  expectTypedSchedule<BKQRestoreJob, BKQRegularSchedule, UnclonedSchedule>(restore);
-  BKQVerifyJob verify("n");
-  expectTypedSchedule<BKQVerifyJob, BKQRegularSchedule, UnclonedSchedule>(verify);
-  BKQMergeJob merge;
-  expectTypedSchedule<BKQMergeJob, BKQRegularSchedule, UnclonedSchedule>(merge);
-  BKQScanJob scan;
-  expectTypedSchedule<BKQScanJob, BKQRegularSchedule, UnclonedSchedule>(scan);
+#define BKOQ_EXPECT(kind, class_, code, word, schedule, ...)                \
+  if constexpr (!std::is_same<schedule, BKQSchedule>::value) {              \
+    const std::unique_ptr<class_> job = newObject<class_>();                \
+    SCOPED_TRACE(#class_);                                                  \
+    expectTypedSchedule<class_, schedule, OtherThan<schedule>::Type>(*job); \
+  }
+  BKOQ_JOB_KINDS(BKOQ_EXPECT)
+#undef BKOQ_EXPECT
 }
 
 }  // namespace

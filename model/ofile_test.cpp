@@ -9,14 +9,6 @@
 namespace bkoq::test {
 namespace {
 
-TEST(OpenFileInfo, Attributes) {
-  BKQOpenFileInfo object;
-  expectNumber(object, &BKQOpenFileInfo::getFActions, &BKQOpenFileInfo::setFActions, 1);
-  expectNumber(object, &BKQOpenFileInfo::getFMethods, &BKQOpenFileInfo::setFMethods, 0);
-  expectNumber(object, &BKQOpenFileInfo::getRetryCount, &BKQOpenFileInfo::setRetryCount, 5);
-  expectNumber(object, &BKQOpenFileInfo::getRetryInterval, &BKQOpenFileInfo::setRetryInterval, 5);
-}
-
 TEST(OpenFileInfo, CloneIsIndependent) {
   BKQOpenFileInfo info;
   info.setFActions(7);

@@ -9,14 +9,6 @@
 namespace bkoq::test {
 namespace {
 
-TEST(PrintQueue, Attributes) {
-  BKQPrintQueue object;
-  expectText(object, &BKQPrintQueue::getHostName, &BKQPrintQueue::setHostName);
-  expectText(object, &BKQPrintQueue::getUserName, &BKQPrintQueue::setUserName);
-  expectText(object, &BKQPrintQueue::getUserPW, &BKQPrintQueue::setUserPW);
-  expectText(object, &BKQPrintQueue::getQueueName, &BKQPrintQueue::setQueueName);
-}
-
 TEST(PrintQueue, CloneIsIndependent) {
   BKQPrintQueue queue;
   queue.setQueueName("Q1");

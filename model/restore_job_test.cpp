@@ -49,17 +49,6 @@ TEST(RestoreJob, ClonesInScarceMemory) {
   expectClonesInScarceMemory(job);
 }
 
-TEST(RestoreJob, Attributes) {
-  BKQRestoreJob object("n");
-  expectNumber(object, &BKQRestoreJob::getOnConflict, &BKQRestoreJob::setOnConflict, 3);
-  expectNumber(object, &BKQRestoreJob::getRestoreView, &BKQRestoreJob::setRestoreView, 1);
-  expectText(object, &BKQRestoreJob::getSessionPassword, &BKQRestoreJob::setSessionPassword);
-  BKQDatabaseRestoreJob database("n");
-  expectNumber(database, &BKQRestoreJob::getOnConflict, &BKQRestoreJob::setOnConflict, 3);
-  expectNumber(database, &BKQRestoreJob::getRestoreView, &BKQRestoreJob::setRestoreView, 1);
-  expectText(database, &BKQRestoreJob::getSessionPassword, &BKQRestoreJob::setSessionPassword);
-}
-
 TEST(RestoreJob, CopyHoldsClonesOnly) {
   BKQTapeNode source("source");
   BKQRestoreNode dest("dest");

@@ -11,19 +11,8 @@
 namespace bkoq::test {
 namespace {
 
-TEST(TapeXtension, Attributes) {
-  BKQTapeXtension object;
-  expectText(object, &BKQTapeXtension::getDBuser, &BKQTapeXtension::setDBuser);
-  expectText(object, &BKQTapeXtension::getDBpw, &BKQTapeXtension::setDBpw);
-  expectNumber(object, &BKQTapeXtension::getSessionEndTime, &BKQTapeXtension::setSessionEndTime, 0);
-  expectNumber(object, &BKQTapeXtension::getOptions, &BKQTapeXtension::setOptions, 0);
-}
-
 TEST(TapeItem, Attributes) {
   BKQTapeItem object;
-  expectNumber(object, &BKQTapeItem::getChunkNum, &BKQTapeItem::setChunkNum, 0);
-  expectNumber(object, &BKQTapeItem::getPhysicalChunkNum, &BKQTapeItem::setPhysicalChunkNum, 0);
-  expectNumber(object, &BKQTapeItem::getOptions, &BKQTapeItem::setOptions, 0);
   EXPECT_EQ(object.getChunkOffset(), 0);
   object.setChunkOffset(0x12345);
   EXPECT_EQ(object.getChunkOffset(), 0x2345);
@@ -49,22 +38,6 @@ TEST(TapeItem, CloneCopiesAll) {
 
 TEST(Tape, Attributes) {
   BKQTape object;
-  expectText(object, &BKQTape::getTapeName, &BKQTape::setTapeName);
-  expectText(object, &BKQTape::getDeviceGroup, &BKQTape::setDeviceGroup);
-  expectText(object, &BKQTape::getSessionPW, &BKQTape::setSessionPW);
-  expectNumber(object, &BKQTape::getStreamNum, &BKQTape::setStreamNum, 0);
-  expectNumber(object, &BKQTape::getSessionNumber, &BKQTape::setSessionNumber, 0);
-  expectNumber(object, &BKQTape::getQFABlockNumber, &BKQTape::setQFABlockNumber, 0);
-  expectNumber(object, &BKQTape::getTapeLevel, &BKQTape::setTapeLevel, 0);
-  expectText(object, &BKQTape::getPath, &BKQTape::setPath);
-  expectText(object, &BKQTape::getLocation, &BKQTape::setLocation);
-  expectNumber(object, &BKQTape::getTapeID, &BKQTape::setTapeID, 0);
-  expectNumber(object, &BKQTape::getTapeSeq, &BKQTape::setTapeSeq, 0);
-  expectText(object, &BKQTape::getMediaName, &BKQTape::setMediaName);
-  expectNumber(object, &BKQTape::getSerialNumber, &BKQTape::setSerialNumber, 0);
-  expectText(object, &BKQTape::getTapeSerialNumber, &BKQTape::setTapeSerialNumber);
-  expectNumber(object, &BKQTape::getFileSystem, &BKQTape::setFileSystem, 0);
-  expectNumber(object, &BKQTape::getSessionEndTime, &BKQTape::setSessionEndTime, 0);
   object.setOptions(0x40000001);
   EXPECT_EQ(object.getOptions(), 0x40000001u);
   inACopy(object, [](BKQTape& copy) { EXPECT_EQ(copy.getOptions(), 0x40000001u); });

@@ -41,7 +41,9 @@ RW_INLINE RWSlist::~RWSlist() {
   if (elements_ != nullptr) free(elements_);
 }
 
+#ifndef __clang__  // which would make and export the class's virtual table in each library
 RW_INLINE RWSlistCollectables::~RWSlistCollectables() {}
+#endif
 
 #ifdef __clang__
 #pragma clang diagnostic pop

@@ -72,6 +72,7 @@ struct ObjectClass {
   std::string kind;  // empty when the family has one class only
   std::string name;  // of the class in the library
   std::string meaning;
+  std::size_t size = 0;  // of an object, in bytes
   std::vector<Attribute> attributes;
 
   const Attribute* find(const std::string& key) const;
@@ -118,6 +119,7 @@ class FamilyOf : public Family {
     added.kind = kind;
     added.name = className;
     added.meaning = meaning;
+    added.size = sizeof(Object);
     std::vector<Setter<Object>> setters;
     Table<Object> table(added.attributes, setters);
     describe(table);

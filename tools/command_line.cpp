@@ -168,6 +168,15 @@ class CommandLine {
   void secrets(CLI::App& sub) {
     sub.add_flag("--show-secrets", request_.showSecrets, "print passwords and keys as they are");
   }
+  CLI::Option* page(CLI::App& sub, const char* meaning) {
+    auto* html = sub.add_flag("--html", request_.html, meaning);
+    sub.add_option("-o,--output", request_.output,
+                   "with --html: write a file that only its owner can read")
+        ->type_name("FILE")
+        ->check(notEmpty())
+        ->needs(html);
+    return html;
+  }
   void layout(CLI::App& sub, bool withBoth, const char* meaning) {
     std::vector<std::string> words = {"current", "previous"};
     if (withBoth) words.emplace_back("both");
@@ -227,6 +236,7 @@ class CommandLine {
     CLI::App& sub = add("show", "print the record tree of a job or an image",
                         "  bkoq show examples/nightly-backup.json\n"
                         "  bkoq show examples/nightly-backup.json --annotate\n"
+                        "  bkoq show examples/nightly-backup.json --html -o nightly.html\n"
                         "  bkoq show examples/nightly-backup.json --only BKDDISK\n"
                         "  bkoq show examples/nightly-backup.json --field "
                         "'pSourceNodes[0].pszNodeName'\n"
@@ -263,9 +273,14 @@ class CommandLine {
     at->excludes(only)->excludes(annotate)->check(notEmpty());
     only->check(notEmpty());
     jsonOfTrees(sub);
+    auto* html = page(sub, "print a page to look at in a browser, of a job with both layouts");
     secrets(sub);
     for (const char* other : {"--json", "--depth", "--width"}) {
       annotate->excludes(sub.get_option(other));
+    }
+    for (const char* other :
+         {"--annotate", "--field", "--at", "--only", "--depth", "--width", "--json"}) {
+      html->excludes(sub.get_option(other));
     }
   }
 
@@ -275,7 +290,8 @@ class CommandLine {
                         "  bkoq diff examples/verify.json examples/compare.json\n"
                         "  bkoq diff nightly.image examples/nightly-backup.json --json\n"
                         "  bkoq diff old.image new.image --ignore 'stSchedule' --ignore "
-                        "'**.pszComments'",
+                        "'**.pszComments'\n"
+                        "  bkoq diff monday.image tuesday.image --html -o what-changed.html",
                         [this] { return diffCommand(request_); });
     file(sub, "FILE", "two job files or images; one job file with --layouts")->expected(1, 2);
     auto* layouts =
@@ -295,6 +311,8 @@ class CommandLine {
         ->allow_extra_args(false)
         ->check(notEmpty());
     json(sub);
+    page(sub, "print a page to look at in a browser, with the two trees side by side")
+        ->excludes(sub.get_option("--json"));
     secrets(sub);
   }
 

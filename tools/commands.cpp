@@ -7,6 +7,7 @@
 
 #include "tools/attributes.h"
 #include "tools/job_file.h"
+#include "tools/page.h"
 #include "tools/problems.h"
 #include "tools/schema.h"
 #include "tools/starter.h"
@@ -119,7 +120,8 @@ Status printed(BkoqStatus status, const std::string& missing) {
 struct Source {
   Status status = kFailed;
   OwnedTree tree;
-  std::string image;  // in which the tree lies, if it lies in one
+  std::string image;    // in which the tree lies, if it lies in one
+  std::string problem;  // with an image; "" when nothing is wrong
   // Of a salvaged image.
   std::unique_ptr<std::uint32_t, void (*)(void*)> offsets{nullptr, std::free};
   unsigned int doubtfulFrom = 0;
@@ -246,8 +248,8 @@ Source readImage(std::string content, const std::string& file, const std::string
   status = bkoqReadImage(source.image.data(), source.image.size(), &layout, &root, &error);
   source.tree = OwnedTree(root, layout);
   source.image.clear();
-  fail(shownName(file) + ": " +
-       (status == BKOQ_BAD_IMAGE ? error.text + hint : bkoqStatusText(status)));
+  source.problem = status == BKOQ_BAD_IMAGE ? error.text : bkoqStatusText(status);
+  fail(shownName(file) + ": " + source.problem + (status == BKOQ_BAD_IMAGE ? hint : ""));
   return source;
 }
 
@@ -299,6 +301,22 @@ Source readJobSource(const std::string& content, const std::string& file, BkoqLa
   return source;
 }
 
+std::string baseName(const std::string& file) {
+  return shownName(file.substr(file.find_last_of('/') + 1));
+}
+
+// Writes a page about the trees; kDiffers when two of them were compared and are not the same.
+Status printPage(Page page, const Request& request) {
+  page.showSecrets = request.showSecrets;
+  PrivateFile file(request.output.empty() ? "-" : request.output);
+  uint32_t differences = 0;
+  const BkoqStatus status = writePage(page, PrivateFile::sink, &file, differences);
+  if (status != BKOQ_OK && status != BKOQ_SINK_FAILED) return fail(bkoqStatusText(status));
+  const Status written = file.finish();
+  if (written != kDone) return written;
+  return page.isComparison && differences > 0 ? kDiffers : kDone;
+}
+
 }  // namespace
 
 Status flattenCommand(const Request& request) {
@@ -345,16 +363,27 @@ Status showCommand(const Request& request) {
             ? salvageImage(content, file)
             : readImage(std::move(content), file, "; --salvage shows all that can still be read");
     if (source.tree.root() == nullptr) return source.status;
-    const Status status = printTree(source.tree, request, bkoqFileSink, stdout, &source);
+    // Of a bad image what could be read.
+    const PageTree whole = {source.tree.root(), source.tree.layout(), baseName(file)};
+    const Status status =
+        request.html ? printPage({baseName(file), {whole}, false, false, source.problem}, request)
+                     : printTree(source.tree, request, bkoqFileSink, stdout, &source);
     return source.status == kDone ? status : source.status;
   }
   std::vector<OwnedTree> trees;
-  for (const BkoqLayout layout : layoutsOf(request.layout)) {
+  // A page has room for both layouts.
+  const bool isBoth = request.html && request.layout.empty();
+  for (const BkoqLayout layout : layoutsOf(isBoth ? "both" : request.layout)) {
     Source source = readJobSource(content, file, layout);
     if (source.status != kDone) return source.status;
     trees.push_back(std::move(source.tree));
   }
-  return printTrees(trees, request);
+  if (!request.html) return printTrees(trees, request);
+  Page page = {baseName(file), {}, false, false, ""};
+  for (const OwnedTree& tree : trees) {
+    page.trees.push_back({tree.root(), tree.layout(), nameOf(tree.layout())});
+  }
+  return printPage(std::move(page), request);
 }
 
 Status diffCommand(const Request& request) {
@@ -389,6 +418,17 @@ Status diffCommand(const Request& request) {
         if (images && request.layout.empty()) layout = sources[i].tree.layout();
       }
     }
+  }
+  if (request.html) {
+    Page page = {"", {}, true, false, ""};
+    for (std::size_t i = 0; i < 2; ++i) {
+      const OwnedTree& tree = sources[i].tree;
+      const std::string name = request.layouts ? nameOf(tree.layout()) : baseName(request.files[i]);
+      page.trees.push_back({tree.root(), tree.layout(), name});
+    }
+    page.title = request.layouts ? baseName(request.files[0])
+                                 : page.trees[0].name + " and " + page.trees[1].name;
+    return printPage(std::move(page), request);
   }
   const BkoqPrintOptions options = printOptions(request);
   const std::vector<const char*> onlyPaths = listOf(request.onlyPaths);

@@ -20,6 +20,8 @@ struct Request {
   std::string jsonForm;  // of trees: "full" or "plain"
   bool showSecrets = false;
   bool annotate = false;
+  bool html = false;
+  std::string output;  // where to write a page
   std::string field;
   std::string at;
   std::string only;

@@ -17,18 +17,14 @@ namespace {
 
 constexpr unsigned int kLeastWidth = 40;
 
-bool writeAll(int file, const std::string& content) {
-  for (std::size_t written = 0; written < content.size();) {
-    const ssize_t count = write(file, content.data() + written, content.size() - written);
+bool writeAll(int file, const char* text, std::size_t size) {
+  for (std::size_t written = 0; written < size;) {
+    const ssize_t count = write(file, text + written, size - written);
     if (count < 0 && errno == EINTR) continue;
     if (count <= 0) return false;
     written += static_cast<std::size_t>(count);
   }
   return true;
-}
-
-Status cannotWrite(const std::string& path) {
-  return fail("cannot write " + path + ": " + std::strerror(errno));
 }
 
 }  // namespace
@@ -78,29 +74,58 @@ bool readFile(const std::string& path, std::string& content) {
 }
 
 Status writePrivateFile(const std::string& path, const std::string& content) {
-  if (path == "-") {
-    print(content);
-    return kDone;
-  }
+  PrivateFile file(path);
+  PrivateFile::sink(&file, content.data(), content.size());
+  return file.finish();
+}
+
+PrivateFile::PrivateFile(const std::string& path) : path_(path) {
+  if (path == "-") return;
   struct stat existing = {};
   if (stat(path.c_str(), &existing) == 0 && !S_ISREG(existing.st_mode)) {
     // A device or a pipe cannot be replaced.
-    const int file = open(path.c_str(), O_WRONLY);
-    if (file < 0) return cannotWrite(path);
-    const bool isWritten = writeAll(file, content);
-    const Status status = isWritten ? kDone : cannotWrite(path);
-    close(file);
-    return status;
+    file_ = open(path.c_str(), O_WRONLY);
+  } else {
+    temporary_ = path + ".XXXXXX";
+    file_ = mkstemp(&temporary_[0]);  // readable by its owner alone
+    if (file_ < 0) {
+      fail();
+      temporary_.clear();
+    }
   }
-  std::string temporary = path + ".XXXXXX";
-  const int file = mkstemp(&temporary[0]);  // readable by its owner alone
-  if (file < 0) return cannotWrite(path);
-  bool isWritten = writeAll(file, content) && fsync(file) == 0;
-  isWritten = close(file) == 0 && isWritten;
-  if (isWritten && rename(temporary.c_str(), path.c_str()) == 0) return kDone;
-  const Status status = cannotWrite(path);
-  unlink(temporary.c_str());
-  return status;
+  if (file_ < 0) fail();
+}
+
+PrivateFile::~PrivateFile() {
+  if (file_ >= 0) close(file_);
+  if (isFile()) unlink(temporary_.c_str());
+}
+
+void PrivateFile::fail() {
+  if (error_ == 0) error_ = errno;
+}
+
+int PrivateFile::sink(void* file, const char* text, size_t size) {
+  auto& self = *static_cast<PrivateFile*>(file);
+  if (self.path_ == "-") return bkoqFileSink(stdout, text, size);
+  if (self.error_ == 0 && !writeAll(self.file_, text, size)) self.fail();
+  return self.error_ == 0 ? 0 : 1;
+}
+
+Status PrivateFile::finish() {
+  if (path_ == "-") return kDone;  // finish() of the output says what is wrong with it
+  if (error_ == 0 && isFile() && fsync(file_) != 0) fail();
+  if (file_ >= 0 && close(file_) != 0) fail();
+  file_ = -1;
+  if (error_ == 0 && isFile()) {
+    if (rename(temporary_.c_str(), path_.c_str()) == 0) {
+      temporary_.clear();
+    } else {
+      fail();
+    }
+  }
+  if (error_ == 0) return kDone;
+  return tool::fail("cannot write " + path_ + ": " + std::strerror(error_));
 }
 
 int stringSink(void* string, const char* text, size_t size) {

@@ -33,6 +33,29 @@ bool readFile(const std::string& path, std::string& content);
 // is replaced when all has been written, and only then.
 Status writePrivateFile(const std::string& path, const std::string& content);
 
+// The same piece by piece, for what is too large to be held at once.
+class PrivateFile {
+ public:
+  explicit PrivateFile(const std::string& path);
+  PrivateFile(const PrivateFile&) = delete;
+  PrivateFile& operator=(const PrivateFile&) = delete;
+  ~PrivateFile();  // what was not finished is not kept
+
+  // A sink of the kit for such a file.
+  static int sink(void* file, const char* text, size_t size);
+  // The file is complete; fails, after a message, when something could not be written.
+  Status finish();
+
+ private:
+  bool isFile() const { return !temporary_.empty(); }
+  void fail();
+
+  std::string path_;
+  std::string temporary_;  // where a file is written until it is complete
+  int file_ = -1;          // none for the standard output
+  int error_ = 0;
+};
+
 // A sink of the kit for a string.
 int stringSink(void* string, const char* text, size_t size);
 

@@ -15,7 +15,7 @@
 #include "tests/support/foreign_filter.h"
 #include "tests/support/free_records.h"
 #include "tests/support/job_conversion.h"
-#include "tests/support/layouts.h"
+#include "tests/catalog/types.h"
 #include "tests/support/name_list.h"
 #include "tests/support/rows.h"
 #include "tests/support/stderr_capture.h"

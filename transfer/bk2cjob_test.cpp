@@ -9,12 +9,13 @@
 #include <utility>
 #include <vector>
 
+#include "tests/catalog/kinds.h"
+#include "tests/catalog/types.h"
 #include "tests/support/block_size.h"
 #include "tests/support/foreign_attachments.h"
 #include "tests/support/foreign_filter.h"
 #include "tests/support/free_records.h"
 #include "tests/support/job_conversion.h"
-#include "tests/support/layouts.h"
 #include "tests/support/name_list.h"
 #include "tests/support/rows.h"
 #include "tests/support/stderr_capture.h"
@@ -49,51 +50,22 @@ TYPED_TEST(JobConversion, BaseStepFillsEveryFieldOfTheRecord) {
 }
 
 TYPED_TEST(JobConversion, EveryJobKindRunsTheBaseStep) {
-  BKQJob job("n");
-  BKQBackupJob backup("n");
-  BKQCruiseBackupJob cruise("n");
-  BKQCruiseMakeupJob cruiseMakeup("n");
-  BKQRotationBackupJob rotation("n");
-  BKQRotationMakeupJob rotationMakeup("n");
-  BKQCustomBackupJob custom("n");
-  BKQDatabaseBackupJob database("n");
-  BKQVerifyJob verify("n");
-  BKQMergeJob merge;
-  BKQScanJob scan;
-  const struct {
-    BKQJob& job;
-    unsigned int type;
-  } jobs[] = {
-      {job, 1},       {backup, 1},          {cruise, 3}, {cruiseMakeup, 5},
-      {rotation, 20}, {rotationMakeup, 21}, {custom, 1}, {database, 9},
-      {verify, 29},   {merge, 8},           {scan, 14},
-  };
-  for (const auto& c : jobs) {
-    fillBase(c.job);
-    ASSERT_EQ(this->convert(c.job), 1) << c.type;
-    this->expectJob("job type " + std::to_string(c.type), baseRows(c.type));
+  for (const JobKindLine& line : kJobKinds) {
+    SCOPED_TRACE(line.className);
+    const std::unique_ptr<BKQJob> job(line.make("n"));
+    fillBase(*job);
+    std::vector<Row> rows = baseRows(line.code);
+    // The restores say more at once: what happens on conflict.
+    if (line.family == JobFamily::kRestore) rows.push_back(number(52, 2, 3));  // usOnConflict
+    // A comparison always has a destination.
+    if (line.family == JobFamily::kCompare) {
+      static_cast<BKQCompareJob&>(*job).setDestination(*new BKQWinNTNode("nt"));
+      rows.push_back(number(20, 4, 1));  // ulNumDestNodes
+      rows.push_back(block(24));         // pDestNodes
+    }
+    ASSERT_EQ(this->convert(*job), 1);
+    this->expectJob(line.className, rows);
   }
-
-  // The restores say more at once: what happens on conflict.
-  BKQRestoreJob restore("n");
-  BKQDatabaseRestoreJob databaseRestore("n");
-  for (BKQJob* c : {static_cast<BKQJob*>(&restore), static_cast<BKQJob*>(&databaseRestore)}) {
-    fillBase(*c);
-    ASSERT_EQ(this->convert(*c), 1);
-    std::vector<Row> rows = baseRows(c == &restore ? 7 : 10);
-    rows.push_back(number(52, 2, 3));  // usOnConflict
-    this->expectJob("restore", rows);
-  }
-
-  // A comparison always has a destination.
-  BKQCompareJob compare("n");
-  fillBase(compare);
-  compare.setDestination(*new BKQWinNTNode("nt"));
-  ASSERT_EQ(this->convert(static_cast<BKQJob&>(compare)), 1);
-  std::vector<Row> rows = baseRows(11);
-  rows.push_back(number(20, 4, 1));  // ulNumDestNodes
-  rows.push_back(block(24));         // pDestNodes
-  this->expectJob("compare", rows);
 }
 
 TYPED_TEST(JobConversion, NoEstimateFollowsOptionBit20) {

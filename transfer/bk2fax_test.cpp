@@ -8,7 +8,7 @@
 
 #include "tests/support/block_size.h"
 #include "tests/support/free_records.h"
-#include "tests/support/layouts.h"
+#include "tests/catalog/types.h"
 #include "tests/support/rows.h"
 
 namespace bkoq::test {

@@ -7,10 +7,11 @@
 #include <utility>
 #include <vector>
 
+#include "tests/catalog/kinds.h"
+#include "tests/catalog/types.h"
 #include "tests/support/block_size.h"
 #include "tests/support/foreign_filter.h"
 #include "tests/support/free_records.h"
-#include "tests/support/layouts.h"
 #include "tests/support/name_list.h"
 #include "tests/support/node_conversion.h"
 #include "tests/support/rows.h"
@@ -76,41 +77,19 @@ TYPED_TEST(NodeConversion, FillsEveryFieldOfTheRecord) {
 
 TYPED_TEST(NodeConversion, EachMachineClassHasItsTypeAndSystem) {
   using L = TypeParam;
-  BKQMacNode mac("n");
-  BKQUnixNode unixNode("n");
-  BKQNetwareNode netware("n");
-  BKQWinNTNode winNT("n");
-  BKQOS2Node os2("n");
-  BKQWin95Node win95("n");
-  BKQWindowsNode windows("n");
-  BKQNDSNode nds("n");
-  BKQFTPNode ftp("n");
-  BKQSybaseNode sybase("n");
-  BKQOracleNode oracle("n");
-  BKQInformixNode informix("n");
-  BKQSnapShotNode snapShot("n");
-  const struct {
-    BKQDiskNode& node;
-    unsigned int type;
-    unsigned int previousType;
-    unsigned int os;
-  } machines[] = {
-      {mac, 2, 2, 7},        {unixNode, 3, 3, 6}, {netware, 8, 8, 4},   {winNT, 9, 9, 8},
-      {os2, 10, 10, 2},      {win95, 11, 11, 5},  {windows, 12, 12, 5}, {nds, 13, 6, 4},
-      {ftp, 20, 20, 6},      {sybase, 21, 21, 6}, {oracle, 22, 22, 6},  {informix, 23, 23, 6},
-      {snapShot, 26, 26, 6},
-  };
-  for (const auto& machine : machines) {
-    const unsigned int type = L::kPrevious ? machine.previousType : machine.type;
-    const std::string what = "node type " + std::to_string(machine.type);
-    ASSERT_EQ(this->convert(machine.node), 1) << what;
-    this->expectNode(what, {
-                               number(0, 2, type),
-                               number(2, 2, machine.os),
-                               text(8, "n"),
-                               number(56, 4, 0x120),
-                           });
-    EXPECT_EQ(L::currentNodeType(), type) << what;
+  for (const NodeKindLine& line : kNodeKinds) {
+    if (line.family != NodeFamily::kDisk) continue;
+    const std::unique_ptr<BKQNode> machine(line.make("n"));
+    // The previous layout has another code for NDS trees.
+    const unsigned int type = L::kPrevious && line.kind == NodeClass::kNDS ? 6 : line.code;
+    ASSERT_EQ(this->convert(static_cast<BKQDiskNode&>(*machine)), 1) << line.className;
+    this->expectNode(line.className, {
+                                         number(0, 2, type),
+                                         number(2, 2, line.os),
+                                         text(8, "n"),
+                                         number(56, 4, line.options),
+                                     });
+    EXPECT_EQ(L::currentNodeType(), type) << line.className;
   }
 }
 

@@ -4,7 +4,7 @@
 
 #include <vector>
 
-#include "tests/support/layouts.h"
+#include "tests/catalog/types.h"
 #include "tests/support/rows.h"
 
 namespace bkoq::test {

@@ -8,7 +8,7 @@
 #include <vector>
 
 #include "tests/support/block_size.h"
-#include "tests/support/layouts.h"
+#include "tests/catalog/types.h"
 #include "tests/support/rows.h"
 #include "tests/support/time_zone.h"
 

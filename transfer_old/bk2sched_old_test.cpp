@@ -5,7 +5,7 @@
 #include <memory>
 #include <vector>
 
-#include "tests/support/layouts.h"
+#include "tests/catalog/layouts.h"
 #include "tests/support/rows.h"
 #include "tests/support/time_zone.h"
 

@@ -3,7 +3,7 @@
 #include <gtest/gtest.h>
 #include <stdlib.h>
 
-#include "tests/support/layouts.h"
+#include "tests/catalog/layouts.h"
 #include "tests/support/rows.h"
 
 namespace bkoq::test {

@@ -3,6 +3,8 @@
 
 /* The codes and bits of the transfer records by name, for C and C++. */
 
+#include "bkoq/export.h"
+
 #ifdef __cplusplus
 extern "C" {
 #endif

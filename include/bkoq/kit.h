@@ -84,6 +84,7 @@ typedef enum BkoqFieldKind {
   BKOQ_FIELD_OPAQUE       /**< unknown, perhaps a pointer: the kind that would tell is not known */
 } BkoqFieldKind;
 
+/** What a step of a walk is. */
 typedef enum BkoqEvent {
   BKOQ_RECORD_BEGIN = 0, /**< a record; its fields follow */
   BKOQ_FIELD,            /**< a field; what it points to or embeds follows */
@@ -93,16 +94,16 @@ typedef enum BkoqEvent {
 /** One step of a walk. Everything it points to lives as long as the call of the visitor; names,
     meanings and what lies in the tree live on. */
 typedef struct BkoqVisit {
-  BkoqEvent event;
-  const char* path;   /**< "pSourceNodes[2].pMedia[0].pszDiskName"; "" for the job record */
-  const char* record; /**< name of the record, "BKDDISK" */
-  uint32_t block;     /**< number of the block in which the record or field lies */
-  uint32_t offset;    /**< its place in that block */
-  uint32_t width;     /**< bytes of the record or field */
-  const void* bytes;  /**< the record or field itself */
-  unsigned int depth; /**< records around it: 0 for the job record and its fields */
-  const char* field;  /**< name of the field; null for records, as is all that follows */
-  BkoqFieldKind kind;
+  BkoqEvent event;         /**< what this step is */
+  const char* path;        /**< "pSourceNodes[2].pMedia[0].pszDiskName"; "" for the job record */
+  const char* record;      /**< name of the record, "BKDDISK" */
+  uint32_t block;          /**< number of the block in which the record or field lies */
+  uint32_t offset;         /**< its place in that block */
+  uint32_t width;          /**< bytes of the record or field */
+  const void* bytes;       /**< the record or field itself */
+  unsigned int depth;      /**< records around it: 0 for the job record and its fields */
+  const char* field;       /**< name of the field; null for records, as is all that follows */
+  BkoqFieldKind kind;      /**< what the field is */
   uint32_t fieldOffset;    /**< place in the record */
   const char* meaning;     /**< in a few words */
   const char* filledBy;    /**< "BKQJob::setOwner"; "" when no attribute fills it */
@@ -161,6 +162,7 @@ typedef int (*BkoqSink)(void* user, const char* text, size_t size);
 /** A sink for a FILE*, which is its `user`. Fails when writing fails; flushing is the caller's. */
 BKOQ_API int bkoqFileSink(void* file, const char* text, size_t size);
 
+/** For whom something is printed. */
 typedef enum BkoqFormat {
   BKOQ_FORMAT_TEXT = 0,           /**< for people */
   BKOQ_FORMAT_JSON,               /**< for programs: strict JSON, with a format version */
@@ -175,7 +177,7 @@ typedef enum BkoqFormat {
 
 /** How to print; all zero is the default. */
 typedef struct BkoqPrintOptions {
-  BkoqFormat format;
+  BkoqFormat format;      /**< for people or for programs */
   int showSecrets;        /**< print passwords and keys; masked otherwise */
   int hideReserved;       /**< leave out reserved bytes that are zero */
   int hideZero;           /**< leave out fields that are zero or null, reserved ones too */
@@ -299,8 +301,10 @@ BKOQ_API BkoqStatus bkoqPrintChanges(const void* first, BkoqLayout firstLayout, 
 
 /** What every image begins with, and the version of the format that is written and read. */
 #define BKOQ_IMAGE_SIGNATURE "BKQIMAGE"
+/** Goes up with every change of the format. */
 #define BKOQ_IMAGE_FORMAT_VERSION 1
 
+/** What can be wrong with an image. */
 typedef enum BkoqImageProblem {
   BKOQ_IMAGE_GOOD = 0,
   BKOQ_IMAGE_SHORT,        /**< shorter than the header */
@@ -324,11 +328,11 @@ typedef enum BkoqImageProblem {
 
 /** What is wrong, and where. */
 typedef struct BkoqImageError {
-  BkoqImageProblem problem;
-  char path[160];    /**< the field or record in question; "" for the image as a whole */
-  uint32_t position; /**< the byte of the image at which it is */
-  char expected[80];
-  char found[80];
+  BkoqImageProblem problem; /**< what is wrong */
+  char path[160];           /**< the field or record in question; "" for the image as a whole */
+  uint32_t position;        /**< the byte of the image at which it is */
+  char expected[80];        /**< what should be there */
+  char found[80];           /**< what is there */
   char
       text[400]; /**< all of it for a user, as a line without its end: "cut short by 1,020 bytes" */
 } BkoqImageError;

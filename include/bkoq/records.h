@@ -258,10 +258,13 @@ typedef struct BKQJDATATRANSFER {
 
 /* The layout is the contract with a reader that was compiled long ago: a compiler or a flag that
    would lay a record out differently must not get through. */
+/** What an assertion says that fails. */
 #define BKOQ_RECORD_REMEDY                                                         \
   "the reader of this record expects its fields where they were: take the change " \
   "back, or, when a compiler or a flag makes it, compile without packing"
+/** Asserts at compile time, in every language of the header. */
 #define BKOQ_RECORD_ASSERT(condition) BKOQ_STATIC_ASSERT(condition, BKOQ_RECORD_REMEDY)
+/** The width of a field. */
 #ifdef __cplusplus
 #define BKOQ_FIELD_SIZE(record, field) sizeof(record::field)
 #else

@@ -11,6 +11,7 @@ class BKQJobUnit;
 /// A number with a kind, such as an interval. The kinds are the server's.
 class BKOQ_API BKQTime : public RWCollectable {
  public:
+  /// The kind of the number, as the server knows it.
   enum BKQTimeType : unsigned int {};
 
   BKQTime();  ///< value 0, type 1

@@ -41,8 +41,8 @@ class RW_API RWCollectable {
   /// The four stores of the base read and write nothing.
   virtual void restoreGuts(RWFile& file);
   virtual void restoreGuts(RWvistream& stream);
-  virtual void saveGuts(RWFile& file) const;
-  virtual void saveGuts(RWvostream& stream) const;
+  virtual void saveGuts(RWFile& file) const;        ///< writes nothing, as the next
+  virtual void saveGuts(RWvostream& stream) const;  ///< writes nothing
 };
 
 #endif  // RW_COLLECT_H_

@@ -18,7 +18,7 @@ class RW_API RWCString {
   RWCString(const RWCString& other) noexcept;
   ~RWCString();
 
-  RWCString& operator=(const RWCString& other) noexcept;
+  RWCString& operator=(const RWCString& other) noexcept;  ///< shares the text
   /// The argument may lie inside this string's own text.
   RWCString& operator=(const char* text) noexcept;
   /// Appends; the argument may be, or lie inside, this string's own text.
@@ -43,6 +43,7 @@ class RW_API RWCString {
   const char* data() const noexcept {
     return block_ != nullptr ? reinterpret_cast<const char*>(block_ + 1) : "";
   }
+  /// As data().
   operator const char*() const noexcept { return data(); }
 
  private:

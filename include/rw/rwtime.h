@@ -22,6 +22,7 @@ class RW_API RWTime {
   /// included; count 0 for null and for fields out of the range of time_t or of the count.
   explicit RWTime(const struct tm* fields, const RWZone& zone = RWZone::local()) noexcept;
 
+  /// The count.
   unsigned long seconds() const noexcept { return seconds_; }
 
   /// Fills every calendar field, the daylight-saving flag included; nothing for a null pointer. A

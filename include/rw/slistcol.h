@@ -11,7 +11,9 @@ class RW_API RWSlist {
   /// stays as it was.
   RWSlist& operator=(const RWSlist& other) noexcept;
 
+  /// How many elements are listed.
   unsigned int entries() const noexcept { return entries_; }
+  /// Whether none is.
   RWBoolean isEmpty() const noexcept { return entries_ == 0; }
 
  protected:
@@ -20,9 +22,9 @@ class RW_API RWSlist {
   RWSlist(const RWSlist& other) noexcept;
   ~RWSlist();
 
-  RWCollectable** elements_;
-  unsigned int entries_;
-  unsigned int capacity_;
+  RWCollectable** elements_;  ///< their addresses in order, or null
+  unsigned int entries_;      ///< how many there are
+  unsigned int capacity_;     ///< how many fit before the list grows
 };
 
 /// A list of collectables; at(), entries() and insert() take constant time. It holds the addresses
@@ -44,7 +46,7 @@ class RW_API RWSlistCollectables : public RWCollectable, public RWSlist {
 
   /// Adds at the end; both are the same.
   RWCollectable* insert(RWCollectable* element) noexcept;
-  RWCollectable* append(RWCollectable* element) noexcept;
+  RWCollectable* append(RWCollectable* element) noexcept;  ///< as insert()
   /// Adds at the front.
   RWCollectable* prepend(RWCollectable* element) noexcept;
   /// Adds so that the element is at `position`; refused when that is beyond entries().
@@ -56,7 +58,9 @@ class RW_API RWSlistCollectables : public RWCollectable, public RWSlist {
   RWCollectable* at(unsigned int position) const noexcept {
     return position < entries_ ? elements_[position] : nullptr;
   }
+  /// The first element, or null.
   RWCollectable* first() const noexcept { return at(0); }
+  /// The last element, or null.
   RWCollectable* last() const noexcept { return at(entries_ - 1); }
 
   /// Unlinks all elements and frees the list's memory.

@@ -2,6 +2,8 @@
 
 #include <type_traits>
 
+#include "tests/catalog/classes.h"
+
 namespace bkoq::test {
 
 // Objects that hold others by address are copied by clone() and mycopy() alone: a constructor or an
@@ -16,19 +18,12 @@ constexpr bool kNotCopyable = ((!std::is_copy_constructible<Classes>::value &&
                                 !std::is_move_assignable<Classes>::value) &&
                                ...);
 
-static_assert(
-    kNotCopyable<BKQJob, BKQBackupJob, BKQCruiseBackupJob, BKQRotationBackupJob, BKQCruiseMakeupJob,
-                 BKQRotationMakeupJob, BKQCustomBackupJob, BKQDatabaseBackupJob, BKQRestoreJob,
-                 BKQDatabaseRestoreJob, BKQVerifyJob, BKQCompareJob, BKQMergeJob, BKQScanJob>,
-    "");
-static_assert(
-    kNotCopyable<BKQMacNode, BKQUnixNode, BKQNetwareNode, BKQWinNTNode, BKQOS2Node, BKQWin95Node,
-                 BKQWindowsNode, BKQNDSNode, BKQFTPNode, BKQSybaseNode, BKQOracleNode,
-                 BKQInformixNode, BKQSnapShotNode, BKQTapeNode, BKQRestoreNode, BKQDBRestoreNode>,
-    "");
-static_assert(kNotCopyable<BKQDisk, BKQDiskItem, BKQTape>, "");
-static_assert(kNotCopyable<BKQRotationSchedule, BKQCruiseSchedule, BKQJobMask>, "");
-static_assert(kNotCopyable<BKQGroom>, "");
+enum class Copies { kValue, kAlone };
+#define BKOQ_EXPECT(class_, sort, copies, ...)                               \
+  static_assert(Copies::k##copies == Copies::kValue || kNotCopyable<class_>, \
+                #class_ " is copied by clone() and mycopy() alone: tests/catalog/classes.h");
+BKOQ_CLASSES(BKOQ_EXPECT)
+#undef BKOQ_EXPECT
 
 // Abstract classes are never constructible, but a class of a client's that adds nothing is.
 class ForeignNode : public BKQNode {

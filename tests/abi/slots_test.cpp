@@ -13,12 +13,14 @@
 #include <memory>
 #include <string>
 #include <typeinfo>
+#include <vector>
 
+#include "tests/catalog/kinds.h"
+#include "tests/catalog/layouts.h"
 #include "tests/support/counted.h"
 #include "tests/support/foreign_attachments.h"
 #include "tests/support/foreign_filter.h"
 #include "tests/support/free_records.h"
-#include "tests/support/layouts.h"
 #include "tests/support/rows.h"
 
 namespace bkoq::test {
@@ -65,13 +67,13 @@ class Slots : public testing::Test {
 
 // A family of classes whose clone() is the first slot of its own.
 template <class Root>
-struct Row {
+struct Member {
   std::function<Root*()> make;
   unsigned int kind;
 };
 
 template <class Root>
-void expectCloneAndKind(const Row<Root>& row) {
+void expectCloneAndKind(const Member<Root>& row) {
   const std::unique_ptr<Root> object(row.make());
   SCOPED_TRACE(classOf(*object));
   EXPECT_EQ(callSlot<unsigned int>(object.get(), kKind), row.kind);
@@ -81,29 +83,25 @@ void expectCloneAndKind(const Row<Root>& row) {
   EXPECT_EQ(classOf(*clone), classOf(*object));
 }
 
-const Row<BKQJob> kJobs[] = {
-    {[] { return new BKQBackupJob("n"); }, 1},
-    {[] { return new BKQCruiseBackupJob("n"); }, 3},
-    {[] { return new BKQRotationBackupJob("n"); }, 20},
-    {[] { return new BKQCruiseMakeupJob("n"); }, 5},
-    {[] { return new BKQRotationMakeupJob("n"); }, 21},
-    {[] { return new BKQCustomBackupJob("n"); }, 1},
-    {[] { return new BKQDatabaseBackupJob("n"); }, 9},
-    {[] { return new BKQRestoreJob("n"); }, 7},
-    {[] { return new BKQDatabaseRestoreJob("n"); }, 10},
-    {[] { return new BKQVerifyJob("n"); }, 29},
-    {[] {
-       auto* job = new BKQCompareJob("n");
-       job->setDestination(*new BKQMacNode("machine"));
-       return job;
-     },
-     11},
-    {[] { return new BKQMergeJob; }, 8},
-    {[] { return new BKQScanJob; }, 14},
-};
+// Each kind of job by the catalogue; a compare job has its machine, without which there is nothing
+// to compare with.
+std::vector<Member<BKQJob>> allJobs() {
+  std::vector<Member<BKQJob>> jobs;
+  for (const JobKindLine& line : kJobKinds) {
+    if (line.kind == JobClass::kBase) continue;  // clones to null
+    jobs.push_back({[&line] {
+                      BKQJob* job = line.make("n");
+                      auto* compare = dynamic_cast<BKQCompareJob*>(job);
+                      if (compare != nullptr) compare->setDestination(*new BKQMacNode("machine"));
+                      return job;
+                    },
+                    line.code});
+  }
+  return jobs;
+}
 
 TEST_F(Slots, JobsCloneAndTellTheirKind) {
-  for (const Row<BKQJob>& row : kJobs) expectCloneAndKind(row);
+  for (const Member<BKQJob>& row : allJobs()) expectCloneAndKind(row);
   BKQJob job;
   EXPECT_EQ(callSlot<BKQJob*>(&job, kClone), nullptr);
   EXPECT_EQ(callSlot<unsigned int>(&job, kKind), 1u);
@@ -128,28 +126,25 @@ TEST_F(Slots, JobsConvert) {
     freeJobRecord(static_cast<BKQJDATATRANSFER_OLD*>(out));
     BK6_NEWTAPETIMEOUT_OLD = 0;
   };
-  for (const Row<BKQJob>& row : kJobs) expect(*std::unique_ptr<BKQJob>(row.make()));
+  for (const Member<BKQJob>& row : allJobs()) expect(*std::unique_ptr<BKQJob>(row.make()));
   BKQJob job;
   expect(job);
 }
 
-const Row<BKQNode> kNodes[] = {
-    {[] { return new BKQMacNode("n"); }, 2},       {[] { return new BKQUnixNode("n"); }, 3},
-    {[] { return new BKQNetwareNode("n"); }, 8},   {[] { return new BKQWinNTNode("n"); }, 9},
-    {[] { return new BKQOS2Node("n"); }, 10},      {[] { return new BKQWin95Node("n"); }, 11},
-    {[] { return new BKQWindowsNode("n"); }, 12},  {[] { return new BKQNDSNode("n"); }, 13},
-    {[] { return new BKQFTPNode("n"); }, 20},      {[] { return new BKQSybaseNode("n"); }, 21},
-    {[] { return new BKQOracleNode("n"); }, 22},   {[] { return new BKQInformixNode("n"); }, 23},
-    {[] { return new BKQTapeNode("n"); }, 24},     {[] { return new BKQRestoreNode("n"); }, 25},
-    {[] { return new BKQSnapShotNode("n"); }, 26}, {[] { return new BKQDBRestoreNode("n"); }, 27},
-};
+std::vector<Member<BKQNode>> allNodes() {
+  std::vector<Member<BKQNode>> nodes;
+  for (const NodeKindLine& line : kNodeKinds) {
+    nodes.push_back({[&line] { return line.make("n"); }, line.code});
+  }
+  return nodes;
+}
 
 TEST_F(Slots, NodesCloneAndTellTheirKind) {
-  for (const Row<BKQNode>& row : kNodes) expectCloneAndKind(row);
+  for (const Member<BKQNode>& row : allNodes()) expectCloneAndKind(row);
 }
 
 TEST_F(Slots, NodesConvert) {
-  for (const Row<BKQNode>& row : kNodes) {
+  for (const Member<BKQNode>& row : allNodes()) {
     const std::unique_ptr<BKQNode> node(row.make());
     SCOPED_TRACE(classOf(*node));
     // What is set last in the variable: a restore node has no actual type yet.
@@ -176,7 +171,7 @@ TEST_F(Slots, NodesConvert) {
 
 constexpr auto kAttribute = static_cast<BKQTimeFilter::BKQTimeAttrType>(2);
 
-const Row<BKQFilter> kFilters[] = {
+const Member<BKQFilter> kFilters[] = {
     {[] { return new BKQVolumeFilter; }, 1},
     {[] { return new BKQFileFilter; }, 2},
     {[] { return new BKQDirFilter; }, 3},
@@ -188,11 +183,11 @@ const Row<BKQFilter> kFilters[] = {
 };
 
 TEST_F(Slots, FiltersCloneAndTellTheirKind) {
-  for (const Row<BKQFilter>& row : kFilters) expectCloneAndKind(row);
+  for (const Member<BKQFilter>& row : kFilters) expectCloneAndKind(row);
 }
 
 TEST_F(Slots, FiltersConvert) {
-  for (const Row<BKQFilter>& row : kFilters) {
+  for (const Member<BKQFilter>& row : kFilters) {
     const std::unique_ptr<BKQFilter> filter(row.make());
     SCOPED_TRACE(classOf(*filter));
     for (const std::size_t slot : {kConvert, kConvertOld}) {
@@ -223,7 +218,7 @@ TEST_F(Slots, TimeFiltersTellTheirRange) {
   EXPECT_EQ(callSlot<unsigned int>(&within, kTimeRange), 3u);
 }
 
-const Row<BKQSchedule> kSchedules[] = {
+const Member<BKQSchedule> kSchedules[] = {
     {[] { return new BKQCustomSchedule; }, 0},
     {[] { return new BKQCruiseSchedule; }, 1},
     {[] { return new BKQRotationSchedule; }, 2},
@@ -231,11 +226,11 @@ const Row<BKQSchedule> kSchedules[] = {
 };
 
 TEST_F(Slots, SchedulesCloneAndTellTheirKind) {
-  for (const Row<BKQSchedule>& row : kSchedules) expectCloneAndKind(row);
+  for (const Member<BKQSchedule>& row : kSchedules) expectCloneAndKind(row);
 }
 
 TEST_F(Slots, SchedulesConvert) {
-  for (const Row<BKQSchedule>& row : kSchedules) {
+  for (const Member<BKQSchedule>& row : kSchedules) {
     const std::unique_ptr<BKQSchedule> schedule(row.make());
     SCOPED_TRACE(classOf(*schedule));
     schedule->setSubmitTime(RWCollectableTime(3255627600UL));

@@ -9,7 +9,7 @@
 #include <vector>
 
 #include "tests/support/free_records.h"
-#include "tests/support/layouts.h"
+#include "tests/catalog/types.h"
 #include "tests/support/time_zone.h"
 
 namespace bkoq::test {

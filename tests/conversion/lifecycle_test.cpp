@@ -6,9 +6,11 @@
 #include <memory>
 #include <set>
 #include <string>
+#include <type_traits>
 #include <typeinfo>
 
 #include "examples/nightly_job.h"
+#include "tests/catalog/kinds.h"
 #include "tests/support/free_records.h"
 #include "tests/support/parts.h"
 #include "tests/support/rows.h"
@@ -185,91 +187,69 @@ class Life : public testing::TestWithParam<Kind> {
   BKQOpenFileInfo openFileInfo_;
 };
 
-const Counts kBackup = {2, 1, 2, 1, 1};
-// Nodes and filters twice; the cloned nodes and the cloned destination hold their media twice.
-const Counts kBackupClone = {4, 1, 3, 2, 2};
-const Counts kRestore = {1, 2, 2, 1, 1};
-const Counts kRestoreClone = {1, 2, 2, 2, 1};
+// What a family's jobs show, and what their clones show: a cloned backup has its nodes and filters
+// twice, cloned nodes and a cloned destination have their media twice.
+struct Expected {
+  Counts filled;
+  Counts cloned;
+};
+constexpr Expected expectedOf(JobFamily family) {
+  switch (family) {
+    case JobFamily::kPlain:
+      return {{0, 0, 0, 0, 0}, {0, 0, 0, 0, 0}};
+    case JobFamily::kBackup:
+      return {{2, 1, 2, 1, 1}, {4, 1, 3, 2, 2}};
+    case JobFamily::kRestore:
+      return {{1, 2, 2, 1, 1}, {1, 2, 2, 2, 1}};
+    case JobFamily::kVerify:
+    case JobFamily::kScan:
+      return {{1, 0, 1, 1, 0}, {1, 0, 1, 2, 0}};
+    case JobFamily::kCompare:
+    case JobFamily::kMerge:
+      return {{1, 1, 1, 1, 1}, {1, 1, 1, 2, 2}};
+  }
+  return {};
+}
+
+template <class Schedule>
+auto newSchedule(Life& life) {
+  if constexpr (std::is_same_v<Schedule, BKQCustomSchedule>) {
+    return new BKQCustomSchedule(1, 2, 3, 4);
+  } else if constexpr (std::is_base_of_v<BKQRotationSchedule, Schedule>) {
+    return life.rotation<Schedule>();
+  } else {
+    return new BKQRegularSchedule;  // what the root class takes as well
+  }
+}
+
+// A new job of the class, filled.
+template <class Job, class Schedule, JobFamily family>
+BKQJob* newFilled(Life& life) {
+  auto* job = newNamed<Job>("n");
+  if constexpr (family == JobFamily::kBackup) {
+    return life.backup(job, newSchedule<Schedule>(life));
+  } else if constexpr (family == JobFamily::kRestore) {
+    return life.restore(job);
+  } else if constexpr (family == JobFamily::kVerify || family == JobFamily::kCompare) {
+    life.verify(job);
+    if constexpr (family == JobFamily::kCompare) job->setDestination(life.machine());
+    return job;
+  } else {
+    life.fillBase(job, new BKQRegularSchedule);
+    if constexpr (family != JobFamily::kPlain) {
+      job->setSource(life.fillTapes(new BKQTapeNode("library")));
+    }
+    if constexpr (family == JobFamily::kMerge) job->setDestination(life.machine());
+    return job;
+  }
+}
 
 const Kind kKinds[] = {
-    {"Job",
-     1,
-     [](Life& life) { return life.fillBase(new BKQJob("n"), new BKQRegularSchedule); },
-     {0, 0, 0, 0, 0},
-     {0, 0, 0, 0, 0}},
-    {"Backup", 1,
-     [](Life& life) -> BKQJob* {
-       return life.backup(new BKQBackupJob("n"), new BKQRegularSchedule);
-     },
-     kBackup, kBackupClone},
-    {"CruiseBackup", 3,
-     [](Life& life) -> BKQJob* {
-       return life.backup(new BKQCruiseBackupJob("n"), life.rotation<BKQCruiseSchedule>());
-     },
-     kBackup, kBackupClone},
-    {"RotationBackup", 20,
-     [](Life& life) -> BKQJob* {
-       return life.backup(new BKQRotationBackupJob("n"), life.rotation<BKQRotationSchedule>());
-     },
-     kBackup, kBackupClone},
-    {"CruiseMakeup", 5,
-     [](Life& life) -> BKQJob* {
-       return life.backup(new BKQCruiseMakeupJob("n"), life.rotation<BKQCruiseSchedule>());
-     },
-     kBackup, kBackupClone},
-    {"RotationMakeup", 21,
-     [](Life& life) -> BKQJob* {
-       return life.backup(new BKQRotationMakeupJob("n"), life.rotation<BKQRotationSchedule>());
-     },
-     kBackup, kBackupClone},
-    {"CustomBackup", 1,
-     [](Life& life) -> BKQJob* {
-       return life.backup(new BKQCustomBackupJob("n"), new BKQCustomSchedule(1, 2, 3, 4));
-     },
-     kBackup, kBackupClone},
-    {"DatabaseBackup", 9,
-     [](Life& life) -> BKQJob* {
-       return life.backup(new BKQDatabaseBackupJob("n"), new BKQRegularSchedule);
-     },
-     kBackup, kBackupClone},
-    {"Restore", 7, [](Life& life) -> BKQJob* { return life.restore(new BKQRestoreJob("n")); },
-     kRestore, kRestoreClone},
-    {"DatabaseRestore", 10,
-     [](Life& life) -> BKQJob* { return life.restore(new BKQDatabaseRestoreJob("n")); }, kRestore,
-     kRestoreClone},
-    {"Verify",
-     29,
-     [](Life& life) -> BKQJob* { return life.verify(new BKQVerifyJob("n")); },
-     {1, 0, 1, 1, 0},
-     {1, 0, 1, 2, 0}},
-    {"Compare",
-     11,
-     [](Life& life) -> BKQJob* {
-       auto* job = life.verify(new BKQCompareJob("n"));
-       job->setDestination(life.machine());
-       return job;
-     },
-     {1, 1, 1, 1, 1},
-     {1, 1, 1, 2, 2}},
-    {"Merge",
-     8,
-     [](Life& life) -> BKQJob* {
-       auto* job = life.fillBase(new BKQMergeJob, new BKQRegularSchedule);
-       job->setSource(life.fillTapes(new BKQTapeNode("library")));
-       job->setDestination(life.machine());
-       return job;
-     },
-     {1, 1, 1, 1, 1},
-     {1, 1, 1, 2, 2}},
-    {"Scan",
-     14,
-     [](Life& life) -> BKQJob* {
-       auto* job = life.fillBase(new BKQScanJob, new BKQRegularSchedule);
-       job->setSource(life.fillTapes(new BKQTapeNode("library")));
-       return job;
-     },
-     {1, 0, 1, 1, 0},
-     {1, 0, 1, 2, 0}},
+#define BKOQ_LINE(kind, class_, code, word, schedule, family, names) \
+  {#kind, code, newFilled<class_, schedule, JobFamily::k##family>,   \
+   expectedOf(JobFamily::k##family).filled, expectedOf(JobFamily::k##family).cloned},
+    BKOQ_JOB_KINDS(BKOQ_LINE)
+#undef BKOQ_LINE
 };
 
 // A plain job has no clone; a client copies it into one of its own.

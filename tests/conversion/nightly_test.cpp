@@ -27,13 +27,13 @@ class NightlyBackupTest : public testing::Test {
 void flattenAndCheck(BKQJob& job, Origin origin) {
   void* out = nullptr;
   ASSERT_EQ(job.convertToBK2(out), 1);
-  checkNightlyRecords(out, Layout::kCurrent, origin);
+  checkNightlyRecords(out, BKOQ_LAYOUT_CURRENT, origin);
   freeJobRecord(static_cast<BKQJDATATRANSFER*>(out));
   freeSessionPasswords();
 
   out = nullptr;
   ASSERT_EQ(job.convertToBK2_old(out), 1);
-  checkNightlyRecords(out, Layout::kPrevious, origin);
+  checkNightlyRecords(out, BKOQ_LAYOUT_PREVIOUS, origin);
   freeJobRecord(static_cast<BKQJDATATRANSFER_OLD*>(out));
   freeSessionPasswords();
 }

@@ -6,7 +6,7 @@
 
 #include <string>
 
-#include "tests/support/layouts.h"
+#include "tests/catalog/types.h"
 #include "tests/support/stderr_capture.h"
 
 namespace bkoq::test {

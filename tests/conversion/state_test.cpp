@@ -11,7 +11,7 @@
 
 #include "tests/support/free_records.h"
 #include "tests/support/heap.h"
-#include "tests/support/layouts.h"
+#include "tests/catalog/types.h"
 #include "tests/support/name_list.h"
 #include "tests/support/state_values.h"
 #include "tests/support/stderr_capture.h"

@@ -52,12 +52,16 @@ in_package=$(pkg-config --modversion bkoq)
 [ "$in_headers" = "$in_package" ] || fail "version $in_headers in the headers, $in_package in the package"
 
 say "a client is built through pkg-config and runs"
+libraries=$(dirname "$PKG_CONFIG_PATH")
+! grep -l rpath "$PKG_CONFIG_PATH"/*.pc || fail "a pkg-config file names a folder for the loader"
 quietly "$cxx" $flags -std=c++11 "$here/client.cpp" $(pkg-config --cflags --libs bkoq) -o client
-quietly ./client
+quietly env LD_LIBRARY_PATH="$libraries" ./client
+quietly "$cxx" $flags -std=c++11 "$here/rw_client.cpp" $(pkg-config --cflags --libs bkrw) -o rw_client
+quietly env LD_LIBRARY_PATH="$libraries" ./rw_client
 
 say "a C program with the kit alone"
 quietly "$cc" $flags -std=c11 "$here/kit_client.c" $(pkg-config --cflags --libs bkoqkit) -o kit_client
-quietly ./kit_client
+quietly env LD_LIBRARY_PATH="$libraries" ./kit_client
 
 if [ -e "$work/prefix/bin/bkoq" ]; then
   say "the command, its manual page and its completions"
@@ -71,12 +75,46 @@ if [ -e "$work/prefix/bin/bkoq" ]; then
     fail "no description for Kaitai Struct"
 fi
 
+if [ -d "$work/prefix/share/bkoq/gdb" ]; then
+  say "gdb loads its extension with the library"
+  # Below the folder that gdb searches is the library's own, so this prefix stays where it is.
+  quietly "$cmake" --install "$build" --prefix "$work/loaded"
+  pc=$(find "$work/loaded" -name bkoq.pc)
+  quietly "$cxx" $flags -std=c++11 "$here/client.cpp" \
+    $(PKG_CONFIG_PATH=$(dirname "$pc") pkg-config --cflags --libs bkoq) -o loaded-client
+  quietly gdb -nx -q -batch \
+    -iex "add-auto-load-scripts-directory $work/loaded/share/gdb/auto-load" \
+    -iex "add-auto-load-safe-path $work/loaded" -ex 'break main' \
+    -ex "set environment LD_LIBRARY_PATH $(dirname "$(dirname "$pc")")" -ex run \
+    -ex 'show bkoq secrets' ./loaded-client
+  grep -q 'Passwords and keys are masked' log || {
+    cat log
+    fail "gdb did not load it"
+  }
+fi
+
 say "a client is built through find_package() and runs"
 quietly "$cmake" -S "$here" -B cmake-client -G "$generator" -DCMAKE_CXX_COMPILER="$cxx" \
   -DCMAKE_CXX_FLAGS="$flags" -DCMAKE_PREFIX_PATH="$work/prefix"
 quietly "$cmake" --build cmake-client
 quietly cmake-client/client
 quietly cmake-client/rw_client
+
+say "the build folder is found as an installation is"
+quietly "$cmake" -S "$here" -B build-tree-client -G "$generator" -DCMAKE_CXX_COMPILER="$cxx" \
+  -DCMAKE_CXX_FLAGS="$flags" -Dbkoq_DIR="$build"
+quietly "$cmake" --build build-tree-client
+quietly build-tree-client/client
+
+say "the documents and examples are there that help texts and headers name"
+named=$(cat "$work"/prefix/include/*/*.h)
+[ ! -e "$work/prefix/bin/bkoq" ] ||
+  named+=$(for command in '' flatten show diff check new layout schema; do
+    "$work/prefix/bin/bkoq" $command --help
+  done)
+for file in $(grep -oE '(docs|examples)/[a-zA-Z0-9_-]+\.[a-z]+' <<<"$named" | sort -u); do
+  [ -e "$work/prefix/share/doc/bkoq/${file#docs/}" ] || fail "$file is named, but not installed"
+done
 
 if [ "$flags" = -m32 ]; then
   say "a 64-bit client is turned away, and told why"

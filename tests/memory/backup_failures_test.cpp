@@ -16,9 +16,10 @@
 #include <vector>
 
 #include "examples/nightly_job.h"
+#include "tests/catalog/kinds.h"
+#include "tests/catalog/types.h"
 #include "tests/memory/failures.h"
 #include "tests/memory/wrap_malloc.h"
-#include "tests/support/layouts.h"
 #include "tests/support/name_list.h"
 #include "tests/support/parts.h"
 #include "tests/support/rows.h"
@@ -254,17 +255,17 @@ void failBackup(Job& job) {
   }
 }
 
-template <class L, class... Jobs>
-void failBackups() {
-  NightlyBackup nightly;
-  (failBackup<L>(NightlyAs<Jobs>(nightly).job()), ...);
+TYPED_TEST(BackupFailures, EveryKind) {
+  eachJobOf<JobFamily::kBackup>([](auto type) {
+    NightlyBackup nightly;
+    failBackup<TypeParam>(NightlyAs<typename decltype(type)::Of>(nightly).job());
+  });
 }
 
-TYPED_TEST(BackupFailures, Backups) {
+// The job itself, from which those above are made.
+TYPED_TEST(BackupFailures, Nightly) {
   NightlyBackup nightly;
   failBackup<TypeParam>(nightly.job());
-  failBackups<TypeParam, BKQBackupJob, BKQCruiseBackupJob, BKQCruiseMakeupJob, BKQRotationMakeupJob,
-              BKQCustomBackupJob, BKQDatabaseBackupJob>();
 }
 
 // The second text of a UNIX node.

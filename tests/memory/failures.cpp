@@ -16,7 +16,7 @@
 
 #include "examples/nightly_job.h"
 #include "tests/memory/wrap_malloc.h"
-#include "tests/support/layouts.h"
+#include "tests/catalog/layouts.h"
 #include "tests/support/name_list.h"
 #include "tests/support/parts.h"
 #include "tests/support/rows.h"

@@ -18,8 +18,9 @@
 #include <vector>
 
 #include "examples/nightly_job.h"
+#include "tests/catalog/kinds.h"
+#include "tests/catalog/types.h"
 #include "tests/memory/wrap_malloc.h"
-#include "tests/support/layouts.h"
 #include "tests/support/name_list.h"
 #include "tests/support/parts.h"
 #include "tests/support/rows.h"
@@ -274,16 +275,14 @@ void fillRestore(BKQRestoreJob& job, Keeper& keeper, BKQPrintQueue& queue) {
   job.addFilter(keeper.make<BKQDirFilter>(BKQFilter::Exclude, "/tmp"));
 }
 
-TYPED_TEST(Failures, Restore) {
-  BKQRestoreJob job("restore");
-  fillRestore(job, this->keeper_, this->queue_);
-  failTapeForms<TypeParam>(job, writeRestore);
-}
-
-TYPED_TEST(Failures, DatabaseRestore) {
-  BKQDatabaseRestoreJob job("restore");
-  fillRestore(job, this->keeper_, this->queue_);
-  failTapeForms<TypeParam>(job, writeRestore);
+TYPED_TEST(Failures, Restores) {
+  eachJobOf<JobFamily::kRestore>([](auto type) {
+    Keeper keeper;
+    BKQPrintQueue queue;
+    typename decltype(type)::Of job("restore");
+    fillRestore(job, keeper, queue);
+    failTapeForms<TypeParam>(job, writeRestore);
+  });
 }
 
 void writeTapeSources(Script& script, Tapes wanted) {
@@ -376,34 +375,17 @@ TYPED_TEST(Failures, JobRecordThatFailsLeavesTheStateAsItWas) {
   L::diskName() = "name";
   const StateValues before = {11, 12, 13, 14, "disk", "tape", 15, 16, 17, 18, 19, "name"};
 
-  std::vector<std::unique_ptr<BKQJob>> jobs;
-  jobs.emplace_back(new BKQJob);
-  const auto addBackup = [&](BKQBackupJob* job) {
-    job->setSessionPassword("secret");
-    job->setEncryptionOn();
-    job->addSourceNode(this->keeper_.template make<BKQUnixNode>("unix"));
-    jobs.emplace_back(job);
-  };
-  addBackup(new BKQBackupJob);
-  addBackup(new BKQCruiseBackupJob);
-  addBackup(new BKQRotationBackupJob);
-  addBackup(new BKQCruiseMakeupJob);
-  addBackup(new BKQRotationMakeupJob);
-  addBackup(new BKQCustomBackupJob);
-  addBackup(new BKQDatabaseBackupJob("backup"));
-  for (BKQRestoreJob* job : {new BKQRestoreJob("restore"),
-                             static_cast<BKQRestoreJob*>(new BKQDatabaseRestoreJob("restore"))}) {
-    job->setSessionPassword("secret");
-    job->addSourceNode(this->keeper_.template make<BKQTapeNode>("library"));
-    jobs.emplace_back(job);
-  }
-  jobs.emplace_back(new BKQVerifyJob("verify"));
-  jobs.emplace_back(new BKQCompareJob("compare"));
-  jobs.emplace_back(new BKQMergeJob);
-  jobs.emplace_back(new BKQScanJob);
-
-  for (const std::unique_ptr<BKQJob>& job : jobs) {
-    SCOPED_TRACE(job->jobType());
+  for (const JobKindLine& line : kJobKinds) {
+    SCOPED_TRACE(line.className);
+    const std::unique_ptr<BKQJob> job(line.make("job"));
+    if (auto* backup = dynamic_cast<BKQBackupJob*>(job.get())) {
+      backup->setSessionPassword("secret");
+      backup->setEncryptionOn();
+      backup->addSourceNode(this->keeper_.template make<BKQUnixNode>("unix"));
+    } else if (auto* restore = dynamic_cast<BKQRestoreJob*>(job.get())) {
+      restore->setSessionPassword("secret");
+      restore->addSourceNode(this->keeper_.template make<BKQTapeNode>("library"));
+    }
     job->setOptions(0x00100000);
     Allocations noMemory(0);
     int result = -1;

@@ -10,36 +10,29 @@
 #include "rw/colltime.h"
 #include "rw/ctoken.h"
 #include "rw/slistcol.h"
+#include "tests/memory/wrap_malloc.h"
 
 namespace {
-
-bool memoryRanOut = false;
 
 // Lets allocations fail for as long as it lives.
 class NoMemory {
  public:
-  NoMemory() { memoryRanOut = true; }
-  ~NoMemory() { memoryRanOut = false; }
+  NoMemory() { allocations_.start(); }
+  ~NoMemory() { bkoq::test::Allocations::stop(); }
+
+ private:
+  bkoq::test::Allocations allocations_{0, true};
 };
 
 }  // namespace
 
-extern "C" {
-
-void* __real_malloc(size_t size);
-void* __real_realloc(void* block, size_t size);
-
-void* __wrap_malloc(size_t size) { return memoryRanOut ? nullptr : __real_malloc(size); }
-
-void* __wrap_realloc(void* block, size_t size) {
-  return memoryRanOut ? nullptr : __real_realloc(block, size);
-}
-}
+extern "C" void* __real_malloc(size_t size);
 
 // Not inline, or the compiler sees malloc() and free() through them and warns about mixing.
 [[gnu::noinline]] void* operator new(size_t size, const std::nothrow_t&) noexcept {
   return malloc(size);
 }
+// What the tests note needs memory nevertheless.
 [[gnu::noinline]] void* operator new(size_t size) {
   if (void* block = __real_malloc(size)) return block;
   throw std::bad_alloc();

@@ -7,7 +7,7 @@
 
 #include "examples/nightly_job.h"
 #include "tests/memory/wrap_malloc.h"
-#include "tests/support/layouts.h"
+#include "tests/catalog/types.h"
 
 namespace bkoq::test {
 namespace {

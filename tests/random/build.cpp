@@ -25,8 +25,9 @@ class Setter {
   Setter(Builder& builder, Object& object) : builder_(builder), object_(object) {}
 
   template <class Value, class Getter, class Class, class Parameter>
-  void operator()(const char* /*name*/, const Attribute<Value>& attribute, Getter /*getter*/,
+  void operator()(const char* name, const Attribute<Value>& attribute, Getter /*getter*/,
                   void (Class::*setter)(Parameter)) {
+    Visited::note(Visited::kSet, name);
     if (!attribute.isSet) return;
     if constexpr (std::is_same<Value, Text>::value) {
       (object_.*setter)(builder_.text(attribute.value));
@@ -41,7 +42,7 @@ class Setter {
 };
 
 template <class Object>
-Setter<Object> setterOf(Builder& builder, Object& object) {
+Setter<Object> setting(Builder& builder, Object& object) {
   return Setter<Object>(builder, object);
 }
 
@@ -201,7 +202,7 @@ BKQDiskItem* Builder::newDiskItem(const DiskItemPlan& plan) {
   if (plan.optionsBeforeFiles.isSet) item->setOptions(plan.optionsBeforeFiles);
   for (const Text& file : plan.files) item->addFile(text(file));
   if (plan.optionsAfterFiles.isSet) item->setOptions(plan.optionsAfterFiles);
-  auto set = setterOf(*this, *item);
+  auto set = setting(*this, *item);
   eachOfDiskItem(plan, set);
   return item;
 }
@@ -210,7 +211,7 @@ BKQDisk* Builder::newDisk(const DiskPlan& plan) {
   const auto type = as<BKQDisk::BKQDiskType>(plan.type);
   auto* disk = plan.type.isSet && plan.typeByConstructor ? new BKQDisk(type) : new BKQDisk;
   if (plan.type.isSet && !plan.typeByConstructor) disk->setDiskType(type);
-  auto set = setterOf(*this, *disk);
+  auto set = setting(*this, *disk);
   eachOfDisk(plan, set);
   for (const auto& item : plan.items) {
     disk->addDiskItem(once<BKQDiskItem>(*item, [&] { return newDiskItem(*item); }));
@@ -228,7 +229,7 @@ BKQTapeItem* Builder::newTapeItem(const TapeItemPlan& plan) {
     if (plan.chunkNumber.isSet) item->setChunkNum(plan.chunkNumber);
     if (plan.chunkOffset.isSet) item->setChunkOffset(plan.chunkOffset);
   }
-  auto set = setterOf(*this, *item);
+  auto set = setting(*this, *item);
   eachOfTapeItem(plan, set);
   return item;
 }
@@ -242,7 +243,7 @@ BKQTape* Builder::newTape(const TapePlan& plan) {
     if (plan.deviceGroup.isSet) tape->setDeviceGroup(text(plan.deviceGroup));
     if (plan.name.isSet) tape->setTapeName(text(plan.name));
   }
-  auto set = setterOf(*this, *tape);
+  auto set = setting(*this, *tape);
   eachOfTape(plan, set);
   if (plan.optionsBeforeExtension.isSet) tape->setOptions(plan.optionsBeforeExtension);
   if (tape->tapeXtensionExists()) keep(tape->getTapeXtension());
@@ -262,7 +263,7 @@ BKQTape* Builder::newTape(const TapePlan& plan) {
     BKQTapeXtension* extension = tape->getTapeXtension();
     if (!hadExtension) keep(extension);
     made_[plan.extension.get()] = extension;
-    auto setExtension = setterOf(*this, *extension);
+    auto setExtension = setting(*this, *extension);
     eachOfTapeExtension(*plan.extension, setExtension);
     if (plan.extension->sessionEndTime.isSet) {
       extension->setSessionEndTime(plan.extension->sessionEndTime);
@@ -283,16 +284,6 @@ Node* Builder::named(const NodePlan& plan) {
   return new Node(plan.nameByConstructor ? text(plan.name) : "former name");
 }
 
-template <class Node>
-Node* Builder::newRestoreNode(const NodePlan& plan) {
-  Node* node = plan.diskNameByConstructor ? new Node(text(plan.name), text(plan.diskName))
-                                          : named<Node>(plan);
-  if (plan.diskName.isSet && !plan.diskNameByConstructor) node->setDiskName(text(plan.diskName));
-  auto set = setterOf(*this, static_cast<BKQRestoreNode&>(*node));
-  eachOfRestoreNode(plan, set);
-  return node;
-}
-
 void Builder::fillDiskNode(BKQDiskNode& node, const NodePlan& plan) {
   for (const auto& each : plan.disks) {
     node.addDisk(once<BKQDisk>(*each, [&] { return newDisk(*each); }));
@@ -305,7 +296,7 @@ void Builder::fillDiskNode(BKQDiskNode& node, const NodePlan& plan) {
   if (plan.groom) {
     node.setGroomInfo(once<BKQGroom>(*plan.groom, [&] {
       auto* groom = new BKQGroom;
-      auto set = setterOf(*this, *groom);
+      auto set = setting(*this, *groom);
       eachOfGroom(*plan.groom, set);
       addFilters(*groom, *plan.groom);
       return groom;
@@ -313,75 +304,38 @@ void Builder::fillDiskNode(BKQDiskNode& node, const NodePlan& plan) {
   }
 }
 
+template <class Node>
+Node* Builder::newNodeOf(const NodePlan& plan) {
+  Node* node;
+  if constexpr (std::is_base_of_v<BKQRestoreNode, Node>) {
+    node = plan.diskNameByConstructor ? new Node(text(plan.name), text(plan.diskName))
+                                      : named<Node>(plan);
+    if (plan.diskName.isSet && !plan.diskNameByConstructor) node->setDiskName(text(plan.diskName));
+  } else {
+    node = named<Node>(plan);
+  }
+  auto set = setting(*this, *node);
+  eachOwnOfNode<Node>(plan, set);
+  if constexpr (std::is_base_of_v<BKQTapeNode, Node>) {
+    for (const auto& each : plan.tapes) {
+      node->addTape(once<BKQTape>(*each, [&] { return newTape(*each); }));
+    }
+  }
+  if constexpr (std::is_base_of_v<BKQDBRestoreNode, Node>) {
+    if (plan.dbUserSet) node->setDBuser(plan.dbUser.c_str(), plan.dbPassword.c_str());
+  }
+  return node;
+}
+
 BKQNode* Builder::newNode(const NodePlan& plan) {
   BKQNode* node = nullptr;
-  const auto filled = [&](auto* made, auto each) {
-    auto set = setterOf(*this, *made);
-    each(plan, set);
-    return made;
-  };
   switch (plan.nodeClass) {
-    case NodeClass::kMac:
-      node = named<BKQMacNode>(plan);
-      break;
-    case NodeClass::kUnix:
-      node = filled(named<BKQUnixNode>(plan), [](auto& p, auto& set) { eachOfUnixNode(p, set); });
-      break;
-    case NodeClass::kNetware:
-      node = named<BKQNetwareNode>(plan);
-      break;
-    case NodeClass::kWinNT:
-      node = named<BKQWinNTNode>(plan);
-      break;
-    case NodeClass::kOS2:
-      node = named<BKQOS2Node>(plan);
-      break;
-    case NodeClass::kWin95:
-      node = named<BKQWin95Node>(plan);
-      break;
-    case NodeClass::kWindows:
-      node = named<BKQWindowsNode>(plan);
-      break;
-    case NodeClass::kNDS:
-      node = named<BKQNDSNode>(plan);
-      break;
-    case NodeClass::kFTP:
-      node = named<BKQFTPNode>(plan);
-      break;
-    case NodeClass::kSybase:
-      node =
-          filled(named<BKQSybaseNode>(plan), [](auto& p, auto& set) { eachOfSybaseNode(p, set); });
-      break;
-    case NodeClass::kOracle:
-      node =
-          filled(named<BKQOracleNode>(plan), [](auto& p, auto& set) { eachOfOracleNode(p, set); });
-      break;
-    case NodeClass::kInformix:
-      node = filled(named<BKQInformixNode>(plan),
-                    [](auto& p, auto& set) { eachOfInformixNode(p, set); });
-      break;
-    case NodeClass::kSnapShot:
-      node = filled(named<BKQSnapShotNode>(plan),
-                    [](auto& p, auto& set) { eachOfSnapShotNode(p, set); });
-      break;
-    case NodeClass::kTape: {
-      auto* tapeNode = named<BKQTapeNode>(plan);
-      for (const auto& each : plan.tapes) {
-        tapeNode->addTape(once<BKQTape>(*each, [&] { return newTape(*each); }));
-      }
-      node = tapeNode;
-      break;
-    }
-    case NodeClass::kRestore:
-      node = newRestoreNode<BKQRestoreNode>(plan);
-      break;
-    case NodeClass::kDBRestore: {
-      auto* dbNode = filled(newRestoreNode<BKQDBRestoreNode>(plan),
-                            [](auto& p, auto& set) { eachOfDBRestoreNode(p, set); });
-      if (plan.dbUserSet) dbNode->setDBuser(plan.dbUser.c_str(), plan.dbPassword.c_str());
-      node = dbNode;
-      break;
-    }
+#define BKOQ_MAKE(kind, class_, ...) \
+  case NodeClass::k##kind:           \
+    node = newNodeOf<class_>(plan);  \
+    break;
+    BKOQ_NODE_KINDS(BKOQ_MAKE)
+#undef BKOQ_MAKE
   }
   if (plan.name.isSet && !plan.nameByConstructor) node->setNodeName(text(plan.name));
   if (plan.os.isSet && !plan.osAfterActualType) node->setNodeOS(plan.os);
@@ -392,7 +346,7 @@ BKQNode* Builder::newNode(const NodePlan& plan) {
   if (plan.os.isSet && plan.osAfterActualType) node->setNodeOS(plan.os);
   if (plan.options.isSet) node->setOptions(plan.options);
   if (plan.deviceType.isSet) node->setDeviceType(plan.deviceType);
-  auto set = setterOf(*this, *node);
+  auto set = setting(*this, *node);
   eachOfNode(plan, set);
   addFilters(*node, plan);
   if (isDiskNode(plan.nodeClass)) fillDiskNode(static_cast<BKQDiskNode&>(*node), plan);
@@ -404,7 +358,7 @@ BKQJobMask* Builder::newMask(const JobMaskPlan& plan) {
   const bool byConstructor = plan.prefix.isSet && plan.prefixByConstructor;
   auto* mask = byConstructor ? new BKQJobMask(prefix) : new BKQJobMask;
   if (plan.prefix.isSet && !byConstructor) mask->setTapeNamePrefix(prefix);
-  auto set = setterOf(*this, *mask);
+  auto set = setting(*this, *mask);
   eachOfJobMask(plan, set);
   mask->setRepeatInterval(BKQTime(plan.intervalValue, as<BKQTime::BKQTimeType>(plan.intervalType)));
   BKQTime cycle;
@@ -414,7 +368,7 @@ BKQJobMask* Builder::newMask(const JobMaskPlan& plan) {
   for (const auto& each : plan.units) {
     mask->addJobUnit(once<BKQJobUnit>(*each, [&] {
       auto* unit = new BKQJobUnit;
-      auto setUnit = setterOf(*this, *unit);
+      auto setUnit = setting(*this, *unit);
       eachOfJobUnit(*each, setUnit);
       unit->setExecTime(stored(each->execTime));
       return unit;
@@ -424,7 +378,7 @@ BKQJobMask* Builder::newMask(const JobMaskPlan& plan) {
 }
 
 void Builder::fillRotation(BKQRotationSchedule& schedule, const SchedulePlan& plan) {
-  auto set = setterOf(*this, schedule);
+  auto set = setting(*this, schedule);
   eachOfRotationSchedule(plan, set);
   schedule.setPreferedMakeupTime(stored(plan.makeupTime));
   schedule.setPreferedMakeupJobTime(plan.makeupHour, plan.makeupMinute);
@@ -432,7 +386,7 @@ void Builder::fillRotation(BKQRotationSchedule& schedule, const SchedulePlan& pl
   for (const auto& each : plan.days) {
     schedule.addExceptionDay(once<BKQExceptionDay>(*each, [&] {
       auto* day = new BKQExceptionDay;
-      auto setDay = setterOf(*this, *day);
+      auto setDay = setting(*this, *day);
       eachOfExceptionDay(*each, setDay);
       day->setExceptionTime(stored(each->time));
       return day;
@@ -451,7 +405,7 @@ BKQSchedule* Builder::newSchedule(const SchedulePlan& plan) {
       auto* custom = plan.repeatsByConstructor ? new BKQCustomSchedule(r[0], r[1], r[2], r[3])
                                                : new BKQCustomSchedule;
       if (!plan.repeatsByConstructor) custom->setRepeat(r[0], r[1], r[2], r[3]);
-      auto set = setterOf(*this, *custom);
+      auto set = setting(*this, *custom);
       eachOfCustomSchedule(plan, set);
       schedule = custom;
       break;
@@ -466,7 +420,7 @@ BKQSchedule* Builder::newSchedule(const SchedulePlan& plan) {
       auto* cruise =
           random_.chance(1, 2) ? new BKQCruiseSchedule("one", "two") : new BKQCruiseSchedule;
       fillRotation(*cruise, plan);
-      auto set = setterOf(*this, *cruise);
+      auto set = setting(*this, *cruise);
       eachOfCruiseSchedule(plan, set);
       const auto& p = plan.poolNames;
       if (random_.chance(1, 2)) {
@@ -483,45 +437,15 @@ BKQSchedule* Builder::newSchedule(const SchedulePlan& plan) {
   schedule->setSubmitTime(stored(plan.submitTime));
   schedule->setExecTime(stored(plan.execTime));
   schedule->setScheduleWindow(stored(plan.windowStart), stored(plan.windowEnd));
-  auto set = setterOf(*this, *schedule);
+  auto set = setting(*this, *schedule);
   eachOfSchedule(plan, set);
   return schedule;
 }
 
 BKQJob* Builder::newJob(const JobPlan& plan) {
-  const bool isNamed = plan.name.isSet;
+  const JobKindLine& line = lineOf(plan.jobClass);
   const char* name = text(plan.name);
-  switch (plan.jobClass) {
-    case JobClass::kBase:
-      return isNamed ? new BKQJob(name) : new BKQJob;
-    case JobClass::kBackup:
-      return isNamed ? new BKQBackupJob(name) : new BKQBackupJob;
-    case JobClass::kCustomBackup:
-      return isNamed ? new BKQCustomBackupJob(name) : new BKQCustomBackupJob;
-    case JobClass::kCruiseBackup:
-      return isNamed ? new BKQCruiseBackupJob(name) : new BKQCruiseBackupJob;
-    case JobClass::kCruiseMakeup:
-      return isNamed ? new BKQCruiseMakeupJob(name) : new BKQCruiseMakeupJob;
-    case JobClass::kRotationBackup:
-      return isNamed ? new BKQRotationBackupJob(name) : new BKQRotationBackupJob;
-    case JobClass::kRotationMakeup:
-      return isNamed ? new BKQRotationMakeupJob(name) : new BKQRotationMakeupJob;
-    case JobClass::kDatabaseBackup:
-      return new BKQDatabaseBackupJob(name);
-    case JobClass::kRestore:
-      return new BKQRestoreJob(name);
-    case JobClass::kDatabaseRestore:
-      return new BKQDatabaseRestoreJob(name);
-    case JobClass::kVerify:
-      return new BKQVerifyJob(name);
-    case JobClass::kCompare:
-      return new BKQCompareJob(name);
-    case JobClass::kMerge:
-      return new BKQMergeJob;
-    case JobClass::kScan:
-      return new BKQScanJob;
-  }
-  return nullptr;
+  return plan.name.isSet || line.names == JobNames::kName ? line.make(name) : line.makeFresh();
 }
 
 template <class Job>
@@ -539,68 +463,38 @@ void Builder::setTypedSchedule(BKQJob& job, BKQSchedule& schedule) {
 void Builder::attach(BKQJob& job, const JobPlan& plan) {
   if (plan.fax) {
     if (!plan.faxByGetter) job.setFaxInfo(*new BKQFax);
-    auto set = setterOf(*this, *job.getFaxInfo());
+    auto set = setting(*this, *job.getFaxInfo());
     eachOfFax(*plan.fax, set);
   }
   if (plan.email) {
     BKQEMail* email;
     if (plan.email->isMHS) {
       auto* mhs = new BKQMHSEMail;
-      auto set = setterOf(*this, *mhs);
+      auto set = setting(*this, *mhs);
       eachOfMHSEMail(*plan.email, set);
       email = mhs;
     } else {
       email = new BKQInternetEMail;
     }
-    auto set = setterOf(*this, *email);
+    auto set = setting(*this, *email);
     eachOfEMail(*plan.email, set);
     job.setEMailInfo(*email);
   }
   if (plan.printQueue) {
     printQueues_.emplace_back(new BKQPrintQueue);
-    auto set = setterOf(*this, *printQueues_.back());
+    auto set = setting(*this, *printQueues_.back());
     eachOfPrintQueue(*plan.printQueue, set);
     job.setPrintQueue(*printQueues_.back());
   }
   if (!plan.schedule) return;
   BKQSchedule& schedule = *newSchedule(*plan.schedule);
   switch (plan.jobClass) {
-    case JobClass::kBase:
-    case JobClass::kBackup:
-      job.setSchedule(schedule);
-      break;
-    case JobClass::kCustomBackup:
-      setTypedSchedule<BKQCustomBackupJob>(job, schedule);
-      break;
-    case JobClass::kCruiseBackup:
-      setTypedSchedule<BKQCruiseBackupJob>(job, schedule);
-      break;
-    case JobClass::kCruiseMakeup:
-      setTypedSchedule<BKQCruiseMakeupJob>(job, schedule);
-      break;
-    case JobClass::kRotationBackup:
-      setTypedSchedule<BKQRotationBackupJob>(job, schedule);
-      break;
-    case JobClass::kRotationMakeup:
-      setTypedSchedule<BKQRotationMakeupJob>(job, schedule);
-      break;
-    case JobClass::kDatabaseBackup:
-      setTypedSchedule<BKQDatabaseBackupJob>(job, schedule);
-      break;
-    case JobClass::kRestore:
-    case JobClass::kDatabaseRestore:
-      setTypedSchedule<BKQRestoreJob>(job, schedule);
-      break;
-    case JobClass::kVerify:
-    case JobClass::kCompare:
-      setTypedSchedule<BKQVerifyJob>(job, schedule);
-      break;
-    case JobClass::kMerge:
-      setTypedSchedule<BKQMergeJob>(job, schedule);
-      break;
-    case JobClass::kScan:
-      setTypedSchedule<BKQScanJob>(job, schedule);
-      break;
+#define BKOQ_SET(kind, class_, ...)          \
+  case JobClass::k##kind:                    \
+    setTypedSchedule<class_>(job, schedule); \
+    break;
+    BKOQ_JOB_KINDS(BKOQ_SET)
+#undef BKOQ_SET
   }
 }
 
@@ -614,7 +508,7 @@ void Builder::fillBackup(BKQBackupJob& job, const JobPlan& plan) {
     made_[plan.destinations[0].get()] = destination;
     job.setDestination(*destination);
   }
-  auto set = setterOf(*this, job);
+  auto set = setting(*this, job);
   eachOfBackup(plan, set);
   if (plan.encryption.isSet) {
     if (plan.encryption) {
@@ -637,13 +531,13 @@ void Builder::fillBackup(BKQBackupJob& job, const JobPlan& plan) {
     openFiles_.emplace_back(new BKQOpenFileInfo);
     job.setOpenFileInfo(*openFiles_.back());
   }
-  auto setOpenFile = setterOf(*this, *openFiles_.back());
+  auto setOpenFile = setting(*this, *openFiles_.back());
   eachOfOpenFile(*plan.openFile, setOpenFile);
 }
 
 BKQJob* Builder::job(const JobPlan& plan) {
   job_ = newJob(plan);
-  auto set = setterOf(*this, *job_);
+  auto set = setting(*this, *job_);
   eachOfJob(plan, set);
   if (plan.number.isSet) {
     if (random_.chance(1, 2)) {
@@ -695,7 +589,7 @@ BKQJob* Builder::job(const JobPlan& plan) {
       restore.addDestNode(static_cast<BKQRestoreNode&>(keptNode(*each)));
     }
     addFilters(restore, plan);
-    auto setRestore = setterOf(*this, restore);
+    auto setRestore = setting(*this, restore);
     eachOfRestore(plan, setRestore);
   } else if (isVerify(plan.jobClass)) {
     auto& verify = static_cast<BKQVerifyJob&>(*job_);
@@ -711,14 +605,14 @@ BKQJob* Builder::job(const JobPlan& plan) {
     if (!plan.destinations.empty()) merge.setDestination(*destination());
     merge.setMergeRange(plan.rangeStart, plan.rangeEnd);
     merge.setMergeFilter(plan.filterText.c_str());
-    auto setMerge = setterOf(*this, merge);
+    auto setMerge = setting(*this, merge);
     eachOfMerge(plan, setMerge);
   } else if (plan.jobClass == JobClass::kScan) {
     auto& scan = static_cast<BKQScanJob&>(*job_);
     if (!plan.sources.empty()) scan.setSource(*source());
     scan.setScanRange(plan.rangeStart, plan.rangeEnd);
     scan.setScanFilter(plan.filterText.c_str());
-    auto setScan = setterOf(*this, scan);
+    auto setScan = setting(*this, scan);
     eachOfScan(plan, setScan);
   }
   return job_;

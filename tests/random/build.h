@@ -57,10 +57,10 @@ class Builder {
   BKQTape* newTape(const TapePlan& plan);
   template <class Node>
   Node* named(const NodePlan& plan);
+  template <class Node>
+  Node* newNodeOf(const NodePlan& plan);
   BKQNode* newNode(const NodePlan& plan);
   void fillDiskNode(BKQDiskNode& node, const NodePlan& plan);
-  template <class Node>
-  Node* newRestoreNode(const NodePlan& plan);
   BKQSchedule* newSchedule(const SchedulePlan& plan);
   void fillRotation(BKQRotationSchedule& schedule, const SchedulePlan& plan);
   BKQJobMask* newMask(const JobMaskPlan& plan);

@@ -36,6 +36,7 @@ class Checker {
     template <class Value, class Getter, class Setter>
     void operator()(const char* name, const Attribute<Value>& attribute, Getter getter,
                     Setter /*setter*/) {
+      Visited::note(Visited::kChecked, name);
       if constexpr (std::is_same<Value, Text>::value) {
         checker.text(name, attribute.value, (object.*getter)());
       } else {
@@ -263,57 +264,38 @@ void Checker::node(BKQNode& node, const NodePlan& plan) {
   eachOfNode(plan, getters);
   filters(node, plan);
   if (!problem.empty()) return;
-  const auto own = [&](auto& object, auto each) {
-    auto getOwn = gettersOf(object);
-    each(plan, getOwn);
-  };
   switch (plan.nodeClass) {
-    case NodeClass::kUnix:
-      own(static_cast<BKQUnixNode&>(node), [](auto& p, auto& get) { eachOfUnixNode(p, get); });
-      break;
-    case NodeClass::kSybase:
-      own(static_cast<BKQSybaseNode&>(node), [](auto& p, auto& get) { eachOfSybaseNode(p, get); });
-      break;
-    case NodeClass::kOracle:
-      own(static_cast<BKQOracleNode&>(node), [](auto& p, auto& get) { eachOfOracleNode(p, get); });
-      break;
-    case NodeClass::kInformix:
-      own(static_cast<BKQInformixNode&>(node),
-          [](auto& p, auto& get) { eachOfInformixNode(p, get); });
-      break;
-    case NodeClass::kSnapShot:
-      own(static_cast<BKQSnapShotNode&>(node),
-          [](auto& p, auto& get) { eachOfSnapShotNode(p, get); });
-      break;
-    case NodeClass::kTape: {
-      auto& tapeNode = static_cast<BKQTapeNode&>(node);
-      const auto tapes = all("tapes", plan.tapes.size(), tapeNode.tapeEntries(), tapeNode,
-                             &BKQTapeNode::resetTapes, &BKQTapeNode::enumTapes);
-      if (!problem.empty()) return;
-      for (std::size_t i = 0; i < tapes.size(); ++i) {
-        tape(*static_cast<BKQTape*>(tapes[i]), *plan.tapes[i]);
-      }
-      return;
+#define BKOQ_CHECK(kind, class_, ...)                 \
+  case NodeClass::k##kind: {                          \
+    auto own = gettersOf(static_cast<class_&>(node)); \
+    eachOwnOfNode<class_>(plan, own);                 \
+    break;                                            \
+  }
+    BKOQ_NODE_KINDS(BKOQ_CHECK)
+#undef BKOQ_CHECK
+  }
+  if (plan.nodeClass == NodeClass::kTape) {
+    auto& tapeNode = static_cast<BKQTapeNode&>(node);
+    const auto tapes = all("tapes", plan.tapes.size(), tapeNode.tapeEntries(), tapeNode,
+                           &BKQTapeNode::resetTapes, &BKQTapeNode::enumTapes);
+    if (!problem.empty()) return;
+    for (std::size_t i = 0; i < tapes.size(); ++i) {
+      tape(*static_cast<BKQTape*>(tapes[i]), *plan.tapes[i]);
     }
-    case NodeClass::kDBRestore: {
-      auto& dbNode = static_cast<BKQDBRestoreNode&>(node);
-      own(dbNode, [](auto& p, auto& get) { eachOfDBRestoreNode(p, get); });
-      RWCollectableString user;
-      RWCollectableString password;
-      dbNode.getDBuser(user, password);
-      text("database user", plan.dbUser, user);
-      text("database password", plan.dbPassword, password);
-    }
-      [[fallthrough]];
-    case NodeClass::kRestore: {
-      auto& restoreNode = static_cast<BKQRestoreNode&>(node);
-      own(restoreNode, [](auto& p, auto& get) { eachOfRestoreNode(p, get); });
-      number("actual node type", plan.actualType, restoreNode.getActualNodeType());
-      text("restore disk", plan.diskName, restoreNode.getDiskName());
-      return;
-    }
-    default:
-      break;
+    return;
+  }
+  if (plan.nodeClass == NodeClass::kDBRestore) {
+    RWCollectableString user;
+    RWCollectableString password;
+    static_cast<BKQDBRestoreNode&>(node).getDBuser(user, password);
+    text("database user", plan.dbUser, user);
+    text("database password", plan.dbPassword, password);
+  }
+  if (lineOf(plan.nodeClass).family == NodeFamily::kRestore) {
+    auto& restoreNode = static_cast<BKQRestoreNode&>(node);
+    number("actual node type", plan.actualType, restoreNode.getActualNodeType());
+    text("restore disk", plan.diskName, restoreNode.getDiskName());
+    return;
   }
   auto& diskNode = static_cast<BKQDiskNode&>(node);
   List<DiskPlan> disks = plan.disks;
@@ -475,26 +457,12 @@ void Checker::job(BKQJob& job, const JobPlan& plan) {
   atEnd = wasAtEnd;
 
   switch (plan.jobClass) {
-    case JobClass::kCustomBackup:
-      typedSchedule<BKQCustomBackupJob>(job);
-      break;
-    case JobClass::kCruiseBackup:
-      typedSchedule<BKQCruiseBackupJob>(job);
-      break;
-    case JobClass::kCruiseMakeup:
-      typedSchedule<BKQCruiseMakeupJob>(job);
-      break;
-    case JobClass::kRotationBackup:
-      typedSchedule<BKQRotationBackupJob>(job);
-      break;
-    case JobClass::kRotationMakeup:
-      typedSchedule<BKQRotationMakeupJob>(job);
-      break;
-    case JobClass::kDatabaseBackup:
-      typedSchedule<BKQDatabaseBackupJob>(job);
-      break;
-    default:
-      break;
+#define BKOQ_CHECK(kind, class_, ...) \
+  case JobClass::k##kind:             \
+    typedSchedule<class_>(job);       \
+    break;
+    BKOQ_JOB_KINDS(BKOQ_CHECK)
+#undef BKOQ_CHECK
   }
   if (!problem.empty()) return;
 
@@ -519,7 +487,6 @@ void Checker::job(BKQJob& job, const JobPlan& plan) {
     eachOfOpenFile(*plan.openFile, getOpenFile);
   } else if (isRestore(plan.jobClass)) {
     auto& restore = static_cast<BKQRestoreJob&>(job);
-    typedSchedule<BKQRestoreJob>(job);
     auto get = gettersOf(restore);
     eachOfRestore(plan, get);
     nodes(all("source nodes", plan.sources.size(), restore.sourceNodeEntries(), restore,
@@ -531,7 +498,6 @@ void Checker::job(BKQJob& job, const JobPlan& plan) {
     filters(restore, plan);
   } else if (isVerify(plan.jobClass)) {
     auto& verify = static_cast<BKQVerifyJob&>(job);
-    typedSchedule<BKQVerifyJob>(job);
     nodes(all("source nodes", plan.sources.size(), verify.sourceNodeEntries(), verify,
               &BKQVerifyJob::resetSourceNodes, &BKQVerifyJob::enumSourceNodes),
           plan.sources);
@@ -541,7 +507,6 @@ void Checker::job(BKQJob& job, const JobPlan& plan) {
     if (problem.empty() && destination != nullptr) node(*destination, *plan.destinations[0]);
   } else if (plan.jobClass == JobClass::kMerge) {
     auto& merge = static_cast<BKQMergeJob&>(job);
-    typedSchedule<BKQMergeJob>(job);
     auto get = gettersOf(merge);
     eachOfMerge(plan, get);
     unsigned short start = 0;
@@ -561,7 +526,6 @@ void Checker::job(BKQJob& job, const JobPlan& plan) {
     if (!plan.destinations.empty()) node(*merge.getDestination(), *plan.destinations[0]);
   } else if (plan.jobClass == JobClass::kScan) {
     auto& scan = static_cast<BKQScanJob&>(job);
-    typedSchedule<BKQScanJob>(job);
     auto get = gettersOf(scan);
     eachOfScan(plan, get);
     unsigned short start = 0;

@@ -1,25 +1,20 @@
 #include "tests/random/draw.h"
 
+#include "tests/catalog/forms.h"
 #include "tests/random/attributes.h"
 
 namespace bkoq::test {
 
-const char* const kJobClassNames[kJobClasses] = {"BKQJob",
-                                                 "BKQBackupJob",
-                                                 "BKQCustomBackupJob",
-                                                 "BKQCruiseBackupJob",
-                                                 "BKQCruiseMakeupJob",
-                                                 "BKQRotationBackupJob",
-                                                 "BKQRotationMakeupJob",
-                                                 "BKQDatabaseBackupJob",
-                                                 "BKQRestoreJob",
-                                                 "BKQDatabaseRestoreJob",
-                                                 "BKQVerifyJob",
-                                                 "BKQCompareJob",
-                                                 "BKQMergeJob",
-                                                 "BKQScanJob"};
-
 namespace {
+
+template <class Schedule>
+constexpr ScheduleClass kScheduleOf = ScheduleClass::kRegular;
+template <>
+constexpr ScheduleClass kScheduleOf<BKQCustomSchedule> = ScheduleClass::kCustom;
+template <>
+constexpr ScheduleClass kScheduleOf<BKQRotationSchedule> = ScheduleClass::kRotation;
+template <>
+constexpr ScheduleClass kScheduleOf<BKQCruiseSchedule> = ScheduleClass::kCruise;
 
 // Few enough that names meet their likes.
 const char* const kTexts[] = {
@@ -189,7 +184,7 @@ NodeClass Drawer::diskNodeClass() {
     case 1:
       return chance(1, 2) ? NodeClass::kWinNT : NodeClass::kNDS;
     default:
-      return static_cast<NodeClass>(random_.below(kDiskNodeClasses));
+      return kNodeKinds[random_.below(kDiskNodeKinds)].kind;
   }
 }
 
@@ -224,9 +219,11 @@ std::shared_ptr<NodePlan> Drawer::node(NodeClass nodeClass) {
       eachOfGroom(*plan->groom, *this);
       filters(plan->groom->filters);
     }
-    if (chance(3, 4)) set(plan->classOptions);
-    if (chance(1, 2)) set(plan->encryptKey);
-    if (chance(1, 2)) set(plan->dumpFile);
+    eachOfUnixNode(*plan, *this);
+    eachOfSybaseNode(*plan, *this);
+    eachOfOracleNode(*plan, *this);
+    eachOfInformixNode(*plan, *this);
+    eachOfSnapShotNode(*plan, *this);
   } else if (nodeClass == NodeClass::kTape) {
     for (unsigned int i = few(); i > 0; --i) {
       plan->tapes.push_back(oldOrNew(tapesDrawn_, 12, [this] { return tape(); }));
@@ -316,21 +313,15 @@ void Drawer::attachments(JobPlan& job) {
     ScheduleClass scheduleClass = static_cast<ScheduleClass>(random_.below(4));
     // Mostly what the setter of the class takes; the base job's takes any.
     if (chance(7, 8)) {
-      switch (job.jobClass) {
-        case JobClass::kCruiseBackup:
-        case JobClass::kCruiseMakeup:
-          scheduleClass = ScheduleClass::kCruise;
-          break;
-        case JobClass::kRotationBackup:
-        case JobClass::kRotationMakeup:
-          scheduleClass = chance(3, 4) ? ScheduleClass::kRotation : ScheduleClass::kCruise;
-          break;
-        case JobClass::kCustomBackup:
-          scheduleClass = ScheduleClass::kCustom;
-          break;
-        default:
-          break;
-      }
+      static constexpr ScheduleClass kOwn[] = {
+#define BKOQ_OWN(kind, class_, code, word, schedule, ...) kScheduleOf<schedule>,
+          BKOQ_JOB_KINDS(BKOQ_OWN)
+#undef BKOQ_OWN
+      };
+      const ScheduleClass own = kOwn[static_cast<unsigned int>(job.jobClass)];
+      if (own != ScheduleClass::kRegular) scheduleClass = own;
+      // A cruise schedule is a rotation, too.
+      if (own == ScheduleClass::kRotation && chance(1, 4)) scheduleClass = ScheduleClass::kCruise;
     }
     job.schedule = schedule(scheduleClass);
   }
@@ -367,8 +358,8 @@ std::shared_ptr<JobPlan> Drawer::job(JobClass jobClass) {
   tapesDrawn_.clear();
   auto job = std::make_shared<JobPlan>();
   job->jobClass = jobClass;
-  const bool hasNamed = jobClass != JobClass::kMerge && jobClass != JobClass::kScan;
-  const bool hasDefault = jobClass < JobClass::kDatabaseBackup || !hasNamed;
+  const bool hasNamed = lineOf(jobClass).names != JobNames::kNone;
+  const bool hasDefault = lineOf(jobClass).names != JobNames::kName;
   if (hasNamed && (!hasDefault || chance(3, 4))) set(job->name);
   eachOfJob(*job, *this);
   if (chance(3, 4)) set(job->number);
@@ -403,6 +394,7 @@ std::shared_ptr<JobPlan> Drawer::job(JobClass jobClass) {
     static const char* const kAccepted[] = {"", "12", "3-7", "7-7", "5-", "5000", "-"};
     job->filterText = kAccepted[random_.below(7)];
     eachOfMerge(*job, *this);
+    eachOfScan(*job, *this);
   }
   return job;
 }
@@ -419,9 +411,9 @@ Call Drawer::call(const JobPlan& job, bool previous) {
     return tapesDrawn_[random_.below(static_cast<std::uint32_t>(tapesDrawn_.size()))]->name.value;
   };
   if (isBackup(job.jobClass)) {
-    call.arguments = random_.below(5);
-    if (call.arguments >= 1 && chance(2, 3)) call.nodeName = nodeName();
-    if (call.arguments == 2 || call.arguments == 4) {
+    call.form = random_.below(formsOf(JobFamily::kBackup));
+    if (call.form >= 1 && chance(2, 3)) call.nodeName = nodeName();
+    if (call.form == 2 || call.form == 4) {
       for (unsigned int i = few(); i > 0; --i) {
         call.disks.push_back(
             disksDrawn_.empty() || chance(1, 4)
@@ -430,7 +422,7 @@ Call Drawer::call(const JobPlan& job, bool previous) {
                       ->name.value);
       }
     }
-    if (call.arguments >= 3) {
+    if (call.form >= 3) {
       call.unixKind = chance(7, 8) ? static_cast<std::int32_t>(random_.below(4))
                                    : static_cast<std::int32_t>(number());
       call.unixText = text();
@@ -438,15 +430,14 @@ Call Drawer::call(const JobPlan& job, bool previous) {
     return call;
   }
   if (job.jobClass == JobClass::kBase) return call;
-  call.arguments = random_.below(job.jobClass == JobClass::kCompare ? 4 : 2);
+  call.form = random_.below(formsOf(lineOf(job.jobClass).family));
   // A compare job's overloads: override path; name and session; all three.
-  const bool selects =
-      job.jobClass == JobClass::kCompare ? call.arguments >= 2 : call.arguments == 1;
+  const bool selects = job.jobClass == JobClass::kCompare ? call.form >= 2 : call.form == 1;
   if (selects) {
     if (chance(2, 3)) call.tapeName = tapeName();
     call.session = chance(1, 2) ? 0 : static_cast<std::uint16_t>(random_.below(4));
   }
-  if (job.jobClass == JobClass::kCompare && (call.arguments == 1 || call.arguments == 3)) {
+  if (job.jobClass == JobClass::kCompare && (call.form == 1 || call.form == 3)) {
     call.overridePath = text();
   }
   return call;

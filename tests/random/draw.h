@@ -3,6 +3,7 @@
 
 #include <memory>
 
+#include "tests/random/attributes.h"
 #include "tests/random/expect.h"
 #include "tests/random/plan.h"
 #include "tests/random/random.h"
@@ -23,8 +24,9 @@ class Drawer {
 
   // As a visitor of attributes.
   template <class Value, class Getter, class Setter>
-  void operator()(const char* /*name*/, Attribute<Value>& attribute, Getter /*getter*/,
+  void operator()(const char* name, Attribute<Value>& attribute, Getter /*getter*/,
                   Setter /*setter*/) {
+    Visited::note(Visited::kDrawn, name);
     if (chance(3, 4)) set(attribute);
   }
 

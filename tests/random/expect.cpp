@@ -47,67 +47,9 @@ std::uint32_t optionsOf(const TapePlan& tape) {
   return options;
 }
 
-std::uint32_t nodeTypeOf(NodeClass nodeClass) {
-  switch (nodeClass) {
-    case NodeClass::kMac:
-      return 2;
-    case NodeClass::kUnix:
-      return 3;
-    case NodeClass::kNetware:
-      return 8;
-    case NodeClass::kWinNT:
-      return 9;
-    case NodeClass::kOS2:
-      return 10;
-    case NodeClass::kWin95:
-      return 11;
-    case NodeClass::kWindows:
-      return 12;
-    case NodeClass::kNDS:
-      return 13;
-    case NodeClass::kFTP:
-      return 20;
-    case NodeClass::kSybase:
-      return 21;
-    case NodeClass::kOracle:
-      return 22;
-    case NodeClass::kInformix:
-      return 23;
-    case NodeClass::kTape:
-      return 24;
-    case NodeClass::kRestore:
-      return 25;
-    case NodeClass::kSnapShot:
-      return 26;
-    case NodeClass::kDBRestore:
-      return 27;
-  }
-  return 0;
-}
+std::uint32_t nodeTypeOf(NodeClass nodeClass) { return lineOf(nodeClass).code; }
 
 std::uint32_t nodeOSOf(const NodePlan& node) {
-  std::uint32_t os = 6;
-  switch (node.nodeClass) {
-    case NodeClass::kMac:
-      os = 7;
-      break;
-    case NodeClass::kNetware:
-    case NodeClass::kNDS:
-      os = 4;
-      break;
-    case NodeClass::kWinNT:
-      os = 8;
-      break;
-    case NodeClass::kOS2:
-      os = 2;
-      break;
-    case NodeClass::kWin95:
-    case NodeClass::kWindows:
-      os = 5;
-      break;
-    default:
-      break;
-  }
   if (node.actualType.isSet && !(node.os.isSet && node.osAfterActualType)) {
     switch (node.actualType.value) {
       case 2:
@@ -126,49 +68,21 @@ std::uint32_t nodeOSOf(const NodePlan& node) {
         return 6;
     }
   }
-  return node.os.isSet ? node.os.value : os;
+  return node.os.isSet ? node.os.value : lineOf(node.nodeClass).os;
 }
 
 std::uint32_t optionsOf(const NodePlan& node) {
   if (node.options.isSet) return node.options;
-  return isDiskNode(node.nodeClass) ? 0x120 : 0;
+  return lineOf(node.nodeClass).options;
 }
 
 std::uint16_t deviceTypeOf(const NodePlan& node) {
   if (node.deviceType.isSet) return node.deviceType;
-  return node.nodeClass == NodeClass::kTape ? 1 : 0;
+  return static_cast<std::uint16_t>(lineOf(node.nodeClass).deviceType);
 }
 
 std::uint16_t jobTypeOf(JobClass jobClass) {
-  switch (jobClass) {
-    case JobClass::kBase:
-    case JobClass::kBackup:
-    case JobClass::kCustomBackup:
-      return 1;
-    case JobClass::kCruiseBackup:
-      return 3;
-    case JobClass::kCruiseMakeup:
-      return 5;
-    case JobClass::kRestore:
-      return 7;
-    case JobClass::kMerge:
-      return 8;
-    case JobClass::kDatabaseBackup:
-      return 9;
-    case JobClass::kDatabaseRestore:
-      return 10;
-    case JobClass::kCompare:
-      return 11;
-    case JobClass::kScan:
-      return 14;
-    case JobClass::kRotationBackup:
-      return 20;
-    case JobClass::kRotationMakeup:
-      return 21;
-    case JobClass::kVerify:
-      return 29;
-  }
-  return 0;
+  return static_cast<std::uint16_t>(lineOf(jobClass).code);
 }
 
 std::uint32_t optionsOf(const JobPlan& job) {
@@ -327,8 +241,8 @@ bool Expectation::jobFilters(const JobPlan& plan, Record job) {
 
 int Expectation::restore(const JobPlan& plan, const Call& call, Record job) {
   job.set16(52, plan.onConflict);
-  state_.hasTapePassword = !plan.sessionPassword.value.empty();
-  state_.tapePassword = plan.sessionPassword;
+  state_.hasTapePassword = !plan.restorePassword.value.empty();
+  state_.tapePassword = plan.restorePassword;
   if (!verify(plan, call, job)) return 0;
   for (const auto& destination : plan.destinations) {
     if (restoreNode(*destination, job.grow(20, 24, "pDestNodes", 100))) continue;
@@ -468,7 +382,7 @@ bool Expectation::diskNode(const NodePlan& plan, const std::vector<Text>& names,
 
 bool Expectation::unixNode(const NodePlan& plan, const std::vector<Text>& names, int mode,
                            const Text& extra, Record node) {
-  state_.unixOptions = plan.classOptions;
+  state_.unixOptions = plan.unixOptions;
   if (!diskNode(plan, names, "", node)) return fail("Failed to convert Base BKQDiskNode");
   if (extra.empty() || (mode != 1 && mode != 2)) return true;
   const std::uint32_t offset = mode == 1 ? 4 : 8;

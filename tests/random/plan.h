@@ -11,9 +11,10 @@
 #include <string>
 #include <vector>
 
-namespace bkoq::test {
+#include "tests/catalog/attributes.h"
+#include "tests/catalog/kinds.h"
 
-using Text = std::string;
+namespace bkoq::test {
 
 // A value that a setter gives, or the one that the constructor leaves.
 template <class Value>
@@ -25,6 +26,11 @@ struct Attribute {
   Value value{};
   bool isSet = false;
 };
+
+// The members of a plan for the attributes of one list of the catalogue.
+#define BKOQ_MEMBER(class_, member, getter, setter, value, first, ...) \
+  Attribute<value> member{first};
+#define BKOQ_MEMBERS(list) BKOQ_##list##_ATTRIBUTES(BKOQ_MEMBER, BKOQ_NO_ATTRIBUTE)
 
 template <class Plan>
 using List = std::vector<std::shared_ptr<Plan>>;
@@ -58,70 +64,42 @@ struct FilterPlan {
 };
 
 struct DiskItemPlan {
+  BKOQ_MEMBERS(DISK_ITEM)
   Text path;
   bool pathByConstructor = false;
   Attribute<std::uint32_t> optionsBeforeFiles;
   std::vector<Text> files;
   Attribute<std::uint32_t> optionsAfterFiles;
-  Attribute<std::uint32_t> objectProperty;
 };
 
 struct DiskPlan {
+  BKOQ_MEMBERS(DISK)
   bool typeByConstructor = false;
   Attribute<std::uint32_t> type;
-  Attribute<Text> name;
-  Attribute<std::uint32_t> options;
-  Attribute<Text> user;
-  Attribute<Text> password;
-  Attribute<Text> password2;
-  Attribute<std::uint16_t> priority{255};
-  Attribute<Text> encryptionKey;
-  Attribute<std::uint16_t> compareFirstMB;
-  Attribute<Text> beforeDisk;
-  Attribute<Text> afterDisk;
-  Attribute<std::uint16_t> beforeDiskWait;
-  Attribute<std::uint32_t> dbProperty;
   List<DiskItemPlan> items;
   List<FilterPlan> filters;
 };
 
 struct TapeItemPlan {
+  BKOQ_MEMBERS(TAPE_ITEM)
   bool byConstructor = false;  // chunk number and offset
-  Attribute<Text> fileOrDir;
   Attribute<std::uint32_t> chunkNumber;
   Attribute<std::uint32_t> chunkOffset;  // 16 bits of it are kept
-  Attribute<std::uint32_t> options;
-  Attribute<std::uint32_t> physicalChunkNumber;
 };
 
 struct TapeExtensionPlan {
+  BKOQ_MEMBERS(TAPE_EXTENSION)
   bool timeByConstructor = false;
-  Attribute<Text> user;
-  Attribute<Text> password;
   Attribute<std::int32_t> sessionEndTime;
-  Attribute<std::uint32_t> options;
 };
 
 enum class ExtensionBy { kNothing, kSetter, kGetter };
 
 struct TapePlan {
+  BKOQ_MEMBERS(TAPE)
   bool byConstructor = false;  // device group and name
   Attribute<Text> name;
   Attribute<Text> deviceGroup;
-  Attribute<Text> sessionPassword;
-  Attribute<std::uint8_t> streamNumber;
-  Attribute<std::uint16_t> sessionNumber;
-  Attribute<std::uint32_t> qfaBlockNumber;
-  Attribute<std::uint16_t> level;
-  Attribute<Text> path;
-  Attribute<Text> location;
-  Attribute<std::uint32_t> id;
-  Attribute<std::uint8_t> sequence;
-  Attribute<Text> mediaName;
-  Attribute<std::uint32_t> serialNumber;
-  Attribute<Text> tapeSerialNumber;
-  Attribute<std::uint8_t> fileSystem;
-  Attribute<std::int32_t> sessionEndTime;
   Attribute<std::uint32_t> optionsBeforeExtension;
   ExtensionBy extensionBy = ExtensionBy::kNothing;
   std::shared_ptr<TapeExtensionPlan> extension;  // what is set; used when there is one
@@ -130,59 +108,32 @@ struct TapePlan {
   List<FilterPlan> filters;
 };
 
-enum class NodeClass {
-  kMac,
-  kUnix,
-  kNetware,
-  kWinNT,
-  kOS2,
-  kWin95,
-  kWindows,
-  kNDS,
-  kFTP,
-  kSybase,
-  kOracle,
-  kInformix,
-  kSnapShot,
-  kTape,
-  kRestore,
-  kDBRestore
-};
-constexpr unsigned int kDiskNodeClasses = 13;
-
 struct GroomPlan {
-  Attribute<std::uint16_t> months;
-  Attribute<std::uint16_t> copies;
-  Attribute<std::uint32_t> options{2};
+  BKOQ_MEMBERS(GROOM)
   List<FilterPlan> filters;
 };
 
 struct NodePlan {
+  BKOQ_MEMBERS(NODE)
+  BKOQ_MEMBERS(UNIX_NODE)
+  BKOQ_MEMBERS(SYBASE_NODE)
+  BKOQ_MEMBERS(ORACLE_NODE)
+  BKOQ_MEMBERS(INFORMIX_NODE)
+  BKOQ_MEMBERS(SNAPSHOT_NODE)
+  BKOQ_MEMBERS(RESTORE_NODE)
+  BKOQ_MEMBERS(DB_RESTORE_NODE)
   NodeClass nodeClass = NodeClass::kUnix;
   Attribute<Text> name;  // by the constructor or the setter
   bool nameByConstructor = true;
-  Attribute<Text> beforeNode;
-  Attribute<Text> afterNode;
   Attribute<std::uint32_t> os;
-  Attribute<Text> osVersion;
-  Attribute<Text> address;
-  Attribute<Text> domain;
-  Attribute<Text> userName;
-  Attribute<Text> password;
-  Attribute<std::uint16_t> priority{255};
-  Attribute<std::uint32_t> storedNodeType;
   Attribute<std::uint32_t> options;
   Attribute<std::uint16_t> deviceType;
-  Attribute<std::uint16_t> beforeNodeWait;
   List<FilterPlan> filters;
 
   // Disk nodes.
   List<DiskPlan> disks;
   std::vector<Text> removedDisks;  // removeDisk() with a disk of this name, after all were added
   std::shared_ptr<GroomPlan> groom;
-  Attribute<std::uint32_t> classOptions;  // UNIX, Sybase, Oracle, Informix, snapshot
-  Attribute<Text> encryptKey;             // Sybase
-  Attribute<Text> dumpFile;
 
   // Tape nodes.
   List<TapePlan> tapes;
@@ -191,34 +142,26 @@ struct NodePlan {
   bool diskNameByConstructor = false;
   Attribute<std::uint32_t> actualType;
   bool osAfterActualType = false;  // whether setNodeOS() comes last
-  Attribute<Text> destinationDir;
   Attribute<Text> diskName;
   bool dbUserSet = false;
   Text dbUser;
   Text dbPassword;
-  Attribute<std::uint32_t> fsType;
-  Attribute<std::uint32_t> dbOptions;
 };
 
 struct JobUnitPlan {
-  Attribute<std::uint32_t> jobType;
-  Attribute<std::uint32_t> options;
-  Attribute<std::uint32_t> serialNumber;
-  Attribute<Text> mediaName;
-  Attribute<Text> tapeSerialNumber;
+  BKOQ_MEMBERS(JOB_UNIT)
   std::uint32_t execTime = 0;
 };
 
 struct ExceptionDayPlan {
-  Attribute<std::uint32_t> jobType;
-  Attribute<std::uint32_t> options;
+  BKOQ_MEMBERS(EXCEPTION_DAY)
   std::uint32_t time = 0;
 };
 
 struct JobMaskPlan {
+  BKOQ_MEMBERS(JOB_MASK)
   Attribute<std::uint32_t> prefix{1};
   bool prefixByConstructor = false;
-  Attribute<std::uint16_t> repeats;
   std::uint32_t intervalValue = 0, intervalType = 1;
   std::uint32_t cycleValue = 0, cycleType = 1;
   List<JobUnitPlan> units;
@@ -227,90 +170,55 @@ struct JobMaskPlan {
 enum class ScheduleClass { kRegular, kCustom, kRotation, kCruise };
 
 struct SchedulePlan {
+  BKOQ_MEMBERS(SCHEDULE)
+  BKOQ_MEMBERS(CUSTOM_SCHEDULE)
+  BKOQ_MEMBERS(ROTATION_SCHEDULE)
+  BKOQ_MEMBERS(CRUISE_SCHEDULE)
   ScheduleClass scheduleClass = ScheduleClass::kRegular;
   std::uint32_t submitTime = 0;
   std::uint32_t execTime = 0;
   std::uint32_t windowStart = 0;
   std::uint32_t windowEnd = 0;
-  Attribute<Text> poolName;
-  Attribute<std::int32_t> runNow;
 
   bool repeatsByConstructor = false;
   std::array<std::uint16_t, 4> repeats{};
-  Attribute<std::uint16_t> skipWeekDay;
 
   std::shared_ptr<JobMaskPlan> mask;
   List<ExceptionDayPlan> days;
-  Attribute<Text> setName;
-  Attribute<Text> setPassword;
-  Attribute<Text> schemeName;
   std::uint32_t makeupTime = 0;
-  Attribute<std::int32_t> makeup;
   std::uint8_t makeupHour = 0, makeupMinute = 0;
 
-  Attribute<std::uint16_t> saveMonthly;
-  Attribute<std::uint16_t> saveWeekly;
-  Attribute<std::uint16_t> saveDaily;
-  Attribute<std::uint32_t> cruiseOptions;
-  Attribute<std::uint16_t> months;
-  Attribute<std::uint16_t> copies;
-  Attribute<std::uint32_t> method;
   std::array<Text, 3> poolNames;
 };
 
 struct FaxPlan {
-  Attribute<Text> host, user, password, number, coverPage, receiver;
+  BKOQ_MEMBERS(FAX)
 };
 
 struct EMailPlan {
   bool isMHS = false;
-  Attribute<Text> host, user, password, mhsDir, mhsId, mhsUserName;
+  BKOQ_MEMBERS(EMAIL)
+  BKOQ_MEMBERS(MHS_EMAIL)
 };
 
 struct PrintQueuePlan {
-  Attribute<Text> host, user, password, queue;
+  BKOQ_MEMBERS(PRINT_QUEUE)
 };
 
 struct OpenFilePlan {
-  Attribute<std::uint32_t> actions{1};
-  Attribute<std::uint32_t> methods;
-  Attribute<std::uint16_t> retryCount{5};
-  Attribute<std::uint16_t> retryInterval{5};
+  BKOQ_MEMBERS(OPEN_FILE)
 };
-
-enum class JobClass {
-  kBase,
-  kBackup,
-  kCustomBackup,
-  kCruiseBackup,
-  kCruiseMakeup,
-  kRotationBackup,
-  kRotationMakeup,
-  kDatabaseBackup,
-  kRestore,
-  kDatabaseRestore,
-  kVerify,
-  kCompare,
-  kMerge,
-  kScan
-};
-constexpr unsigned int kJobClasses = 14;
-extern const char* const kJobClassNames[kJobClasses];
 
 struct JobPlan {
+  BKOQ_MEMBERS(JOB)
+  BKOQ_MEMBERS(BACKUP)
+  BKOQ_MEMBERS(RESTORE)
+  BKOQ_MEMBERS(MERGE)
+  BKOQ_MEMBERS(SCAN)
   JobClass jobClass = JobClass::kBase;
   Attribute<Text> name{"testjob"};  // by the constructor
-  Attribute<std::uint32_t> id;
   Attribute<std::uint32_t> number;
-  Attribute<std::uint16_t> scriptType;
-  Attribute<std::uint32_t> status;
   Attribute<std::uint32_t> options;
-  Attribute<std::uint16_t> beforeJobWait;
-  Attribute<std::int32_t> onExitCode;
-  Attribute<std::uint16_t> newTapeTimeout{5};
-  Attribute<std::uint16_t> spanTapeTimeout{9999};
-  Attribute<Text> version, host, owner, password, machineName, machineUser, machinePassword,
-      machineAddress, reportFile, comments, beforeJob, afterJob, fileName, poolName;
   Attribute<bool> snmp, ovix;
   Text scriptUser, scriptUserPassword;
   std::shared_ptr<SchedulePlan> schedule;
@@ -324,40 +232,29 @@ struct JobPlan {
   // Destinations of restores; the one of all others.
   List<NodePlan> destinations;
   List<FilterPlan> filters;
-  Attribute<Text> sessionPassword;
 
   // Backups.
   std::shared_ptr<OpenFilePlan> openFile;
   bool openFileByGetter = false;
-  Attribute<std::uint16_t> maxThreads;
   Attribute<bool> encryption, compression;
-  Attribute<std::uint32_t> tapeMethod, spanMethod;
-
-  // Restores.
-  Attribute<std::uint32_t> onConflict{3};
-  Attribute<std::uint32_t> restoreView{1};
 
   // Merges and scans.
   std::uint16_t rangeStart = 0, rangeEnd = 0;
-  Attribute<std::uint32_t> type;
   Text filterText;  // an accepted one, or empty
-  Attribute<std::int32_t> detailed;
 };
 
-inline bool isBackup(JobClass c) {
-  return c >= JobClass::kBackup && c <= JobClass::kDatabaseBackup;
+inline bool isBackup(JobClass c) { return lineOf(c).family == JobFamily::kBackup; }
+inline bool isRestore(JobClass c) { return lineOf(c).family == JobFamily::kRestore; }
+inline bool isVerify(JobClass c) {
+  return lineOf(c).family == JobFamily::kVerify || lineOf(c).family == JobFamily::kCompare;
 }
-inline bool isRestore(JobClass c) {
-  return c == JobClass::kRestore || c == JobClass::kDatabaseRestore;
-}
-inline bool isVerify(JobClass c) { return c == JobClass::kVerify || c == JobClass::kCompare; }
-inline bool isDiskNode(NodeClass c) { return c <= NodeClass::kSnapShot; }
+inline bool isDiskNode(NodeClass c) { return lineOf(c).family == NodeFamily::kDisk; }
 
 // One call of a conversion of a job.
 struct Call {
   bool previous = false;
-  unsigned int arguments = 0;  // which overload: 0 has none, the others as the class lists them
-  Text nodeName;               // backups
+  unsigned int form = 0;  // of those in tests/catalog/forms.h
+  Text nodeName;          // backups
   std::vector<Text> disks;
   std::int32_t unixKind = 0;
   Text unixText;
@@ -365,6 +262,9 @@ struct Call {
   std::uint16_t session = 0;
   Text overridePath;  // compares
 };
+
+#undef BKOQ_MEMBERS
+#undef BKOQ_MEMBER
 
 }  // namespace bkoq::test
 

@@ -1,152 +1,95 @@
 #include "tests/support/free_records.h"
 
+#include <bkoq/kit.h>
 #include <bkoq/state.h>
 
+#include <cstdint>
 #include <cstdlib>
 #include <initializer_list>
+
+// All of them free by the kit: what is no whole tree is hung into a job record first.
 
 namespace bkoq::test {
 namespace {
 
-template <class Tape>
-void freeTapeBlocks(Tape& tape) {
-  std::free(tape.pszDeviceGroup);
-  std::free(tape.pszTapeName);
-  std::free(tape.pszSessionPW);
-  std::free(tape.pszPath);
-  std::free(tape.pszLocation);
-  freeFilters(tape.pFilters, tape.ulFilterCount);
-  for (uint32_t i = 0; tape.pTapeItems != nullptr && i < tape.ulTapeItemCount; ++i) {
-    std::free(tape.pTapeItems[i].pszFileOrDir);
-  }
-  std::free(tape.pTapeItems);
-}
+template <class Job>
+struct Parts;
+template <>
+struct Parts<BKQJDATATRANSFER> {
+  using Node = BKNODE;
+  static constexpr BkoqLayout kLayout = BKOQ_LAYOUT_CURRENT;
+};
+template <>
+struct Parts<BKQJDATATRANSFER_OLD> {
+  using Node = BKNODE_OLD;
+  static constexpr BkoqLayout kLayout = BKOQ_LAYOUT_PREVIOUS;
+};
 
-void freeDomain(BKNODE& node) { std::free(node.pszNodeDomain); }
-void freeDomain(BKNODE_OLD& /*node*/) {}
-
-template <class Tape, class Node>
-void freeNode(Node& node, Media media) {
-  std::free(node.pszNodeOSVer);
-  std::free(node.pszNodeName);
-  std::free(node.pszNodeAddress);
-  std::free(node.pszUserName);
-  std::free(node.pszPassword);
-  std::free(node.pszBeforeNode);
-  std::free(node.pszAfterNode);
-  freeDomain(node);
-  freeFilters(node.pFilters, node.ulFilterCount);
-  if (media == Media::kTapes) {
-    freeTapes(static_cast<Tape*>(node.pMedia), node.ulMediaCount);
-  } else {
-    freeDisks(node.pMedia, node.ulMediaCount);
-  }
-}
-
-template <class Node>
-void freeNodes(Node* nodes, uint32_t count, Media media) {
-  for (uint32_t i = 0; nodes != nullptr && i < count; ++i) freeNodeContents(nodes[i], media);
-  std::free(nodes);
-}
-
-// Restores, verifies, compares, merges and scans read tapes; backups write them.
-bool readsTapes(unsigned int jobType) {
-  switch (jobType) {
-    case 7:
-    case 8:
-    case 10:
-    case 11:
-    case 14:
-    case 29:
-      return true;
-    default:
-      return false;
-  }
+template <class Record>
+Record* newRecord() {
+  return static_cast<Record*>(std::calloc(1, sizeof(Record)));
 }
 
 template <class Job>
 void freeJob(Job* job) {
-  if (job == nullptr) return;
-  const bool sourcesAreTapes = readsTapes(job->usJobType);
-  freeNodes(job->pSourceNodes, job->ulNumSourceNodes,
-            sourcesAreTapes ? Media::kTapes : Media::kDisks);
-  freeNodes(job->pDestNodes, job->ulNumDestNodes, sourcesAreTapes ? Media::kDisks : Media::kTapes);
-  for (char* text : {job->pszOwner,
-                     job->pszReportFile,
-                     job->pszComments,
-                     job->pszBeforeJob,
-                     job->pszAfterJob,
-                     job->pszHost,
-                     job->stFax.pszHostName,
-                     job->stFax.pszUserName,
-                     job->stFax.pszUserPW,
-                     job->stFax.pszFaxNumber,
-                     job->stFax.pszCoverPageFile,
-                     job->stFax.pszReceiverName,
-                     job->stEMail.pszHostName,
-                     job->stEMail.pszUserName,
-                     job->stEMail.pszUserPW,
-                     job->stEMail.pszMHSDir,
-                     job->stEMail.pszMHSId,
-                     job->stEMail.pszMHSUserName,
-                     job->stPrintQueue.pszHostName,
-                     job->stPrintQueue.pszUserName,
-                     job->stPrintQueue.pszUserPW,
-                     job->stPrintQueue.pszQueueName,
-                     job->stScheduleExt.pszSetName}) {
-    std::free(text);
-  }
-  std::free(job);
+  if (job != nullptr) bkoqFree(job, Parts<Job>::kLayout, nullptr);
+}
+
+template <class Job>
+void freeNode(const typename Parts<Job>::Node& node, Media media) {
+  constexpr std::uint16_t kBackup = 1;
+  constexpr std::uint16_t kRestore = 7;
+  Job* job = newRecord<Job>();
+  job->usJobType = media == Media::kTapes ? kRestore : kBackup;
+  job->ulNumSourceNodes = 1;
+  job->pSourceNodes = newRecord<typename Parts<Job>::Node>();
+  *job->pSourceNodes = node;
+  // A restore destination may be called a UNIX machine, whose texts are two in a block; to free a
+  // block it is enough to know of the first.
+  job->pSourceNodes->usNodeType = 0;
+  freeJob(job);
+}
+
+template <class Job>
+void freeMedia(void* records, std::uint32_t count, Media media) {
+  typename Parts<Job>::Node node{};
+  node.ulMediaCount = count;
+  node.pMedia = records;
+  freeNode<Job>(node, media);
 }
 
 }  // namespace
 
 void freeFilters(BKFILTER_FILE* filters, uint32_t count) {
-  for (uint32_t i = 0; filters != nullptr && i < count; ++i) {
-    const unsigned int type = filters[i].usFilterType;
-    if (type >= 1 && type <= 3) std::free(filters[i].pszFilter);
-  }
-  std::free(filters);
+  BKNODE node{};
+  node.ulFilterCount = count;
+  node.pFilters = filters;
+  freeNodeContents(node, Media::kDisks);
 }
 
 void freeDisk(BKDDISK& disk) {
-  std::free(disk.pszDiskName);
-  std::free(disk.pszPassword);
-  std::free(disk.pszDiskPW2);
-  std::free(disk.pszEncryptionKey);
-  freeFilters(disk.pFilters, disk.ulFilterCount);
-  for (uint32_t i = 0; disk.pDiskItems != nullptr && i < disk.ulDiskItemCount; ++i) {
-    std::free(disk.pDiskItems[i].pszPath);
-    std::free(disk.pDiskItems[i].pFileList);
-  }
-  std::free(disk.pDiskItems);
+  auto* record = newRecord<BKDDISK>();
+  *record = disk;
+  freeDisks(record, 1);
 }
 
 void freeDisks(void* disks, uint32_t count) {
-  auto* records = static_cast<BKDDISK*>(disks);
-  for (uint32_t i = 0; records != nullptr && i < count; ++i) freeDisk(records[i]);
-  std::free(records);
+  freeMedia<BKQJDATATRANSFER>(disks, count, Media::kDisks);
 }
 
 void freeTapes(BKDTAPE* tapes, uint32_t count) {
-  for (uint32_t i = 0; tapes != nullptr && i < count; ++i) {
-    freeTapeBlocks(tapes[i]);
-    if (tapes[i].pTapeX == nullptr) continue;
-    std::free(tapes[i].pTapeX->pszDBUser);
-    std::free(tapes[i].pTapeX->pszDBPW);
-    std::free(tapes[i].pTapeX);
-  }
-  std::free(tapes);
+  freeMedia<BKQJDATATRANSFER>(tapes, count, Media::kTapes);
 }
 
 void freeTapes(BKDTAPE_OLD* tapes, uint32_t count) {
-  for (uint32_t i = 0; tapes != nullptr && i < count; ++i) freeTapeBlocks(tapes[i]);
-  std::free(tapes);
+  freeMedia<BKQJDATATRANSFER_OLD>(tapes, count, Media::kTapes);
 }
 
-void freeNodeContents(BKNODE& node, Media media) { freeNode<BKDTAPE>(node, media); }
+void freeNodeContents(BKNODE& node, Media media) { freeNode<BKQJDATATRANSFER>(node, media); }
 
-void freeNodeContents(BKNODE_OLD& node, Media media) { freeNode<BKDTAPE_OLD>(node, media); }
+void freeNodeContents(BKNODE_OLD& node, Media media) {
+  freeNode<BKQJDATATRANSFER_OLD>(node, media);
+}
 
 void freeJobRecord(BKQJDATATRANSFER* job) { freeJob(job); }
 

@@ -1,31 +1,15 @@
-#include <bkoq/state.h>
 #include <gtest/gtest.h>
 
-#include <initializer_list>
+#include "tests/support/reset_state.h"
 
 namespace bkoq::test {
 
-// The state variables outlive a flattening by design; every test finds them as they are at load.
+// Every test finds the state variables as they are at load.
 
 namespace {
 
 class FreshState : public testing::EmptyTestEventListener {
-  void OnTestStart(const testing::TestInfo& /*test*/) override {
-    for (unsigned int* word :
-         {&BK6_NEWTAPETIMEOUT, &BK6_SPANTAPETIMEOUT, &BK6_NEWTAPEMETHOD, &BK6_SPANTAPEMETHOD,
-          &DISK_ENCRYPTION, &DISK_COMPRESSION, &NODE_NOESTIMATE, &CURRENT_NODETYPE, &UNIX_OPTIONS,
-          &BK6_NEWTAPETIMEOUT_OLD, &BK6_SPANTAPETIMEOUT_OLD, &BK6_NEWTAPEMETHOD_OLD,
-          &BK6_SPANTAPEMETHOD_OLD, &DISK_ENCRYPTION_OLD, &DISK_COMPRESSION_OLD,
-          &NODE_NOESTIMATE_OLD, &CURRENT_NODETYPE_OLD, &UNIX_OPTIONS_OLD}) {
-      *word = 0;
-    }
-    for (char** password :
-         {&BK6_DISKSESSIONPW, &BK6_TAPESESSIONPW, &BK6_DISKSESSIONPW_OLD, &BK6_TAPESESSIONPW_OLD}) {
-      *password = nullptr;
-    }
-    DISK_DISKNAME = "";
-    DISK_DISKNAME_OLD = "";
-  }
+  void OnTestStart(const testing::TestInfo& /*test*/) override { resetState(); }
 };
 
 const bool kRegistered = [] {
@@ -34,4 +18,5 @@ const bool kRegistered = [] {
 }();
 
 }  // namespace
+
 }  // namespace bkoq::test

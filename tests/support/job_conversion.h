@@ -12,7 +12,7 @@
 #include <vector>
 
 #include "tests/support/free_records.h"
-#include "tests/support/layouts.h"
+#include "tests/catalog/layouts.h"
 #include "tests/support/media.h"
 #include "tests/support/rows.h"
 

@@ -34,8 +34,8 @@ const void* element(const void* record, const Array& array, std::size_t index) {
 
 class Checker {
  public:
-  Checker(Layout layout, Origin origin)
-      : previous_(layout == Layout::kPrevious), cloned_(origin == Origin::kCloned) {}
+  Checker(BkoqLayout layout, Origin origin)
+      : previous_(layout == BKOQ_LAYOUT_PREVIOUS), cloned_(origin == Origin::kCloned) {}
 
   void checkJob(const void* job) {
     std::vector<Row> rows = {
@@ -413,7 +413,7 @@ class Checker {
 
 }  // namespace
 
-void checkNightlyRecords(const void* job, Layout layout, Origin origin) {
+void checkNightlyRecords(const void* job, BkoqLayout layout, Origin origin) {
   ASSERT_NE(job, nullptr);
   Checker(layout, origin).checkJob(job);
 }

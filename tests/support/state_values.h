@@ -5,7 +5,7 @@
 
 #include <string>
 
-#include "tests/support/layouts.h"
+#include "tests/catalog/layouts.h"
 
 namespace bkoq::test {
 

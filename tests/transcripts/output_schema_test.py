@@ -74,7 +74,7 @@ def main():
             text = file.read()
         with open(folder + "/moved.json", "w", encoding="utf-8") as file:
             file.write(text.replace('"sourceNodes": [',
-                                    '"sourceNodes": [{"kind": "nt", "nodeName": "new"},'))
+                                    '"sourceNodes": [{"kind": "winNT", "nodeName": "new"},'))
         run("flatten", "moved.json", "-o", "moved.image")
         with open(folder + "/nightly.image", "rb") as file:
             data = file.read()

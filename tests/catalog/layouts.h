@@ -1,8 +1,8 @@
-#ifndef BKOQ_TESTS_SUPPORT_LAYOUTS_H_
-#define BKOQ_TESTS_SUPPORT_LAYOUTS_H_
+#ifndef BKOQ_TESTS_CATALOG_LAYOUTS_H_
+#define BKOQ_TESTS_CATALOG_LAYOUTS_H_
 
 #include <bkoq/bkoq.h>
-#include <gtest/gtest.h>
+#include <bkoq/kit.h>
 
 #include <string>
 #include <type_traits>
@@ -13,6 +13,7 @@ namespace bkoq::test {
 // The two layouts as tests see them: what a test of both takes as its type parameter.
 struct CurrentLayout {
   static constexpr bool kPrevious = false;
+  static constexpr BkoqLayout kLayout = BKOQ_LAYOUT_CURRENT;
   using Job = BKQJDATATRANSFER;
   using Node = BKNODE;
   using Disk = BKDDISK;
@@ -46,6 +47,7 @@ struct CurrentLayout {
 
 struct PreviousLayout {
   static constexpr bool kPrevious = true;
+  static constexpr BkoqLayout kLayout = BKOQ_LAYOUT_PREVIOUS;
   using Job = BKQJDATATRANSFER_OLD;
   using Node = BKNODE_OLD;
   using Disk = BKDDISK_OLD;
@@ -76,12 +78,10 @@ struct PreviousLayout {
   static RWCollectableString& diskName() { return DISK_DISKNAME_OLD; }
 };
 
-using Layouts = testing::Types<CurrentLayout, PreviousLayout>;
-
 // The layout whose state variables a conversion into `Layout` must not touch.
 template <class Layout>
 using OtherLayout = std::conditional_t<Layout::kPrevious, CurrentLayout, PreviousLayout>;
 
 }  // namespace bkoq::test
 
-#endif  // BKOQ_TESTS_SUPPORT_LAYOUTS_H_
+#endif  // BKOQ_TESTS_CATALOG_LAYOUTS_H_

@@ -1,0 +1,13 @@
+"""Loads the extension into gdb: `source bkoq_gdb.py`. gdb does so by itself with the library."""
+import os
+import sys
+
+_folder = os.path.dirname(os.path.abspath(__file__))
+if _folder not in sys.path:
+    sys.path.insert(0, _folder)
+
+import bkoqdebug.commands  # noqa: E402
+import bkoqdebug.printers  # noqa: E402
+
+bkoqdebug.commands.register()
+bkoqdebug.printers.register()

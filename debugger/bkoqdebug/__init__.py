@@ -1,0 +1,1 @@
+"""Job objects and record trees of libbkoq in gdb."""

@@ -1,0 +1,336 @@
+#include "tests/random/run.h"
+
+#include <bkoq/bkoq.h>
+#include <bkoq/kit.h>
+
+#include <chrono>
+#include <cinttypes>
+#include <cstdio>
+#include <cstdlib>
+#include <cstring>
+#include <ctime>
+#include <iterator>
+#include <random>
+#include <set>
+#include <string>
+
+#include "tests/catalog/forms.h"
+#include "tests/random/check.h"
+#include "tests/random/copy_plan.h"
+#include "tests/random/variables.h"
+
+namespace bkoq::test {
+namespace {
+
+// As rules, so that no run depends on the zones that a system has installed.
+const Zone kZones[] = {{"UTC0", 0},
+                       {"CET-1CEST,M3.5.0,M10.5.0/3", 3600},
+                       {"EST5EDT,M3.2.0,M11.1.0", -18000},
+                       {"IST-5:30", 19800},
+                       {"<+1345>-13:45", 49500},
+                       {"<+1245>-12:45<+1345>,M9.5.0/2:45,M4.1.0/3:45", 45900},
+                       {"AEST-10AEDT,M10.1.0,M4.1.0/3", 36000},
+                       {"NST3:30NDT,M3.2.0,M11.1.0", -12600},
+                       {"<-12>12", -43200}};
+
+}  // namespace
+
+Run::~Run() {
+  for (const bool previous : {false, true}) {
+    variables(previous).diskPassword = nullptr;
+    variables(previous).tapePassword = nullptr;
+  }
+  for (char* password : passwords_) std::free(password);
+}
+
+bool Run::run() {
+  setZone();
+  plan_ = drawer_.job(kJobKinds[random_.below(std::size(kJobKinds))].kind);
+  BKQJob* job = builder_.job(*plan_);
+  for (const bool previous : {false, true}) setState(previous);
+
+  const bool checks = random_.chance(1, 8);
+  if (checks && !checkValues(*job, *plan_, "source")) return false;
+  if (!flattenBoth(*job, *plan_, "source")) return false;
+
+  const auto copyPlan = copyOf(*plan_);
+  BKQJob* copy = builder_.copy(*job, *plan_);
+  if (random_.chance(1, 4)) setZone();
+  if (random_.chance(1, 4)) change(*job);
+  if (checks && !checkValues(*copy, *copyPlan, "copy")) return false;
+  if (!flattenBoth(*copy, *copyPlan, "copy")) return false;
+  if (random_.chance(1, 40)) {
+    const auto secondPlan = copyOf(*copyPlan);
+    BKQJob* second = builder_.copy(*copy, *copyPlan);
+    if (!flatten(*second, *secondPlan, random_.chance(1, 2), "copy of the copy")) return false;
+  }
+  if (!flatten(*job, *plan_, random_.chance(1, 2), "source after the copy")) return false;
+  if (checks && !checkValues(*job, *plan_, "source after the copy")) return false;
+  return convertParts();
+}
+
+void Run::setZone() {
+  zone_ = &kZones[random_.below(sizeof kZones / sizeof *kZones)];
+  setenv("TZ", zone_->rule, 1);
+  tzset();
+}
+
+char* Run::passwordOf(const Text& text) {
+  char* copy = strdup(text.c_str());
+  passwords_.insert(copy);
+  return copy;
+}
+
+void Run::setState(bool previous) {
+  State& state = states_[previous];
+  state = drawer_.state();
+  Variables& v = variables(previous);
+  v.newTapeTimeout = state.newTapeTimeout;
+  v.spanTapeTimeout = state.spanTapeTimeout;
+  v.newTapeMethod = state.newTapeMethod;
+  v.spanTapeMethod = state.spanTapeMethod;
+  v.diskPassword = state.hasDiskPassword ? passwordOf(state.diskPassword) : nullptr;
+  v.tapePassword = state.hasTapePassword ? passwordOf(state.tapePassword) : nullptr;
+  v.encryption = state.encryption;
+  v.compression = state.compression;
+  v.noEstimate = state.noEstimate;
+  v.nodeType = state.nodeType;
+  v.unixOptions = state.unixOptions;
+  v.diskName = state.diskName.c_str();
+}
+
+void Run::report(const char* what, bool previous, const Mismatch& mismatch) {
+  std::printf("FAILED: seed %" PRIu64
+              ", %s, %s, TZ=%s, %s layout%s%s\n  at %s, byte %u\n"
+              "  expected %s\n  got      %s\n",
+              seed_, plan_ ? lineOf(plan_->jobClass).className : "?", what, zone_->rule,
+              layoutName(previous), call_.empty() ? "" : ", ", call_.c_str(),
+              mismatch.path.empty() ? "the record" : mismatch.path.c_str(), mismatch.offset,
+              mismatch.expected.c_str(), mismatch.got.c_str());
+  std::fflush(stdout);
+}
+
+bool Run::checkValues(BKQJob& job, const JobPlan& plan, const char* what) {
+  call_ = "attributes";
+  const std::string problem = check(job, plan, random_);
+  if (problem.empty()) return true;
+  report(what, false, {"an attribute", 0, "", problem});
+  return false;
+}
+
+bool Run::checkWord(const char* name, std::uint32_t expected, std::uint32_t got) {
+  if (expected == got) return true;
+  stateMismatch_ = {name, 0, std::to_string(expected), std::to_string(got)};
+  return false;
+}
+
+bool Run::checkPassword(const char* name, bool expected, const Text& text, char* got) {
+  if (got != nullptr) passwords_.insert(got);
+  if (expected == (got != nullptr) && (!expected || text == got)) return true;
+  stateMismatch_ = {name, 0, expected ? text : "null", got != nullptr ? got : "null"};
+  return false;
+}
+
+bool Run::checkState(bool previous) {
+  const State& s = states_[previous];
+  Variables& v = variables(previous);
+  if (!(checkWord("new-tape time-out variable", s.newTapeTimeout, v.newTapeTimeout) &&
+        checkWord("span-tape time-out variable", s.spanTapeTimeout, v.spanTapeTimeout) &&
+        checkWord("new-tape method variable", s.newTapeMethod, v.newTapeMethod) &&
+        checkWord("span-tape method variable", s.spanTapeMethod, v.spanTapeMethod) &&
+        checkPassword("disk password variable", s.hasDiskPassword, s.diskPassword,
+                      v.diskPassword) &&
+        checkPassword("tape password variable", s.hasTapePassword, s.tapePassword,
+                      v.tapePassword) &&
+        checkWord("encryption variable", s.encryption, v.encryption) &&
+        checkWord("compression variable", s.compression, v.compression) &&
+        checkWord("no-estimate variable", s.noEstimate, v.noEstimate) &&
+        checkWord("node type variable", s.nodeType, v.nodeType) &&
+        checkWord("UNIX options variable", s.unixOptions, v.unixOptions))) {
+    return false;
+  }
+  const Text name(v.diskName.data(), v.diskName.length());
+  if (name == s.diskName) return true;
+  stateMismatch_ = {"disk name variable", 0, s.diskName, name};
+  return false;
+}
+
+bool Run::compare(const char* what, bool previous, int result, int expectedResult,
+                  const std::string& expectedMessages, const void* root) {
+  ++flattenings;
+  const std::string messages = errors_.take();
+  if (messages != expectedMessages) {
+    report(what, previous, {"the error stream", 0, expectedMessages, messages});
+    return false;
+  }
+  if (result != expectedResult) {
+    report(what, previous,
+           {"the result", 0, std::to_string(expectedResult), std::to_string(result)});
+    return false;
+  }
+  Mismatch mismatch;
+  if (!tree().equals(root, mismatch)) {
+    report(what, previous, mismatch);
+    return false;
+  }
+  blocksCompared += tree().blocks();
+  for (const bool each : {false, true}) {
+    if (checkState(each)) continue;
+    report(what, previous, stateMismatch_);
+    return false;
+  }
+  return true;
+}
+
+Tree& Run::tree() {
+  static Tree tree;  // keeps its memory from job to job
+  return tree;
+}
+
+bool Run::flattenBoth(BKQJob& job, const JobPlan& plan, const char* what) {
+  const bool first = random_.chance(1, 2);
+  return flatten(job, plan, first, what) && flatten(job, plan, !first, what);
+}
+
+bool Run::flatten(BKQJob& job, const JobPlan& plan, bool previous, const char* what) {
+  const Call call = drawer_.call(plan, previous);
+  call_ = "overload " + std::to_string(call.form);
+  Expectation expectation(tree(), states_[previous], previous, zone_->standardOffset);
+  const int expected = expectation.job(plan, call);
+  void* root = nullptr;
+  const int result = convert(job, plan.jobClass, call, root);
+  if (!compare(what, previous, result, expected, expectation.messages(), root)) return false;
+  if (expected == 1 && call.form == 0 && random_.chance(1, 12)) {
+    const std::string problem = checkAllHandedOut(job, plan, random_);
+    if (!problem.empty()) {
+      report(what, previous, {"lists after it", 0, "", problem});
+      return false;
+    }
+  }
+  if (random_.chance(1, 16) && !throughImage(root, previous, what)) return false;
+  if (random_.chance(1, 2)) {
+    tree().freeFound(true);
+    return true;
+  }
+  BkoqFreed freed = {};
+  const BkoqStatus status =
+      bkoqFree(root, previous ? BKOQ_LAYOUT_PREVIOUS : BKOQ_LAYOUT_CURRENT, &freed);
+  if (status == BKOQ_OK && freed.blocks == tree().blocks() && freed.notFreed == 0) return true;
+  report(what, previous,
+         {"blocks freed", 0, std::to_string(tree().blocks()), std::to_string(freed.blocks)});
+  return false;
+}
+
+int Run::keepImage(void* image, const char* bytes, size_t size) {
+  static_cast<std::string*>(image)->append(bytes, size);
+  return 0;
+}
+
+bool Run::throughImage(void* root, bool previous, const char* what) {
+  std::string image;
+  BkoqLayout layout = previous ? BKOQ_LAYOUT_PREVIOUS : BKOQ_LAYOUT_CURRENT;
+  BkoqImageError error = {};
+  const bool written = bkoqWriteImage(root, layout, keepImage, &image, &error) == BKOQ_OK;
+  void* again = nullptr;
+  if (!written || bkoqReadImage(image.data(), image.size(), &layout, &again, &error) != BKOQ_OK ||
+      (layout == BKOQ_LAYOUT_PREVIOUS) != previous) {
+    report(what, previous, {"its image", 0, "", error.text});
+    return false;
+  }
+  Mismatch mismatch;
+  if (!tree().equals(again, mismatch)) {
+    mismatch.path = "its image > " + mismatch.path;
+    report(what, previous, mismatch);
+    return false;
+  }
+  std::uint32_t differences = 1;
+  if (bkoqCompare(root, layout, again, layout, 1, nullptr, nullptr, &differences) != BKOQ_OK ||
+      differences != 0) {
+    report(what, previous, {"its image", 0, "0 differences", std::to_string(differences)});
+    return false;
+  }
+  bkoqFree(again, layout, nullptr);
+  return tree().equals(root, mismatch);
+}
+
+void Run::change(BKQJob& job) {
+  const auto set = [&](Attribute<Text>& attribute) {
+    attribute.isSet = true;
+    attribute.value = drawer_.text();
+    return attribute.value.c_str();
+  };
+  const auto often = [&] { return random_.chance(1, 3); };
+  job.setComments(set(plan_->comments));
+  if (plan_->fax) job.getFaxInfo()->setUserName(set(plan_->fax->user));
+  if (plan_->email) job.getEMailInfo()->setUserName(set(plan_->email->user));
+  if (plan_->printQueue) job.getPrintQueue()->setUserName(set(plan_->printQueue->user));
+  if (plan_->schedule && plan_->schedule->mask) {
+    for (const auto& unit : plan_->schedule->mask->units) {
+      const auto found = builder_.find<BKQJobUnit>(*unit);
+      if (found == nullptr || !often()) continue;
+      unit->jobType = random_.below(300);
+      unit->jobType.isSet = true;
+      found->setJobType(static_cast<BKQJobUnit::BKQCruiseJobType>(unit->jobType.value));
+    }
+  }
+  const auto changeFilters = [&](const List<FilterPlan>& filters) {
+    for (const auto& filter : filters) {
+      if (!often()) continue;
+      filter->kind = random_.below(3);
+      filter->kind.isSet = true;
+      builder_.made<BKQFilter>(*filter).setInclExcl(
+          static_cast<BKQFilter::BKQInclExclType>(filter->kind.value));
+    }
+  };
+  changeFilters(plan_->filters);
+  for (const auto* nodes : {&plan_->sources, &plan_->destinations}) {
+    for (const auto& node : *nodes) {
+      if (often()) builder_.made<BKQNode>(*node).setNodeOSver(set(node->osVersion));
+      changeFilters(node->filters);
+      for (const auto& disk : node->disks) {
+        if (often()) builder_.made<BKQDisk>(*disk).setPassword(set(disk->password));
+        changeFilters(disk->filters);
+        for (const auto& item : disk->items) {
+          if (!often()) continue;
+          item->path = drawer_.text();
+          builder_.made<BKQDiskItem>(*item).setPath(item->path.c_str());
+        }
+      }
+      for (const auto& tape : node->tapes) {
+        if (often()) builder_.made<BKQTape>(*tape).setPath(set(tape->path));
+        changeFilters(tape->filters);
+        if (tape->extension && often()) {
+          builder_.made<BKQTapeXtension>(*tape->extension).setDBuser(set(tape->extension->user));
+        }
+        for (const auto& item : tape->items) {
+          if (!often()) continue;
+          builder_.made<BKQTapeItem>(*item).setFileOrDir(set(item->fileOrDir));
+        }
+      }
+    }
+  }
+}
+
+int Run::convert(BKQJob& job, JobClass jobClass, const Call& call, void*& root) {
+  RWSlistCollectables disks;
+  std::vector<std::unique_ptr<RWCollectableString>> names;
+  for (const Text& name : call.disks) {
+    names.emplace_back(new RWCollectableString(name.c_str()));
+    disks.insert(names.back().get());
+  }
+  const JobFamily family = lineOf(jobClass).family;
+  Arguments arguments;
+  arguments.name = builder_.text(isBackup(jobClass) ? call.nodeName : call.tapeName);
+  arguments.disks = &disks;
+  arguments.unixKind = call.unixKind;
+  arguments.unixText = builder_.text(call.unixText);
+  arguments.session = call.session;
+  arguments.overridePath = builder_.text(call.overridePath);
+  return call.previous ? convertBy<PreviousLayout>(call.form, job, family, arguments, root)
+                       : convertBy<CurrentLayout>(call.form, job, family, arguments, root);
+}
+
+std::uint64_t Run::blocksCompared = 0;
+std::uint64_t Run::flattenings = 0;
+
+}  // namespace bkoq::test

@@ -1,0 +1,114 @@
+#ifndef BKOQ_TESTS_RANDOM_RUN_H_
+#define BKOQ_TESTS_RANDOM_RUN_H_
+
+#include <bkoq/bkoq.h>
+
+#include <cstdint>
+#include <memory>
+#include <set>
+#include <string>
+
+#include "tests/random/build.h"
+#include "tests/random/draw.h"
+#include "tests/random/error_stream.h"
+#include "tests/random/expect.h"
+#include "tests/random/plan.h"
+#include "tests/random/random.h"
+#include "tests/random/tree.h"
+
+namespace bkoq::test {
+
+struct Zone {
+  const char* rule;
+  std::int32_t standardOffset;
+};
+
+// One job: everything that is done with it follows from its seed.
+class Run {
+ public:
+  Run(std::uint64_t seed, ErrorStream& errors)
+      : seed_(seed), random_(seed), drawer_(random_), errors_(errors), builder_(random_) {}
+  ~Run();
+  Run(const Run&) = delete;
+  Run& operator=(const Run&) = delete;
+
+  // Whether all was as expected.
+  bool run();
+
+  static std::uint64_t blocksCompared;
+  static std::uint64_t flattenings;
+
+ private:
+  void setZone();
+
+  char* passwordOf(const Text& text);
+
+  void setState(bool previous);
+
+  void report(const char* what, bool previous, const Mismatch& mismatch);
+
+  bool checkValues(BKQJob& job, const JobPlan& plan, const char* what);
+
+  bool checkWord(const char* name, std::uint32_t expected, std::uint32_t got);
+
+  bool checkPassword(const char* name, bool expected, const Text& text, char* got);
+
+  bool checkState(bool previous);
+
+  // The result, the messages, the records and the variables of a conversion.
+  bool compare(const char* what, bool previous, int result, int expectedResult,
+               const std::string& expectedMessages, const void* root);
+
+  static Tree& tree();
+
+  bool flattenBoth(BKQJob& job, const JobPlan& plan, const char* what);
+
+  bool flatten(BKQJob& job, const JobPlan& plan, bool previous, const char* what);
+
+  static int keepImage(void* image, const char* bytes, size_t size);
+
+  // A tree that was stored and read again is still the expected one.
+  bool throughImage(void* root, bool previous, const char* what);
+
+  // Changes of the source and its parts after the copy: the copy sees those of shared parts.
+  void change(BKQJob& job);
+
+  template <class Object, class... Arguments>
+  static int convertTo(bool previous, Object& object, void*& record, Arguments&&... arguments) {
+    return previous ? object.convertToBK2_old(record, arguments...)
+                    : object.convertToBK2(record, arguments...);
+  }
+
+  int convert(BKQJob& job, JobClass jobClass, const Call& call, void*& root);
+
+  // Parts converted on their own, with whatever the variables hold.
+  bool convertParts();
+
+  bool convertSchedule();
+
+  template <class Expect, class Convert>
+  bool convertPart(const char* what, std::size_t size, Expect expect, Convert convert,
+                   int layout = -1);
+
+  bool convertNode(const NodePlan& plan);
+
+  bool convertDisk(const DiskPlan& plan);
+
+  bool convertTape(const TapePlan& plan);
+
+  std::uint64_t seed_;
+  Random random_;
+  Drawer drawer_;
+  ErrorStream& errors_;
+  const Zone* zone_ = nullptr;
+  std::shared_ptr<JobPlan> plan_;
+  State states_[2];
+  std::set<char*> passwords_;
+  std::string call_;
+  Mismatch stateMismatch_;
+  Builder builder_;
+};
+
+}  // namespace bkoq::test
+
+#endif  // BKOQ_TESTS_RANDOM_RUN_H_
