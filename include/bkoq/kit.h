@@ -40,7 +40,7 @@ typedef enum BkoqStatus {
   BKOQ_OTHER_LAYOUT  /**< a tree that looks like one of the other layout */
 } BkoqStatus;
 
-/** In words, such as "memory ran out"; never null. */
+/** What a status means, in words such as "memory ran out"; never null. */
 BKOQ_API const char* bkoqStatusText(BkoqStatus status);
 
 /** Whether a tree may be of this layout: BKOQ_OTHER_LAYOUT when it has something where this layout
