@@ -15,6 +15,7 @@
 #include "tests/catalog/classes.h"
 #include "tests/catalog/forms.h"
 #include "tests/catalog/kinds.h"
+#include "tests/catalog/layouts.h"
 
 namespace bkoq::test {
 namespace {
@@ -95,10 +96,12 @@ TEST(Catalogue, HasEveryKind) {
 TEST(Catalogue, HasEveryFormOfTheConversions) {
   Names forms;
   for (const FormLine& line : kForms) {
-    forms.insert(std::string(line.className) + "::convertToBK2(void*&" + line.parameters + ")");
-    forms.insert(std::string(line.className) + "::convertToBK2_old(void*&" + line.parameters + ")");
+    for (const char* suffix : {CurrentLayout::kSuffix, PreviousLayout::kSuffix}) {
+      forms.insert(std::string(line.className) + "::convertToBK2" + suffix + "(void*&" +
+                   line.parameters + ")");
+    }
   }
-  expectSame(exportedAs(R"((BKQ\w*(?:Job|Node)::convertToBK2(?:_old)?\(.*\)))", "$1"), forms,
+  expectSame(exportedAs(R"((BKQ\w*(?:Job|Node)::convertToBK2\w*\(.*\)))", "$1"), forms,
              "tests/catalog/forms.h");
 }
 

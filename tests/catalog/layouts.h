@@ -12,6 +12,7 @@ namespace bkoq::test {
 
 // The two layouts as tests see them: what a test of both takes as its type parameter.
 struct CurrentLayout {
+  static constexpr const char* kSuffix = "";  // of the names of its conversions
   static constexpr bool kPrevious = false;
   static constexpr BkoqLayout kLayout = BKOQ_LAYOUT_CURRENT;
   using Job = BKQJDATATRANSFER;
@@ -46,6 +47,7 @@ struct CurrentLayout {
 };
 
 struct PreviousLayout {
+  static constexpr const char* kSuffix = "_old";
   static constexpr bool kPrevious = true;
   static constexpr BkoqLayout kLayout = BKOQ_LAYOUT_PREVIOUS;
   using Job = BKQJDATATRANSFER_OLD;
@@ -77,6 +79,22 @@ struct PreviousLayout {
   static unsigned int& unixOptions() { return UNIX_OPTIONS_OLD; }
   static RWCollectableString& diskName() { return DISK_DISKNAME_OLD; }
 };
+
+// Both, in the order of their numbers.
+constexpr BkoqLayout kLayouts[] = {CurrentLayout::kLayout, PreviousLayout::kLayout};
+static_assert(kLayouts[0] == 0 && kLayouts[1] == 1, "tests index by the layout");
+
+// What `visit(CurrentLayout())` or `visit(PreviousLayout())` gives: from a layout at run time to
+// one at compile time.
+template <class Visitor>
+decltype(auto) visitLayout(BkoqLayout layout, Visitor&& visit) {
+  return layout == PreviousLayout::kLayout ? visit(PreviousLayout()) : visit(CurrentLayout());
+}
+
+// As messages name it.
+inline const char* layoutName(BkoqLayout layout) {
+  return layout == PreviousLayout::kLayout ? "previous" : "current";
+}
 
 // The layout whose state variables a conversion into `Layout` must not touch.
 template <class Layout>

@@ -44,7 +44,7 @@ void writeMachine(Script& script, bool isOverridden) {
   script.disk(0);
   script.within("Disk", [&] {
     script.texts({"C:", "key", "own"});
-    script.silent(5);  // only a user, an empty second text behind it
+    script.silent(5);  // only a user, an empty second text after it
     script.diskItem(0);
     if (isOverridden) {
       script.texts({"\\other"});
@@ -152,7 +152,7 @@ void failTapeForms(Job& job, const std::function<void(Script&, Tapes)>& write) {
       {[&](void*& out) { return L::convert(job, out, "T", session(9)); }, Tapes::kNone},
   };
   for (const auto& form : forms) {
-    Script script(L::kPrevious);
+    Script script(L::kLayout);
     write(script, form.wanted);
     failEveryAllocation(form.convert, script);
   }
@@ -228,7 +228,7 @@ void writeRestore(Script& script, Tapes wanted) {
       script.diskItem(0);
       script.texts({"accounts"});
     });
-    script.block("pszDiskPW2", 7, false);  // joined, an empty second text behind it
+    script.block("pszDiskPW2", 7, false);  // joined, an empty second text after it
   });
   script.node(2);
   script.within("DB Restore Node", [&] {

@@ -399,9 +399,9 @@ std::shared_ptr<JobPlan> Drawer::job(JobClass jobClass) {
   return job;
 }
 
-Call Drawer::call(const JobPlan& job, bool previous) {
+Call Drawer::call(const JobPlan& job, BkoqLayout layout) {
   Call call;
-  call.previous = previous;
+  call.layout = layout;
   const auto nodeName = [&] {
     if (job.sources.empty() || chance(1, 4)) return text();
     return job.sources[random_.below(static_cast<std::uint32_t>(job.sources.size()))]->name.value;
