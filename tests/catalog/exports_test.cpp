@@ -30,7 +30,7 @@ const std::vector<std::string>& exported() {
     for (std::string symbol; std::getline(list, symbol);) {
       int status = 0;
       char* name = abi::__cxa_demangle(symbol.c_str(), nullptr, nullptr, &status);
-      if (status == 0) read.emplace_back(name);
+      read.emplace_back(status == 0 ? name : symbol);
       std::free(name);
     }
     return read;
@@ -103,6 +103,16 @@ TEST(Catalogue, HasEveryFormOfTheConversions) {
   }
   expectSame(exportedAs(R"((BKQ\w*(?:Job|Node)::convertToBK2\w*\(.*\)))", "$1"), forms,
              "tests/catalog/forms.h");
+}
+
+TEST(Catalogue, HasEveryStateVariable) {
+  Names variables;
+#define BKOQ_ADD(type, name, variable) \
+  variables.insert(#variable);         \
+  variables.insert(#variable "_OLD");
+  BKOQ_STATE_VARIABLES(BKOQ_ADD)
+#undef BKOQ_ADD
+  expectSame(exportedAs("([A-Z0-9_]+)", "$1"), variables, "tests/catalog/layouts.h");
 }
 
 // What answers for an object says what the table of kinds says.

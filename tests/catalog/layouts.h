@@ -8,6 +8,24 @@
 #include <type_traits>
 #include <utility>
 
+// Every state variable, once. X(type, name, variable): that of the current layout; the previous
+// layout's has _OLD after its name.
+// clang-format off
+#define BKOQ_STATE_VARIABLES(X) \
+  X(unsigned int, newTapeTimeout, BK6_NEWTAPETIMEOUT) \
+  X(unsigned int, spanTapeTimeout, BK6_SPANTAPETIMEOUT) \
+  X(unsigned int, newTapeMethod, BK6_NEWTAPEMETHOD) \
+  X(unsigned int, spanTapeMethod, BK6_SPANTAPEMETHOD) \
+  X(char*, diskSessionPassword, BK6_DISKSESSIONPW) \
+  X(char*, tapeSessionPassword, BK6_TAPESESSIONPW) \
+  X(unsigned int, diskEncryption, DISK_ENCRYPTION) \
+  X(unsigned int, diskCompression, DISK_COMPRESSION) \
+  X(unsigned int, nodeNoEstimate, NODE_NOESTIMATE) \
+  X(unsigned int, currentNodeType, CURRENT_NODETYPE) \
+  X(unsigned int, unixOptions, UNIX_OPTIONS) \
+  X(RWCollectableString, diskName, DISK_DISKNAME)
+// clang-format on
+
 namespace bkoq::test {
 
 // The two layouts as tests see them: what a test of both takes as its type parameter.
@@ -32,18 +50,10 @@ struct CurrentLayout {
   // The name of a record in this layout's messages.
   static std::string name(const std::string& record) { return record; }
 
-  static unsigned int& newTapeTimeout() { return BK6_NEWTAPETIMEOUT; }
-  static unsigned int& spanTapeTimeout() { return BK6_SPANTAPETIMEOUT; }
-  static unsigned int& newTapeMethod() { return BK6_NEWTAPEMETHOD; }
-  static unsigned int& spanTapeMethod() { return BK6_SPANTAPEMETHOD; }
-  static char*& diskSessionPassword() { return BK6_DISKSESSIONPW; }
-  static char*& tapeSessionPassword() { return BK6_TAPESESSIONPW; }
-  static unsigned int& diskEncryption() { return DISK_ENCRYPTION; }
-  static unsigned int& diskCompression() { return DISK_COMPRESSION; }
-  static unsigned int& nodeNoEstimate() { return NODE_NOESTIMATE; }
-  static unsigned int& currentNodeType() { return CURRENT_NODETYPE; }
-  static unsigned int& unixOptions() { return UNIX_OPTIONS; }
-  static RWCollectableString& diskName() { return DISK_DISKNAME; }
+#define BKOQ_ACCESS(type, name, variable) \
+  static type& name() { return variable; }
+  BKOQ_STATE_VARIABLES(BKOQ_ACCESS)
+#undef BKOQ_ACCESS
 };
 
 struct PreviousLayout {
@@ -66,18 +76,10 @@ struct PreviousLayout {
 
   static std::string name(const std::string& record) { return record + "_OLD"; }
 
-  static unsigned int& newTapeTimeout() { return BK6_NEWTAPETIMEOUT_OLD; }
-  static unsigned int& spanTapeTimeout() { return BK6_SPANTAPETIMEOUT_OLD; }
-  static unsigned int& newTapeMethod() { return BK6_NEWTAPEMETHOD_OLD; }
-  static unsigned int& spanTapeMethod() { return BK6_SPANTAPEMETHOD_OLD; }
-  static char*& diskSessionPassword() { return BK6_DISKSESSIONPW_OLD; }
-  static char*& tapeSessionPassword() { return BK6_TAPESESSIONPW_OLD; }
-  static unsigned int& diskEncryption() { return DISK_ENCRYPTION_OLD; }
-  static unsigned int& diskCompression() { return DISK_COMPRESSION_OLD; }
-  static unsigned int& nodeNoEstimate() { return NODE_NOESTIMATE_OLD; }
-  static unsigned int& currentNodeType() { return CURRENT_NODETYPE_OLD; }
-  static unsigned int& unixOptions() { return UNIX_OPTIONS_OLD; }
-  static RWCollectableString& diskName() { return DISK_DISKNAME_OLD; }
+#define BKOQ_ACCESS(type, name, variable) \
+  static type& name() { return variable##_OLD; }
+  BKOQ_STATE_VARIABLES(BKOQ_ACCESS)
+#undef BKOQ_ACCESS
 };
 
 // Both, in the order of their numbers.

@@ -16,6 +16,7 @@
 #include <vector>
 
 #include "examples/nightly_job.h"
+#include "tests/catalog/forms.h"
 #include "tests/catalog/kinds.h"
 #include "tests/catalog/types.h"
 #include "tests/memory/failures.h"
@@ -226,6 +227,7 @@ class NightlyAs {
 };
 
 // Every form of the conversion of a backup.
+static_assert(formsOf(JobFamily::kBackup) == 5, "each form needs its rows here");
 template <class L, class Job>
 void failBackup(Job& job) {
   NameList noNames{};

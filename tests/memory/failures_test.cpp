@@ -18,6 +18,7 @@
 #include <vector>
 
 #include "examples/nightly_job.h"
+#include "tests/catalog/forms.h"
 #include "tests/catalog/kinds.h"
 #include "tests/catalog/types.h"
 #include "tests/memory/wrap_malloc.h"
@@ -137,7 +138,11 @@ void writeLibrary(Script& script, const char* password, Tapes wanted) {
   });
 }
 
-// Every form of the conversions that narrow the tapes.
+// Every form of the conversions that narrow the tapes; compares have two more, with a path.
+static_assert(formsOf(JobFamily::kRestore) == 2 && formsOf(JobFamily::kVerify) == 2 &&
+                  formsOf(JobFamily::kMerge) == 2 && formsOf(JobFamily::kScan) == 2 &&
+                  formsOf(JobFamily::kCompare) == 4,
+              "each form needs its rows here");
 template <class L, class Job>
 void failTapeForms(Job& job, const std::function<void(Script&, Tapes)>& write) {
   const auto session = [](int number) { return static_cast<unsigned short>(number); };

@@ -37,8 +37,8 @@ const Zone kZones[] = {{"UTC0", 0},
 
 Run::~Run() {
   for (const BkoqLayout layout : kLayouts) {
-    variables(layout).diskPassword = nullptr;
-    variables(layout).tapePassword = nullptr;
+    variables(layout).diskSessionPassword = nullptr;
+    variables(layout).tapeSessionPassword = nullptr;
   }
   for (char* password : passwords_) std::free(password);
 }
@@ -89,12 +89,12 @@ void Run::setState(BkoqLayout layout) {
   v.spanTapeTimeout = state.spanTapeTimeout;
   v.newTapeMethod = state.newTapeMethod;
   v.spanTapeMethod = state.spanTapeMethod;
-  v.diskPassword = state.hasDiskPassword ? passwordOf(state.diskPassword) : nullptr;
-  v.tapePassword = state.hasTapePassword ? passwordOf(state.tapePassword) : nullptr;
-  v.encryption = state.encryption;
-  v.compression = state.compression;
-  v.noEstimate = state.noEstimate;
-  v.nodeType = state.nodeType;
+  v.diskSessionPassword = state.hasDiskPassword ? passwordOf(state.diskPassword) : nullptr;
+  v.tapeSessionPassword = state.hasTapePassword ? passwordOf(state.tapePassword) : nullptr;
+  v.diskEncryption = state.encryption;
+  v.diskCompression = state.compression;
+  v.nodeNoEstimate = state.noEstimate;
+  v.currentNodeType = state.nodeType;
   v.unixOptions = state.unixOptions;
   v.diskName = state.diskName.c_str();
 }
@@ -139,13 +139,13 @@ bool Run::checkState(BkoqLayout layout) {
         checkWord("new-tape method variable", s.newTapeMethod, v.newTapeMethod) &&
         checkWord("span-tape method variable", s.spanTapeMethod, v.spanTapeMethod) &&
         checkPassword("disk password variable", s.hasDiskPassword, s.diskPassword,
-                      v.diskPassword) &&
+                      v.diskSessionPassword) &&
         checkPassword("tape password variable", s.hasTapePassword, s.tapePassword,
-                      v.tapePassword) &&
-        checkWord("encryption variable", s.encryption, v.encryption) &&
-        checkWord("compression variable", s.compression, v.compression) &&
-        checkWord("no-estimate variable", s.noEstimate, v.noEstimate) &&
-        checkWord("node type variable", s.nodeType, v.nodeType) &&
+                      v.tapeSessionPassword) &&
+        checkWord("encryption variable", s.encryption, v.diskEncryption) &&
+        checkWord("compression variable", s.compression, v.diskCompression) &&
+        checkWord("no-estimate variable", s.noEstimate, v.nodeNoEstimate) &&
+        checkWord("node type variable", s.nodeType, v.currentNodeType) &&
         checkWord("UNIX options variable", s.unixOptions, v.unixOptions))) {
     return false;
   }

@@ -9,27 +9,16 @@ namespace bkoq::test {
 
 // The state variables of a layout, as the library exports them.
 struct Variables {
-  unsigned int& newTapeTimeout;
-  unsigned int& spanTapeTimeout;
-  unsigned int& newTapeMethod;
-  unsigned int& spanTapeMethod;
-  char*& diskPassword;
-  char*& tapePassword;
-  unsigned int& encryption;
-  unsigned int& compression;
-  unsigned int& noEstimate;
-  unsigned int& nodeType;
-  unsigned int& unixOptions;
-  RWCollectableString& diskName;
+#define BKOQ_MEMBER(type, name, variable) type& name;
+  BKOQ_STATE_VARIABLES(BKOQ_MEMBER)
+#undef BKOQ_MEMBER
 };
 
 template <class Layout>
 Variables& variablesOf() {
-  static Variables variables = {
-      Layout::newTapeTimeout(),  Layout::spanTapeTimeout(),     Layout::newTapeMethod(),
-      Layout::spanTapeMethod(),  Layout::diskSessionPassword(), Layout::tapeSessionPassword(),
-      Layout::diskEncryption(),  Layout::diskCompression(),     Layout::nodeNoEstimate(),
-      Layout::currentNodeType(), Layout::unixOptions(),         Layout::diskName()};
+#define BKOQ_VALUE(type, name, variable) Layout::name(),
+  static Variables variables = {BKOQ_STATE_VARIABLES(BKOQ_VALUE)};
+#undef BKOQ_VALUE
   return variables;
 }
 inline Variables& variables(BkoqLayout layout) {
