@@ -2,7 +2,9 @@
 # documents and examples. Each component is a package: scripts/package makes those of Debian.
 include(CMakePackageConfigHelpers)
 
-set(package_dir ${CMAKE_INSTALL_LIBDIR}/cmake/bkoq)
+set(BKOQ_CMAKE_DIR ${CMAKE_INSTALL_LIBDIR}/cmake/bkoq CACHE STRING
+    "Where find_package() looks; on Debian not in lib32")
+set(package_dir ${BKOQ_CMAKE_DIR})
 
 install(DIRECTORY include/ DESTINATION ${CMAKE_INSTALL_INCLUDEDIR} COMPONENT development
         FILES_MATCHING PATTERN "*.h")

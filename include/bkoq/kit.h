@@ -38,7 +38,7 @@ typedef enum BkoqStatus {
   BKOQ_BAD_TREE      /**< a tree that no image can hold */
 } BkoqStatus;
 
-/** In words, such as "memory ran out"; never null. */
+/** What a status means, in words such as "memory ran out"; never null. */
 BKOQ_API const char* bkoqStatusText(BkoqStatus status);
 
 /* ------------------------------------------------------------------------------------ free */
