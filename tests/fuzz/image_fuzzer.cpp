@@ -29,7 +29,7 @@ std::uint32_t checksumOf(const Bytes& bytes) {
   return ~crc;
 }
 
-// Makes the header good, so that what lies behind it is reached, which no one could seal by chance.
+// Makes the header good, so that what comes after it is reached, which no one could seal by chance.
 // The layout and the number of blocks stay as they are.
 Bytes sealed(const std::uint8_t* data, std::size_t size) {
   Bytes bytes(data, data + size);
