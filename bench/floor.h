@@ -21,7 +21,7 @@ struct PlainFree {
   void operator()(void* job) const { freePlain(job); }
 };
 // A record tree that is freed so.
-using Tree = std::unique_ptr<void, PlainFree>;
+using PlainTree = std::unique_ptr<void, PlainFree>;
 
 }  // namespace bkoq::bench
 

@@ -23,7 +23,7 @@ constexpr Limit kFirst = {1.10};
 constexpr Limit kExponent = {1.10};
 constexpr Limit kNone = {0};
 
-struct Row {
+struct Workload {
   std::string shape;
   unsigned int elements;  // 1 for the typical job, which is counted as a whole
 
@@ -37,12 +37,12 @@ struct Row {
   bool counts() const { return elements == 1 || elements >= 1000; }
 };
 
-std::vector<Row> rowsOf(const std::vector<unsigned int>& sizes) {
-  std::vector<Row> rows = {{"typical job", 1}};
+std::vector<Workload> workloadsOf(const std::vector<unsigned int>& sizes) {
+  std::vector<Workload> workloads = {{"typical job", 1}};
   for (const Shape& shape : growingShapes()) {
-    for (const unsigned int elements : sizes) rows.push_back({shape.name, elements});
+    for (const unsigned int elements : sizes) workloads.push_back({shape.name, elements});
   }
-  return rows;
+  return workloads;
 }
 
 std::string perElement(double nanoseconds, unsigned int elements) {
@@ -54,14 +54,15 @@ std::string perElement(double nanoseconds, unsigned int elements) {
 void measureSteady() {
   Table::section("library / floor, steady: one process, again and again");
   std::vector<double> ratios;
-  for (const Row& row : rowsOf({100, 1000, 10000, 100000})) {
-    const Job content = row.content();
+  for (const Workload& workload : workloadsOf({100, 1000, 10000, 100000})) {
+    const Job content = workload.content();
     Model model(content);
-    expectSameTrees(row.name().c_str(), model, content);
+    expectSameTrees(workload.name().c_str(), model, content);
     const Comparison times = compareTimes([&] { freePlain(model.flatten()); },
                                           [&] { freePlain(flattenPlain(content)); }, 21);
-    Table::row(row.name(), times.ratio, &kRow, perElement(times.nanoseconds, row.elements));
-    if (row.counts()) ratios.push_back(times.ratio.median);
+    Table::row(workload.name(), times.ratio, &kRow,
+               perElement(times.nanoseconds, workload.elements));
+    if (workload.counts()) ratios.push_back(times.ratio.median);
   }
   Table::row("geometric mean, typical job and >= 1,000", geometricMean(ratios), &kSteady);
 }
@@ -70,9 +71,10 @@ void measureFirst() {
   Table::section("library / floor, first: the only flattening of a fresh process");
   const std::string program = besideThis("bkoq_bench_once");
   std::vector<double> ratios;
-  for (const Row& row : rowsOf({1000, 10000, 100000})) {
+  for (const Workload& workload : workloadsOf({1000, 10000, 100000})) {
     const auto once = [&](const char* side) {
-      return std::atof(outputOf({program, row.shape, std::to_string(row.elements), side}).c_str());
+      return std::atof(
+          outputOf({program, workload.shape, std::to_string(workload.elements), side}).c_str());
     };
     std::vector<double> rounds;
     std::vector<double> times;
@@ -85,7 +87,8 @@ void measureFirst() {
       times.push_back(time);
     }
     const Spread ratio = spreadOf(rounds);
-    Table::row(row.name(), ratio, nullptr, perElement(spreadOf(times).median, row.elements));
+    Table::row(workload.name(), ratio, nullptr,
+               perElement(spreadOf(times).median, workload.elements));
     ratios.push_back(ratio.median);
   }
   Table::row("geometric mean", geometricMean(ratios), &kFirst);
@@ -123,21 +126,23 @@ void measureGrowth() {
 void measureCounts() {
   Table::section("allocations and bytes of a flattening, beyond the floor's");
   const std::string program = besideThis("bkoq_bench_counts");
-  for (const Row& row : rowsOf({10000})) {
+  for (const Workload& workload : workloadsOf({10000})) {
     unsigned long long calls = 0;
     unsigned long long bytes = 0;
     unsigned long long floorCalls = 0;
     unsigned long long floorBytes = 0;
-    const std::string output = outputOf({program, row.shape, std::to_string(row.elements)});
+    const std::string output =
+        outputOf({program, workload.shape, std::to_string(workload.elements)});
     if (std::sscanf(output.c_str(), "%llu %llu %llu %llu", &calls, &bytes, &floorCalls,
                     &floorBytes) != 4) {
       std::abort();
     }
-    Table::row(row.name() + ", allocations",
+    Table::row(workload.name() + ", allocations",
                static_cast<double>(calls) - static_cast<double>(floorCalls), &kNone,
                "of " + countText(calls));
-    Table::row(row.name() + ", bytes", static_cast<double>(bytes) - static_cast<double>(floorBytes),
-               &kNone, "of " + countText(bytes));
+    Table::row(workload.name() + ", bytes",
+               static_cast<double>(bytes) - static_cast<double>(floorBytes), &kNone,
+               "of " + countText(bytes));
   }
 }
 
@@ -148,12 +153,12 @@ void measureInstructions() {
     return;
   }
   const std::string program = besideThis("bkoq_bench_once");
-  for (const Row& row : rowsOf({10000})) {
+  for (const Workload& workload : workloadsOf({10000})) {
     const auto instructions = [&](const char* side) {
       const std::string output =
           outputOf({"valgrind", "--tool=callgrind", "--toggle-collect=benchFlattenOnce",
-                    "--callgrind-out-file=/dev/null", program, row.shape,
-                    std::to_string(row.elements), side});
+                    "--callgrind-out-file=/dev/null", program, workload.shape,
+                    std::to_string(workload.elements), side});
       const std::size_t at = output.find("Collected : ");
       return at == std::string::npos ? 0.0 : std::atof(output.c_str() + at + 12);
     };
@@ -165,9 +170,9 @@ void measureInstructions() {
     }
     char remark[96];
     std::snprintf(remark, sizeof remark, "%.1f of the library, %.1f of the floor",
-                  library / row.elements, floor / row.elements);
-    Table::row(row.name(), library / floor, nullptr,
-               std::string(remark) + (row.elements == 1 ? "" : " an element"));
+                  library / workload.elements, floor / workload.elements);
+    Table::row(workload.name(), library / floor, nullptr,
+               std::string(remark) + (workload.elements == 1 ? "" : " an element"));
   }
 }
 

@@ -86,8 +86,8 @@ void measurePeer() {
     const Job& content = job.second;
     Model model(content);
     const PeerModel objects(content);
-    const auto flatten = [&] { return Tree(model.flatten()); };
-    const auto flattenFloor = [&] { return Tree(flattenPlain(content)); };
+    const auto flatten = [&] { return PlainTree(model.flatten()); };
+    const auto flattenFloor = [&] { return PlainTree(flattenPlain(content)); };
     const auto pack = [&] { return packPlain(content); };
     const auto packObjects = [&] { return objects.pack(); };
     const Timing fillAndPack = timingOf([&] { PeerModel(content).pack(); });
@@ -101,9 +101,9 @@ void measurePeer() {
         {timingOf(flatten), timingOf(flattenFloor), timingOf(pack)},
         {timingOf(flatten), timingOf(flattenFloor), timingOf(packObjects)},
         {timingOf(flatten), timingOf(flattenFloor), fillAndPack},
-        {timingOf([&] { Tree(Model(content).flatten()); }), timingOf([&] {
+        {timingOf([&] { PlainTree(Model(content).flatten()); }), timingOf([&] {
            const Job copy = content;
-           Tree(flattenPlain(copy));
+           PlainTree(flattenPlain(copy));
          }),
          fillAndPack}};
     for (std::size_t i = 0; i < std::size(peers); ++i) {

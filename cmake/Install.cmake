@@ -2,7 +2,9 @@
 # documents and examples. Each component is a package: scripts/package makes those of Debian.
 include(CMakePackageConfigHelpers)
 
-set(package_dir ${CMAKE_INSTALL_LIBDIR}/cmake/bkoq)
+set(BKOQ_CMAKE_DIR ${CMAKE_INSTALL_LIBDIR}/cmake/bkoq CACHE STRING
+    "Where find_package() looks; on Debian not in lib32")
+set(package_dir ${BKOQ_CMAKE_DIR})
 
 install(DIRECTORY include/ DESTINATION ${CMAKE_INSTALL_INCLUDEDIR} COMPONENT development
         FILES_MATCHING PATTERN "*.h")
@@ -35,6 +37,7 @@ endforeach()
 
 # What help texts and headers name.
 install(DIRECTORY docs/ DESTINATION ${CMAKE_INSTALL_DOCDIR} COMPONENT documentation
-        FILES_MATCHING PATTERN "*.md" PATTERN testing.md EXCLUDE PATTERN site EXCLUDE)
+        FILES_MATCHING PATTERN "*.md" PATTERN "*.schema.json" PATTERN testing.md EXCLUDE
+        PATTERN site EXCLUDE)
 install(DIRECTORY examples DESTINATION ${CMAKE_INSTALL_DOCDIR} COMPONENT documentation
         PATTERN CMakeLists.txt EXCLUDE PATTERN __pycache__ EXCLUDE)

@@ -71,8 +71,10 @@ class Image:
         if len(data) < 32 or data[:8] != b"BKQIMAGE":
             raise ValueError("not an image of a job")
         version, layout, size, self.next, self.blocks, crc = struct.unpack_from("<6I", data, 8)
-        if version != 1 or layout not in (1, 2) or size != len(data) or self.next != 32:
+        if version != 1 or layout not in (1, 2) or self.next != 32:
             raise ValueError("a bad header")
+        if size != len(data) or size % 4 != 0:
+            raise ValueError(f"a bad header: {size} bytes, where there are {len(data)}")
         if crc != zlib.crc32(data[:28] + bytes(4) + data[32:]):
             raise ValueError("a bad checksum")
         self.data, self.previous = data, layout == 2
@@ -82,12 +84,16 @@ class Image:
         if offset != self.next or offset + size > len(self.data):
             raise ValueError(f"{path}: no block of {size} bytes at {offset}")
         self.next += size + -size % 4
+        if any(self.data[offset + size:self.next]):
+            raise ValueError(f"{path}: padding that is not zero after the block at {offset}")
         self.blocks -= 1
 
     def texts(self, path, offset, count):
         end, texts = offset, []
         for _ in range(count):
-            begin, end = end, self.data.index(0, end) + 1
+            begin, end = end, self.data.find(0, end) + 1
+            if end == 0:
+                raise ValueError(f"{path}: a text without an end at {begin}")
             texts.append(self.data[begin:end - 1].decode("utf-8", "backslashreplace"))
         self.take(path, offset, end - offset)
         return texts

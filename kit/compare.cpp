@@ -2,10 +2,12 @@
 #include <vector>
 
 #include "bkoq/kit.h"
+#include "kit/align.h"
 #include "kit/guard.h"
 #include "kit/json.h"
 #include "kit/output.h"
 #include "kit/path.h"
+#include "kit/pattern.h"
 #include "kit/style.h"
 #include "kit/text.h"
 #include "kit/value.h"
@@ -21,9 +23,10 @@ struct Difference {
   const Path& otherPath;
   const char* record;
   std::uint32_t offset;
-  Side first;  // both null for an element that only one tree has
+  BkoqChange change;
+  Side first;  // both null for an element
   Side second;
-  bool isInFirst;  // such an element
+  const char* name;  // of an element; null without one
 };
 
 bool isNumber(FieldKind kind) {
@@ -83,8 +86,20 @@ class Comparer {
     return fields;
   }
 
+  // The array that a field counts when both records have one: its elements tell the rest.
+  static bool countsArray(const FieldView& count) {
+    if (count.def().kind != FieldKind::kCount) return false;
+    return !forEachField(count.record(), [&](const FieldView& field) {
+      return field.kind() != FieldKind::kArray || field.def().countOffset != count.def().offset ||
+             field.pointer() == nullptr;
+    });
+  }
+
   bool fields(Side first, Side second) {
     const Side named = first != nullptr ? first : second;
+    if (first != nullptr && second != nullptr && countsArray(*first) && countsArray(*second)) {
+      return true;
+    }
     const Path::Mark mark = path_.append(named->def().name);
     const Path::Mark otherMark =
         otherPath_.append((second != nullptr ? second : first)->def().name);
@@ -126,37 +141,42 @@ class Comparer {
 
   bool elements(const FieldView& first, const Block& firstBlock, const FieldView& second,
                 const Block& secondBlock) {
-    const bool isArray = first.def().kind == FieldKind::kArray;
-    const std::uint32_t count = std::max(firstBlock.count, secondBlock.count);
-    for (std::uint32_t i = 0; i < count; ++i) {
-      Path::Mark mark = path_.mark();
-      Path::Mark otherMark = otherPath_.mark();
-      if (isArray) {
-        mark = path_.appendIndex(i);
-        otherMark = otherPath_.appendIndex(i);
-      }
-      const std::uint32_t size = first.target()->size;
+    if (first.def().kind != FieldKind::kArray) {
+      return records(first.elementAt(firstBlock.bytes), second.elementAt(secondBlock.bytes));
+    }
+    const Alignment alignment(first, firstBlock, second, secondBlock);
+    return alignment.forEachPair([&](const ElementPair& pair) {
+      const bool isInFirst = pair.first != kNoElement;
+      const bool isInSecond = pair.second != kNoElement;
+      const Path::Mark mark = path_.appendIndex(isInFirst ? pair.first : pair.second);
+      const Path::Mark otherMark = otherPath_.appendIndex(isInSecond ? pair.second : pair.first);
+      RecordView a;
+      RecordView b;
+      if (isInFirst) a = first.elementAt(firstBlock.bytes + pair.first * first.target()->size);
+      if (isInSecond) b = second.elementAt(secondBlock.bytes + pair.second * second.target()->size);
       bool goesOn = true;
-      if (i >= firstBlock.count || i >= secondBlock.count) {
-        const bool isInFirst = i < firstBlock.count;
-        const char* record = (isInFirst ? first : second).target()->name;
-        goesOn =
-            report_(Difference{path_, otherPath_, record, i * size, nullptr, nullptr, isInFirst});
+      if (!isInFirst) {
+        goesOn = element(BKOQ_ADDED, b, pair.second);
+      } else if (!isInSecond) {
+        goesOn = element(BKOQ_REMOVED, a, pair.first);
       } else {
-        goesOn = records(first.elementAt(firstBlock.bytes + i * size),
-                         second.elementAt(secondBlock.bytes + i * size));
+        goesOn = (!pair.hasMoved || element(BKOQ_MOVED, a, pair.first)) && records(a, b);
       }
       path_.cut(mark);
       otherPath_.cut(otherMark);
-      if (!goesOn) return false;
-    }
-    return true;
+      return goesOn;
+    });
+  }
+
+  bool element(BkoqChange change, const RecordView& element, std::uint32_t index) {
+    return report_(Difference{path_, otherPath_, element.def->name, index * element.def->size,
+                              change, nullptr, nullptr, elementName(element)});
   }
 
   bool differ(Side first, Side second) {
     const Side named = first != nullptr ? first : second;
     return report_(Difference{path_, otherPath_, named->record().def->name, named->def().offset,
-                              first, second, false});
+                              BKOQ_CHANGED, first, second, nullptr});
   }
 
   const Report& report_;
@@ -170,88 +190,150 @@ bool compare(const RecordView& first, const RecordView& second, const Report& re
 }
 
 bool isMaskedIn(Side side, bool showSecrets) {
-  if (showSecrets || side == nullptr || side->def().secret == Secret::kNone) return false;
-  const std::vector<ShownText> texts = shownTexts(*side, blockOf(*side), false);
-  return std::any_of(texts.begin(), texts.end(),
-                     [](const ShownText& shown) { return shown.isMasked; });
-}
-
-// Without the numbers of blocks, which are not the same in two trees that differ.
-std::string wordsFor(Side side, bool showSecrets) {
-  if (side == nullptr) return "absent";
-  const Block block = blockOf(*side);
-  if (block.bytes != nullptr && side->target() != nullptr) return contentName(*side, block);
-  Value value = describe(*side, block, showSecrets);
-  if (!value.texts.empty()) value.lead.clear();
-  std::string words = oneLine(value);
-  if (!value.comment.empty() && side->kind() != FieldKind::kReserved) {
-    words += " (" + value.comment + ")";
-  }
-  return words;
-}
-
-std::string oldWords(const Difference& difference, bool showSecrets) {
-  if (difference.first == nullptr && difference.second == nullptr) {
-    return difference.isInFirst ? difference.record : "absent";
-  }
-  return wordsFor(difference.first, showSecrets);
-}
-
-std::string newWords(const Difference& difference, bool showSecrets) {
-  if (difference.first == nullptr && difference.second == nullptr) {
-    return difference.isInFirst ? "absent" : difference.record;
-  }
-  return wordsFor(difference.second, showSecrets);
+  return side != nullptr && side->def().secret != Secret::kNone &&
+         isMasked(*side, blockOf(*side), showSecrets);
 }
 
 bool isMasked(const Difference& difference, bool showSecrets) {
   return isMaskedIn(difference.first, showSecrets) || isMaskedIn(difference.second, showSecrets);
 }
 
-// The last part of a path.
-std::string lastName(const Path& path) {
-  const std::string text = path.text();
-  return text.substr(text.rfind('.') + 1);
-}
-
-std::string textLine(const Difference& difference, bool showSecrets, const Style& style) {
-  std::string line = style.name(difference.path.text());
-  if (std::strcmp(difference.path.text(), difference.otherPath.text()) != 0) {
-    line += " / " + style.name(lastName(difference.otherPath));
+// Without the numbers of blocks, which are not the same in two trees that differ.
+void putSide(Output& out, Side side, bool showSecrets) {
+  if (side == nullptr) return out.put("absent");
+  const Block block = blockOf(*side);
+  if (block.bytes != nullptr && side->target() != nullptr) {
+    return out.put(contentName(*side, block));
   }
-  line += " " + style.faint("(" + std::string(difference.record) + "+" +
-                            std::to_string(difference.offset) + ")");
-  line += ": " + style.removed(oldWords(difference, showSecrets)) + " -> " +
-          style.added(newWords(difference, showSecrets));
-  if (isMasked(difference, showSecrets)) line += " " + style.faint("(masked)");
-  return line + "\n";
+  Value value = describe(*side, block);
+  if (value.hasTexts) value.lead.clear();
+  putValue(out, value, *side, block, showSecrets);
+  if (!value.comment.empty() && side->kind() != FieldKind::kReserved) {
+    out.put(" (" + value.comment + ")");
+  }
 }
 
-std::string jsonSide(Side side, bool showSecrets) {
-  if (side == nullptr) return "null";
-  return "{" + jsonValue(*side, blockOf(*side), showSecrets) + "}";
+// "BKNODE "ledger"".
+void putElement(Output& out, const Difference& difference) {
+  out.put(difference.record);
+  if (difference.name == nullptr) return;
+  out.put(" ");
+  putQuoted(out, difference.name);
 }
 
-std::string jsonDifference(const Difference& difference, bool showSecrets) {
-  std::string text = "{\"path\": " + jsonQuoted(difference.path.text()) +
-                     ", \"otherPath\": " + jsonQuoted(difference.otherPath.text()) +
-                     ", \"record\": \"" + difference.record +
-                     "\", \"offset\": " + std::to_string(difference.offset);
-  if (difference.first == nullptr && difference.second == nullptr) {
-    const std::string element =
-        "{\"kind\": \"record\", \"value\": \"" + std::string(difference.record) + "\"}";
-    text += ", \"old\": " + (difference.isInFirst ? element : "null");
-    text += ", \"new\": " + (difference.isInFirst ? "null" : element);
+void putOld(Output& out, const Difference& difference, bool showSecrets) {
+  if (difference.change == BKOQ_CHANGED) return putSide(out, difference.first, showSecrets);
+  if (difference.change == BKOQ_ADDED) return out.put("absent");
+  putElement(out, difference);
+}
+
+void putNew(Output& out, const Difference& difference, bool showSecrets) {
+  if (difference.change == BKOQ_CHANGED) return putSide(out, difference.second, showSecrets);
+  if (difference.change == BKOQ_REMOVED) return out.put("absent");
+  putElement(out, difference);
+}
+
+// What of the path in the second tree is another: its last name, or all of it.
+std::string otherName(const Difference& difference) {
+  const std::string path = difference.path.text();
+  const std::string other = difference.otherPath.text();
+  const std::size_t last = other.rfind('.') + 1;
+  return path.compare(0, last, other, 0, last) == 0 && other.back() != ']' ? other.substr(last)
+                                                                           : other;
+}
+
+void putTextLine(Output& out, const Difference& difference, bool showSecrets, const Style& style) {
+  out.put(style.name(difference.path.text()));
+  const bool isElsewhere = std::strcmp(difference.path.text(), difference.otherPath.text()) != 0;
+  if (isElsewhere && difference.change != BKOQ_MOVED) {
+    out.put(" / " + style.name(otherName(difference)));
+  }
+  out.put(" " +
+          style.faint("(" + std::string(difference.record) + "+" +
+                      std::to_string(difference.offset) + ")") +
+          ": ");
+  if (difference.change == BKOQ_MOVED) {
+    putElement(out, difference);
+    return out.put(" moved to " + style.name(difference.otherPath.text()) + "\n");
+  }
+  out.put(style.removedStart());
+  putOld(out, difference, showSecrets);
+  out.put(style.end());
+  out.put(" -> ");
+  out.put(style.textStart());
+  putNew(out, difference, showSecrets);
+  out.put(style.end());
+  if (isMasked(difference, showSecrets)) out.put(" " + style.faint("(masked)"));
+  out.put("\n");
+}
+
+void putJsonSide(Output& out, Side side, bool showSecrets) {
+  if (side == nullptr) return out.put("null");
+  out.put("{");
+  putJsonValue(out, *side, blockOf(*side), showSecrets);
+  out.put("}");
+}
+
+void putJsonElement(Output& out, const Difference& difference, bool isThere) {
+  if (!isThere) return out.put("null");
+  out.put("{\"kind\": \"record\", \"value\": \"" + std::string(difference.record) + "\"");
+  if (difference.name != nullptr) {
+    out.put(", \"name\": ");
+    putJsonText(out, difference.name);
+  }
+  out.put("}");
+}
+
+const char* changeName(BkoqChange change) {
+  switch (change) {
+    case BKOQ_ADDED:
+      return "added";
+    case BKOQ_REMOVED:
+      return "removed";
+    case BKOQ_MOVED:
+      return "moved";
+    default:
+      return "changed";
+  }
+}
+
+void putJsonDifference(Output& out, const Difference& difference, bool showSecrets) {
+  out.put(std::string("{\"change\": \"") + changeName(difference.change) +
+          "\", \"path\": " + jsonQuoted(difference.path.text()) + ", \"otherPath\": " +
+          jsonQuoted(difference.otherPath.text()) + ", \"record\": \"" + difference.record +
+          "\", \"offset\": " + std::to_string(difference.offset) + ", \"old\": ");
+  if (difference.change == BKOQ_CHANGED) {
+    putJsonSide(out, difference.first, showSecrets);
+    out.put(", \"new\": ");
+    putJsonSide(out, difference.second, showSecrets);
   } else {
-    text += ", \"old\": " + jsonSide(difference.first, showSecrets);
-    text += ", \"new\": " + jsonSide(difference.second, showSecrets);
+    putJsonElement(out, difference, difference.change != BKOQ_ADDED);
+    out.put(", \"new\": ");
+    putJsonElement(out, difference, difference.change != BKOQ_REMOVED);
   }
-  return text + "}";
+  out.put("}");
+}
+
+// Whether a difference is at a path that was asked for. An element that only one tree has is also
+// about all that lies in it.
+bool isWanted(const Difference& difference, const BkoqPaths& paths) {
+  const auto isAbout = [&](const char* const* patterns, bool withInner) {
+    for (; *patterns != nullptr; ++patterns) {
+      for (const Path* path : {&difference.path, &difference.otherPath}) {
+        if (covers(*patterns, path->text())) return true;
+        if (withInner && leadsTo(*patterns, path->text())) return true;
+      }
+    }
+    return false;
+  };
+  const bool isElement = difference.change == BKOQ_ADDED || difference.change == BKOQ_REMOVED;
+  if (paths.ignored != nullptr && isAbout(paths.ignored, false)) return false;
+  return paths.only == nullptr || isAbout(paths.only, isElement);
 }
 
 BkoqStatus printDifferences(const RecordView& first, const RecordView& second,
-                            const BkoqPrintOptions& options, BkoqSink sink, void* user,
-                            std::uint32_t& count) {
+                            const BkoqPrintOptions& options, const BkoqPaths& paths, BkoqSink sink,
+                            void* user, std::uint32_t& count) {
   const bool showSecrets = options.showSecrets != 0;
   const bool isJson = options.format == BKOQ_FORMAT_JSON;
   if (!isJson && options.format != BKOQ_FORMAT_TEXT) return BKOQ_BAD_ARGUMENT;
@@ -262,11 +344,12 @@ BkoqStatus printDifferences(const RecordView& first, const RecordView& second,
             "\", \"" + layoutName(second.layout) + "\"],\n  \"differences\": [");
   }
   compare(first, second, [&](const Difference& difference) {
+    if (!isWanted(difference, paths)) return !out.failed();
     if (isJson) {
       out.put(count > 0 ? ",\n    " : "\n    ");
-      out.put(jsonDifference(difference, showSecrets));
+      putJsonDifference(out, difference, showSecrets);
     } else {
-      out.put(textLine(difference, showSecrets, style));
+      putTextLine(out, difference, showSecrets, style);
     }
     ++count;
     return !out.failed();
@@ -278,21 +361,25 @@ BkoqStatus printDifferences(const RecordView& first, const RecordView& second,
 }  // namespace
 }  // namespace bkoq::kit
 
-BkoqStatus bkoqCompare(const void* first, BkoqLayout firstLayout, const void* second,
-                       BkoqLayout secondLayout, int showSecrets, BkoqDifferenceVisitor visitor,
-                       void* user, uint32_t* count) {
+BkoqStatus bkoqCompareChanges(const void* first, BkoqLayout firstLayout, const void* second,
+                              BkoqLayout secondLayout, int showSecrets, const BkoqPaths* paths,
+                              BkoqChangeVisitor visitor, void* user, uint32_t* count) {
   using namespace bkoq::kit;
   std::uint32_t found = 0;
   if (count != nullptr) *count = 0;
   if (first == nullptr || second == nullptr || !isLayout(firstLayout) || !isLayout(secondLayout)) {
     return BKOQ_BAD_ARGUMENT;
   }
+  const BkoqPaths wanted = paths != nullptr ? *paths : BkoqPaths{};
   const BkoqStatus status = guarded([&] {
     const auto report = [&](const Difference& difference) {
+      if (!isWanted(difference, wanted)) return true;
       ++found;
       if (visitor == nullptr) return true;
-      const std::string oldValue = oldWords(difference, showSecrets != 0);
-      const std::string newValue = newWords(difference, showSecrets != 0);
+      const std::string oldValue =
+          printedBy([&](Output& out) { putOld(out, difference, showSecrets != 0); });
+      const std::string newValue =
+          printedBy([&](Output& out) { putNew(out, difference, showSecrets != 0); });
       const BkoqDifference visit = {difference.path.text(),
                                     difference.otherPath.text(),
                                     difference.record,
@@ -300,7 +387,7 @@ BkoqStatus bkoqCompare(const void* first, BkoqLayout firstLayout, const void* se
                                     oldValue.c_str(),
                                     newValue.c_str(),
                                     isMasked(difference, showSecrets != 0) ? 1 : 0};
-      return visitor(&visit, user) == 0;
+      return visitor(&visit, difference.change, user) == 0;
     };
     return compare(RecordView::job(first, firstLayout), RecordView::job(second, secondLayout),
                    report)
@@ -311,9 +398,24 @@ BkoqStatus bkoqCompare(const void* first, BkoqLayout firstLayout, const void* se
   return status;
 }
 
-BkoqStatus bkoqPrintDifferences(const void* first, BkoqLayout firstLayout, const void* second,
-                                BkoqLayout secondLayout, const BkoqPrintOptions* options,
-                                BkoqSink sink, void* user, uint32_t* count) {
+BkoqStatus bkoqCompare(const void* first, BkoqLayout firstLayout, const void* second,
+                       BkoqLayout secondLayout, int showSecrets, BkoqDifferenceVisitor visitor,
+                       void* user, uint32_t* count) {
+  struct Inner {
+    BkoqDifferenceVisitor visitor;
+    void* user;
+  } inner{visitor, user};
+  const BkoqChangeVisitor visit = [](const BkoqDifference* difference, BkoqChange, void* outer) {
+    const auto& inner = *static_cast<const Inner*>(outer);
+    return inner.visitor(difference, inner.user);
+  };
+  return bkoqCompareChanges(first, firstLayout, second, secondLayout, showSecrets, nullptr,
+                            visitor != nullptr ? visit : nullptr, &inner, count);
+}
+
+BkoqStatus bkoqPrintChanges(const void* first, BkoqLayout firstLayout, const void* second,
+                            BkoqLayout secondLayout, const BkoqPrintOptions* options,
+                            const BkoqPaths* paths, BkoqSink sink, void* user, uint32_t* count) {
   using namespace bkoq::kit;
   std::uint32_t found = 0;
   if (count != nullptr) *count = 0;
@@ -324,8 +426,16 @@ BkoqStatus bkoqPrintDifferences(const void* first, BkoqLayout firstLayout, const
   const BkoqStatus status = guarded([&] {
     return printDifferences(RecordView::job(first, firstLayout),
                             RecordView::job(second, secondLayout),
-                            options != nullptr ? *options : BkoqPrintOptions{}, sink, user, found);
+                            options != nullptr ? *options : BkoqPrintOptions{},
+                            paths != nullptr ? *paths : BkoqPaths{}, sink, user, found);
   });
   if (count != nullptr) *count = found;
   return status;
+}
+
+BkoqStatus bkoqPrintDifferences(const void* first, BkoqLayout firstLayout, const void* second,
+                                BkoqLayout secondLayout, const BkoqPrintOptions* options,
+                                BkoqSink sink, void* user, uint32_t* count) {
+  return bkoqPrintChanges(first, firstLayout, second, secondLayout, options, nullptr, sink, user,
+                          count);
 }

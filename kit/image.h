@@ -22,7 +22,10 @@ constexpr std::uint32_t kAlignment = 4;
 
 // The CRC-32 of an image (reflected polynomial 0xEDB88320, as in zip files), its own four bytes
 // taken as zero.
-inline std::uint32_t imageChecksum(const std::uint8_t* image, std::size_t size) {
+//
+// `layout` counts in place of the header's unless it is 0.
+inline std::uint32_t imageChecksum(const std::uint8_t* image, std::size_t size,
+                                   std::uint32_t layout = 0) {
   std::uint32_t table[256];
   for (std::uint32_t i = 0; i < 256; ++i) {
     std::uint32_t value = i;
@@ -31,8 +34,10 @@ inline std::uint32_t imageChecksum(const std::uint8_t* image, std::size_t size) 
   }
   std::uint32_t crc = 0xFFFFFFFF;
   for (std::size_t i = 0; i < size; ++i) {
-    const bool isChecksum = i >= kChecksumAt && i < kHeaderSize;
-    crc = crc >> 8 ^ table[(crc ^ (isChecksum ? 0 : image[i])) & 0xFF];
+    std::uint32_t byte = image[i];
+    if (i >= kChecksumAt && i < kHeaderSize) byte = 0;
+    if (layout != 0 && i >= kLayoutAt && i < kSizeAt) byte = layout >> (8 * (i - kLayoutAt)) & 0xFF;
+    crc = crc >> 8 ^ table[(crc ^ byte) & 0xFF];
   }
   return ~crc;
 }
@@ -44,6 +49,12 @@ inline std::uint32_t loadWord(const std::uint8_t* bytes) {
 inline void storeWord(std::uint8_t* bytes, std::uint32_t value) {
   for (int i = 0; i < 4; ++i) bytes[i] = static_cast<std::uint8_t>(value >> (8 * i));
 }
+
+// The header names a layout, 1 or 2, but the rest is of the other one.
+void setMislabelled(BkoqImageError& error, std::uint32_t named);
+
+// Whether all that the header says is so.
+bool checkImageHeader(const std::uint8_t* image, std::size_t size, BkoqImageError& error);
 
 }  // namespace bkoq::kit
 

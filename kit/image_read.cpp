@@ -1,4 +1,3 @@
-#include <cstdarg>
 #include <cstdio>
 #include <cstdlib>
 
@@ -12,19 +11,6 @@
 namespace bkoq::kit {
 namespace {
 
-struct Words {
-  char text[80];
-};
-
-__attribute__((format(printf, 1, 2))) Words words(const char* format, ...) {
-  Words result;
-  va_list arguments;
-  va_start(arguments, format);
-  std::vsnprintf(result.text, sizeof result.text, format, arguments);
-  va_end(arguments);
-  return result;
-}
-
 Words offsetWords(std::uint32_t offset) { return words("offset %u", unsigned{offset}); }
 
 // Reads blocks in the one order in which an image may have them: each where the one before it
@@ -32,8 +18,14 @@ Words offsetWords(std::uint32_t offset) { return words("offset %u", unsigned{off
 // image does. How deep a tree goes is a matter of the record table, not of the image.
 class ImageReader {
  public:
-  ImageReader(const std::uint8_t* image, std::uint32_t size, BkoqImageError& error)
-      : image_(image), size_(size), error_(error) {}
+  enum class Mode {
+    kCopy,   // into blocks of their own
+    kCheck,  // nothing is made
+    kPatch   // the image itself becomes the tree: its offsets become pointers
+  };
+
+  ImageReader(const std::uint8_t* image, std::uint32_t size, Mode mode, BkoqImageError& error)
+      : image_(image), size_(size), mode_(mode), error_(error) {}
 
   // The tree as far as it could be read; see status().
   void* read(BkoqLayout layout) {
@@ -74,8 +66,9 @@ class ImageReader {
   }
 
   // Until they have been read, the pointers of a copied record are null.
-  static void clearPointers(const RecordView& record) {
-    forEachField(record, [](const FieldView& field) {
+  void clearPointers(const RecordView& record) {
+    if (mode_ != Mode::kCopy) return;
+    forEachField(record, [this](const FieldView& field) {
       if (field.def().isPointer()) store(field, nullptr);
       if (field.def().kind == FieldKind::kEmbedded) {
         clearPointers(field.elementAt(field.bytes()));
@@ -83,8 +76,9 @@ class ImageReader {
       return true;
     });
   }
-  // The records that are written to are the reader's own copies.
-  static void store(const FieldView& field, const void* pointer) {
+  // The records that are written to are the reader's own copies, or the image that it was given.
+  void store(const FieldView& field, const void* pointer) {
+    if (mode_ == Mode::kCheck) return;
     std::memcpy(const_cast<std::uint8_t*>(field.bytes()), &pointer, sizeof pointer);
   }
 
@@ -189,12 +183,13 @@ class ImageReader {
       fail(BKOQ_IMAGE_PADDING, i, words("zero between two blocks"), words("0x%02x", image_[i]));
       return nullptr;
     }
-    void* block = std::malloc(size);
+    void* block =
+        mode_ == Mode::kCopy ? std::malloc(size) : const_cast<std::uint8_t*>(image_) + offset;
     if (block == nullptr) {
       status_ = BKOQ_NO_MEMORY;
       return nullptr;
     }
-    std::memcpy(block, image_ + offset, size);
+    if (mode_ == Mode::kCopy) std::memcpy(block, image_ + offset, size);
     next_ = next;
     ++blocks_;
     return block;
@@ -212,6 +207,7 @@ class ImageReader {
 
   const std::uint8_t* image_;
   std::uint32_t size_;
+  Mode mode_;
   BkoqImageError& error_;
   BkoqStatus status_ = BKOQ_OK;
   Path path_;
@@ -219,10 +215,23 @@ class ImageReader {
   std::uint32_t blocks_ = 0;
 };
 
-bool checkHeader(const std::uint8_t* image, std::size_t size, BkoqImageError& error) {
+BkoqLayout layoutOf(std::uint32_t code) {
+  return code == 1 ? BKOQ_LAYOUT_CURRENT : BKOQ_LAYOUT_PREVIOUS;
+}
+
+}  // namespace
+
+void setMislabelled(BkoqImageError& error, std::uint32_t named) {
+  setImageError(
+      error, BKOQ_IMAGE_LAYOUT, "", kLayoutAt, words("%u", unsigned{3 - named}).text,
+      words("%u", unsigned{named}).text,
+      words("mislabelled: this is a tree of the %s layout", layoutName(layoutOf(3 - named))).text);
+}
+
+bool checkImageHeader(const std::uint8_t* image, std::size_t size, BkoqImageError& error) {
   const auto fail = [&](BkoqImageProblem problem, std::uint32_t position, const Words& expected,
-                        const Words& found) {
-    setImageError(error, problem, "", position, expected.text, found.text);
+                        const Words& found, const char* what = "") {
+    setImageError(error, problem, "", position, expected.text, found.text, what);
     return false;
   };
   const auto total = static_cast<unsigned int>(size);
@@ -239,8 +248,7 @@ bool checkHeader(const std::uint8_t* image, std::size_t size, BkoqImageError& er
   }
   const std::uint32_t version = loadWord(image + kVersionAt);
   if (version != BKOQ_IMAGE_FORMAT_VERSION) {
-    return fail(BKOQ_IMAGE_VERSION, kVersionAt,
-                words("version %u", unsigned{BKOQ_IMAGE_FORMAT_VERSION}),
+    return fail(BKOQ_IMAGE_VERSION, kVersionAt, words("version %u", BKOQ_IMAGE_FORMAT_VERSION),
                 words("version %u", unsigned{version}));
   }
   const std::uint32_t layout = loadWord(image + kLayoutAt);
@@ -250,8 +258,11 @@ bool checkHeader(const std::uint8_t* image, std::size_t size, BkoqImageError& er
   }
   const std::uint32_t said = loadWord(image + kSizeAt);
   if (said != size) {
+    const Words what = said > size
+                           ? words("cut short by %s", byteWords(said - size).text)
+                           : words("%s too long: something was added", byteWords(size - said).text);
     return fail(BKOQ_IMAGE_SIZE, kSizeAt, words("the image's own %u bytes", total),
-                words("%u", unsigned{said}));
+                words("%u", unsigned{said}), what.text);
   }
   if (size % kAlignment != 0) {
     return fail(BKOQ_IMAGE_SIZE, kSizeAt, words("a multiple of %u", kAlignment),
@@ -259,11 +270,26 @@ bool checkHeader(const std::uint8_t* image, std::size_t size, BkoqImageError& er
   }
   const std::uint32_t checksum = imageChecksum(image, size);
   if (loadWord(image + kChecksumAt) != checksum) {
+    if (imageChecksum(image, size, 3 - layout) == loadWord(image + kChecksumAt)) {
+      setMislabelled(error, layout);
+      return false;
+    }
     return fail(BKOQ_IMAGE_CHECKSUM, kChecksumAt,
                 words("0x%08x for these bytes", unsigned{checksum}),
                 words("0x%08x", unsigned{loadWord(image + kChecksumAt)}));
   }
   return true;
+}
+
+namespace {
+
+// A good checksum, but a tree that breaks a rule: the label may be the wrong one.
+void explainByLayout(const std::uint8_t* bytes, std::size_t size, BkoqImageError& error) {
+  const std::uint32_t named = loadWord(bytes + kLayoutAt);
+  BkoqImageError ignored{};
+  ImageReader reader(bytes, static_cast<std::uint32_t>(size), ImageReader::Mode::kCheck, ignored);
+  reader.read(layoutOf(3 - named));
+  if (reader.status() == BKOQ_OK) setMislabelled(error, named);
 }
 
 }  // namespace
@@ -278,10 +304,36 @@ BkoqStatus bkoqReadImage(const void* image, size_t size, BkoqLayout* layout, voi
   if (root != nullptr) *root = nullptr;
   if (image == nullptr || layout == nullptr || root == nullptr) return BKOQ_BAD_ARGUMENT;
   const auto* bytes = static_cast<const std::uint8_t*>(image);
-  if (!checkHeader(bytes, size, report)) return BKOQ_BAD_IMAGE;
-  const bool isCurrent = loadWord(bytes + kLayoutAt) == 1;
-  *layout = isCurrent ? BKOQ_LAYOUT_CURRENT : BKOQ_LAYOUT_PREVIOUS;
-  ImageReader reader(bytes, static_cast<std::uint32_t>(size), report);
+  if (!checkImageHeader(bytes, size, report)) return BKOQ_BAD_IMAGE;
+  *layout = layoutOf(loadWord(bytes + kLayoutAt));
+  ImageReader reader(bytes, static_cast<std::uint32_t>(size), ImageReader::Mode::kCopy, report);
   *root = reader.read(*layout);
+  if (reader.status() == BKOQ_BAD_IMAGE) explainByLayout(bytes, size, report);
   return reader.status();
+}
+
+BkoqStatus bkoqUseImage(void* image, size_t size, BkoqLayout* layout, void** root,
+                        BkoqImageError* error) {
+  using namespace bkoq::kit;
+  BkoqImageError ignored;
+  BkoqImageError& report = error != nullptr ? *error : ignored;
+  report = BkoqImageError{};
+  if (root != nullptr) *root = nullptr;
+  const bool isAligned = reinterpret_cast<std::uintptr_t>(image) % kAlignment == 0;
+  if (image == nullptr || layout == nullptr || root == nullptr || !isAligned) {
+    return BKOQ_BAD_ARGUMENT;
+  }
+  auto* bytes = static_cast<std::uint8_t*>(image);
+  if (!checkImageHeader(bytes, size, report)) return BKOQ_BAD_IMAGE;
+  *layout = layoutOf(loadWord(bytes + kLayoutAt));
+  const auto total = static_cast<std::uint32_t>(size);
+  ImageReader checker(bytes, total, ImageReader::Mode::kCheck, report);
+  checker.read(*layout);
+  if (checker.status() != BKOQ_OK) {
+    explainByLayout(bytes, size, report);
+    return checker.status();
+  }
+  ImageReader patcher(bytes, total, ImageReader::Mode::kPatch, report);
+  *root = patcher.read(*layout);
+  return patcher.status();
 }

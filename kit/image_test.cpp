@@ -203,8 +203,8 @@ TEST(Image, CannotBeMadeOfWhatCannotBeTold) {
             BKOQ_BAD_TREE);
   EXPECT_EQ(error.problem, BKOQ_IMAGE_UNKNOWN_MEDIA);
   EXPECT_STREQ(error.text,
-               "byte 364, pSourceNodes[0].pMedia: expected null in a job of unknown kind, found a "
-               "pointer");
+               "a node holds something, but the kind of the job is not known (byte 364, "
+               "pSourceNodes[0].pMedia: expected null in a job of unknown kind, found a pointer)");
   EXPECT_EQ(image, "");
 }
 
@@ -465,12 +465,15 @@ TEST(Image, TellsWhatIsWrongInOneLine) {
   image[352] = 0xB4;
   Reading sealed;
   read(image, sealed);
-  EXPECT_EQ(std::string(sealed.error.text).find("byte 28: expected 0x"), 0u);
+  EXPECT_EQ(std::string(sealed.error.text)
+                .find("the checksum does not fit: bytes were changed (byte 28: expected 0x"),
+            0u);
   seal(image);
   Reading reading;
   read(image, reading);
   EXPECT_STREQ(reading.error.text,
-               "byte 352, pSourceNodes[0].pFilters: expected offset 432, found offset 436");
+               "bytes between two blocks belong to neither (byte 352, pSourceNodes[0].pFilters: "
+               "expected offset 432, found offset 436)");
 }
 
 // Whatever byte is changed, and to whatever value: reading ends, and stays in the image.

@@ -25,19 +25,32 @@ std::string labelMember(const Block& block) {
 
 std::string sizeMember(const Block& block) { return member("size", std::to_string(block.size)); }
 
-std::string textMembers(const FieldView& field, const Block& block, bool showSecrets) {
-  bool isMasked = false;
-  std::string value;
-  for (const ShownText& shown : shownTexts(field, block, showSecrets)) {
-    value += (value.empty() ? "" : ", ") + jsonText(shown.text);
-    isMasked |= shown.isMasked;
-  }
-  if (field.kind() != FieldKind::kText) value = "[" + value + "]";
-  std::string members = labelMember(block);
+// The texts of a block: one, or a list.
+void putTexts(Output& out, const FieldView& field, const Block& block, bool showSecrets) {
+  const bool isList = field.kind() != FieldKind::kText;
+  if (isList) out.put("[");
+  forEachText(field, block, showSecrets, [&](const ShownText& shown, std::uint32_t index) {
+    if (index > 0) out.put(", ");
+    putJsonText(out, shown.kept, shown.isMasked ? kMask : "");
+    return !out.failed();
+  });
+  if (isList) out.put("]");
+}
+
+void putTextMembers(Output& out, const FieldView& field, const Block& block, bool showSecrets) {
+  const bool isAnyMasked = isMasked(field, block, showSecrets);
+  out.put(labelMember(block));
   // The size would tell the length of what is masked.
-  if (!isMasked) members += sizeMember(block);
-  members += member("value", value);
-  return isMasked ? members + member("masked", "true") : members;
+  if (!isAnyMasked) out.put(sizeMember(block));
+  out.put(", \"value\": ");
+  putTexts(out, field, block, showSecrets);
+  if (isAnyMasked) out.put(member("masked", "true"));
+}
+
+// Numbers and flags are told in both ways in which people write them.
+bool hasHex(FieldKind kind) {
+  return kind == FieldKind::kNumber || kind == FieldKind::kCount || kind == FieldKind::kFlags ||
+         kind == FieldKind::kOpaque;
 }
 
 }  // namespace
@@ -83,54 +96,75 @@ const char* kindName(FieldKind kind) {
   return "opaque";
 }
 
-std::string jsonText(const std::string& text) {
-  if (isUtf8(text)) return jsonQuoted(text);
-  return "{\"hex\": \"" +
-         hexBytes(reinterpret_cast<const std::uint8_t*>(text.data()), text.size()) + "\"}";
-}
-
-std::string jsonValue(const FieldView& field, const Block& block, bool showSecrets) {
+void putJsonValue(Output& out, const FieldView& field, const Block& block, bool showSecrets) {
   const FieldKind kind = field.kind();
-  std::string members = std::string("\"kind\": \"") + kindName(kind) + "\"";
+  out.put(std::string("\"kind\": \"") + kindName(kind) + "\"");
   if (field.pointsSomewhere()) {
     if (block.bytes == nullptr) {
       if (field.count() > 0 && kind != FieldKind::kRecord) {
-        members += member("count", std::to_string(field.count()));
+        out.put(member("count", std::to_string(field.count())));
       }
-      return members + member("value", "null");
+      return out.put(member("value", "null"));
     }
     if (field.target() != nullptr) {
-      return members + labelMember(block) + sizeMember(block) +
-             member("count", std::to_string(block.count));
+      return out.put(labelMember(block) + sizeMember(block) +
+                     member("count", std::to_string(block.count)));
     }
-    return members + textMembers(field, block, showSecrets);
+    return putTextMembers(out, field, block, showSecrets);
   }
   switch (kind) {
     case FieldKind::kEmbedded:
-      return members;
+      return;
     case FieldKind::kReserved:
     case FieldKind::kByteList:
-      return members + member("value", byteArray(field));
+      return out.put(member("value", byteArray(field)));
     case FieldKind::kTime:
     case FieldKind::kClientTime: {
       const auto seconds = static_cast<std::int32_t>(field.number());
-      members += member("value", std::to_string(seconds));
-      return seconds == 0 ? members : members + member("date", "\"" + clockDate(seconds) + "\"");
+      out.put(member("value", std::to_string(seconds)));
+      if (seconds != 0) out.put(member("date", "\"" + clockDate(seconds) + "\""));
+      return;
     }
     case FieldKind::kOpaque:
       // An address means nothing to anyone else.
       if (field.def().isPointer()) {
-        return members + member("value", field.pointer() == nullptr ? "null" : "\"not followed\"");
+        return out.put(member("value", field.pointer() == nullptr ? "null" : "\"not followed\""));
       }
       break;
     default:
       break;
   }
-  members += member("value", std::to_string(field.number()));
+  out.put(member("value", std::to_string(field.number())));
+  if (hasHex(kind)) {
+    out.put(member("hex", "\"" + hexNumber(field.number(), field.def().width) + "\""));
+  }
   const std::string names = kind == FieldKind::kFlags ? bitNames(field) : "";
-  if (!names.empty()) members += member("word", jsonQuoted(names));
-  if (field.word() != nullptr) members += member("word", jsonQuoted(field.word()));
-  return members;
+  if (!names.empty()) out.put(member("word", jsonQuoted(names)));
+  if (field.word() != nullptr) out.put(member("word", jsonQuoted(field.word())));
+}
+
+void putPlainValue(Output& out, const FieldView& field, const Block& block, bool showSecrets) {
+  if (field.pointsSomewhere()) {
+    if (block.bytes == nullptr) return out.put("null");
+    if (field.target() == nullptr) putTexts(out, field, block, showSecrets);
+    return;
+  }
+  switch (field.kind()) {
+    case FieldKind::kEmbedded:
+      return;
+    case FieldKind::kReserved:
+    case FieldKind::kByteList:
+      return out.put(byteArray(field));
+    case FieldKind::kTime:
+    case FieldKind::kClientTime:
+      return out.put(std::to_string(static_cast<std::int32_t>(field.number())));
+    case FieldKind::kOpaque:
+      if (field.def().isPointer()) return out.put("null");
+      break;
+    default:
+      break;
+  }
+  out.put(std::to_string(field.number()));
 }
 
 }  // namespace bkoq::kit

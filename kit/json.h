@@ -3,6 +3,7 @@
 
 #include <string>
 
+#include "kit/output.h"
 #include "kit/view.h"
 
 namespace bkoq::kit {
@@ -15,12 +16,12 @@ std::string jsonStart(const char* format);
 // "number", "text list": the kind of a field for programs.
 const char* kindName(FieldKind kind);
 
-// A text as a JSON string; {"hex": "ff fe"} when its bytes are no UTF-8.
-std::string jsonText(const std::string& text);
-
 // The members that tell a field's value: "kind", "value" and what belongs to it. Arrays and records
 // give their "block", "size" and "count" only.
-std::string jsonValue(const FieldView& field, const Block& block, bool showSecrets);
+void putJsonValue(Output& out, const FieldView& field, const Block& block, bool showSecrets);
+
+// The value alone: a number, a text, a list of either, null. Nothing for what holds records.
+void putPlainValue(Output& out, const FieldView& field, const Block& block, bool showSecrets);
 
 }  // namespace bkoq::kit
 

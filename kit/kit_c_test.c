@@ -36,9 +36,10 @@ int main(void) {
   BKQJDATATRANSFER* job = calloc(1, sizeof *job);
   BkoqPrintOptions options = {0};
   BkoqFreed freed = {0};
+  BkoqValue value;
   unsigned int fields = 0;
   if (output == NULL || job == NULL) return 1;
-  job->usJobType = 29;
+  job->usJobType = BKOQ_JOB_VERIFY;
   job->pszOwner = copy("operator");
   options.hideZero = 1;
 
@@ -46,6 +47,8 @@ int main(void) {
   if (strstr(output->text, "#2  \"operator\"") == NULL) return 3;
   if (bkoqWalk(job, BKOQ_LAYOUT_CURRENT, countFields, &fields) != BKOQ_OK) return 4;
   if (fields != 30 + 7 + 4 + 6 + 6 + 4 + 12) return 5;
+  if (bkoqGet(job, BKOQ_LAYOUT_CURRENT, "pszOwner", &value) != BKOQ_OK) return 8;
+  if (strcmp(value.text, "operator") != 0 || value.targetSize != 9) return 9;
   if (bkoqFree(job, BKOQ_LAYOUT_CURRENT, &freed) != BKOQ_OK) return 6;
   if (freed.blocks != 2 || freed.bytes != 292 + 9 || freed.notFreed != 0) return 7;
   free(output);

@@ -8,21 +8,22 @@
 
 namespace bkoq::kit {
 
-// Collects output and hands it to the sink in large pieces. Once the sink has failed it is not
-// called again.
+// Collects output and hands it to the sink in large pieces, so that what is printed never lies in
+// memory as a whole. Once the sink has failed it is not called again.
 class Output {
  public:
   Output(BkoqSink sink, void* user) : sink_(sink), user_(user) {}
 
   void put(std::string_view text) {
-    pending_ += text;
-    if (pending_.size() >= kPiece) flush();
+    if (pending_.size() + text.size() >= kPiece) {
+      flush();
+      if (text.size() >= kPiece) return give(text);
+    }
+    if (!failed_) pending_ += text;
   }
   // Hands over what is left; whether the sink took everything.
   bool flush() {
-    if (!failed_ && !pending_.empty()) {
-      failed_ = sink_(user_, pending_.data(), pending_.size()) != 0;
-    }
+    give(pending_);
     pending_.clear();
     return !failed_;
   }
@@ -31,11 +32,29 @@ class Output {
  private:
   static constexpr std::size_t kPiece = 16384;
 
+  void give(std::string_view text) {
+    if (!failed_ && !text.empty()) failed_ = sink_(user_, text.data(), text.size()) != 0;
+  }
+
   BkoqSink sink_;
   void* user_;
   std::string pending_;
   bool failed_ = false;
 };
+
+// What `print(Output&)` prints, as a string.
+template <class Print>
+std::string printedBy(const Print& print) {
+  std::string text;
+  const BkoqSink append = [](void* user, const char* piece, std::size_t size) {
+    static_cast<std::string*>(user)->append(piece, size);
+    return 0;
+  };
+  Output out(append, &text);
+  print(out);
+  out.flush();
+  return text;
+}
 
 }  // namespace bkoq::kit
 

@@ -1,43 +1,53 @@
 #ifndef BKOQ_KIT_PRINT_H_
 #define BKOQ_KIT_PRINT_H_
 
-#include <cstring>
-
 #include "bkoq/kit.h"
 #include "kit/output.h"
+#include "kit/pattern.h"
 #include "kit/walker.h"
 
 namespace bkoq::kit {
 
-// Which part of a tree is printed: all of it; or the records of one type; or what stands at a path.
+struct Options : BkoqPrintOptions {
+  BkoqImagePlaces places;
+};
+
+// Which part of a tree is printed: all of it; or the records of one type; or what is at a path, or
+// at each path that a pattern is about.
 struct Scope {
   const RecordDef* only = nullptr;
   const char* path = nullptr;
+  bool isPattern = false;
+  const char* note = "";  // what is to be said first
 
-  // Whether a path is the one asked for, or leads further into what stands there.
-  bool holds(const char* other) const {
-    const std::size_t length = std::strlen(path);
-    if (std::strncmp(other, path, length) != 0) return false;
-    return length == 0 || other[length] == '\0' || other[length] == '.' || other[length] == '[';
-  }
-  bool isExactly(const char* other) const {
-    return path != nullptr && std::strcmp(other, path) == 0;
-  }
+  // Whether a path is one that was asked for, or leads further into what is there.
+  bool holds(const char* other) const { return covers(path, other); }
+  bool isExactly(const char* other) const { return path != nullptr && matches(path, other); }
 };
 
 // Each prints a tree in one form and returns whether anything was printed.
-bool printText(const RecordView& job, const BkoqPrintOptions& options, const Scope& scope,
-               Output& out);
-bool printJson(const RecordView& job, const BkoqPrintOptions& options, const Scope& scope,
-               Output& out);
-bool printAnnotated(const RecordView& job, const BkoqPrintOptions& options, const Scope& scope,
-                    Output& out);
+bool printText(const RecordView& job, const Options& options, const Scope& scope, Output& out);
+bool printJson(const RecordView& job, const Options& options, const Scope& scope, Output& out);
+bool printAnnotated(const RecordView& job, const Options& options, const Scope& scope, Output& out);
 
 // Whether the options leave the field out.
-inline bool isHidden(const FieldView& field, const BkoqPrintOptions& options) {
+inline bool isHidden(const FieldView& field, const Options& options) {
   if (!field.isZero()) return false;
   return options.hideZero != 0 ||
          (options.hideReserved != 0 && field.def().kind == FieldKind::kReserved);
+}
+
+// Whether what a block holds may not be what was written: a salvaged image is doubtful from a block
+// on.
+inline bool isDoubtful(std::uint32_t block, const Options& options) {
+  return options.places.doubtfulFrom != 0 && block >= options.places.doubtfulFrom;
+}
+
+// Where a block lay in its image.
+inline std::uint32_t imageOffset(const Block& block, const Options& options) {
+  if (options.places.offsets != nullptr) return options.places.offsets[block.label - 1];
+  return static_cast<std::uint32_t>(block.bytes -
+                                    static_cast<const std::uint8_t*>(options.places.image));
 }
 
 }  // namespace bkoq::kit

@@ -93,8 +93,8 @@ TEST(PrintAnnotated, ShowsEveryByteOfEveryBlock) {
 pSourceNodes[0]
       0  00 00                    usNodeType                      0 = 0x0000                node kind; tape node: 3, a restore node: actual one
       2  00 00                    usNodeOS                        0 = 0x0000                operating-system code
-      4  00 00 00 00              pszNodeOSVer                    null                      operating-system version; UNIX: a second text behind it
-      8  00 00 00 00              pszNodeName                     null                      node name; UNIX: a second text behind it
+      4  00 00 00 00              pszNodeOSVer                    null                      operating-system version; UNIX: a second text after it
+      8  00 00 00 00              pszNodeName                     null                      node name; UNIX: a second text after it
      12  00 00 00 00              pszNodeAddress                  null                      node address; for an NDS node without one its domain
      16  00 00 00 00              pszUserName                     null                      user name
      20  00 00 00 00              pszPassword                     null                      password
@@ -133,11 +133,10 @@ pSourceNodes[0].pMedia[0]
      44  00 00 00 00              pszEncryptionKey                null                      encryption key
      48  00 00 00 00              ulReserved3                                               reserved: zero
 
-#4  pSourceNodes[0].pMedia[0].pszDiskPW2: 2 texts, 16 bytes
-      0  62 61 63 6b 75 70 3a **  text 1                          "backup:" ********
-      8  ** ** ** ** ** **                                        ********
-     14  00                       NUL                                                       end of the text
-     15  00                       NUL                                                       end of an empty text
+#4  pSourceNodes[0].pMedia[0].pszDiskPW2: 2 texts, masked
+      0  62 61 63 6b 75 70 3a     text 1                          "backup:"
+      7  **                                                       ********                  not shown
+      ?  00                       NUL                                                       end of an empty text
 
 #5  pszOwner: 1 text, 9 bytes
       0  6f 70 65 72 61 74 6f 72  text                            "operator"

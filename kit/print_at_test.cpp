@@ -23,7 +23,7 @@ TEST(PrintAt, SaysWhichFieldLiesThere) {
        "user password\n"},
       {2, 104,
        "#2+104: byte 0 of pSourceNodes[1].pszNodeOSVer, BKNODE+4, 4 bytes\npszNodeOSVer: "
-       "null\nmeaning: operating-system version; UNIX: a second text behind it\n"},
+       "null\nmeaning: operating-system version; UNIX: a second text after it\n"},
       {12, 7,
        "#12+7: the NUL of text 1 of 2 of pSourceNodes[0].pMedia[0].pDiskItems[0].pFileList\ntext: "
        "\"2003.db\"\nmeaning: file names, back to back\n"},
@@ -31,7 +31,8 @@ TEST(PrintAt, SaysWhichFieldLiesThere) {
        "#12+9: byte 1 of text 2 of 2 of pSourceNodes[0].pMedia[0].pDiskItems[0].pFileList\ntext: "
        "\"2004.db\"\nmeaning: file names, back to back\n"},
       {14, 0,
-       "#14+0: byte 0 of text 1 of 1 of pSourceNodes[0].pMedia[0].pszEncryptionKey\ntext: "
+       "#14+0: in or after what is masked of text 1 of 1 of "
+       "pSourceNodes[0].pMedia[0].pszEncryptionKey\ntext: "
        "********\nmeaning: encryption key\n"},
   };
   const CurrentTree job = currentBackup();
@@ -57,7 +58,7 @@ TEST(PrintAt, GivesJson) {
   "version": 1,
   "block": 2,
   "offset": 5,
-  "place": {"path": "pSourceNodes[0].pszNodeOSVer", "byte": 1, "record": "BKNODE", "fieldOffset": 4, "width": 4, "meaning": "operating-system version; UNIX: a second text behind it", "kind": "two texts", "block": 3, "size": 5, "value": ["5.8", ""]}
+  "place": {"path": "pSourceNodes[0].pszNodeOSVer", "byte": 1, "record": "BKNODE", "fieldOffset": 4, "width": 4, "meaning": "operating-system version; UNIX: a second text after it", "kind": "two texts", "block": 3, "size": 5, "value": ["5.8", ""]}
 }
 )"));
   text.clear();
@@ -69,7 +70,7 @@ TEST(PrintAt, GivesJson) {
   "version": 1,
   "block": 13,
   "offset": 5,
-  "place": {"path": "pSourceNodes[0].pMedia[0].pszDiskPW2", "byte": 1, "text": 2, "texts": 2, "value": "********", "masked": true, "meaning": "user and second password: two texts; types 11, 22, 31 (restore: 22, 31) joined by \":\""}
+  "place": {"path": "pSourceNodes[0].pMedia[0].pszDiskPW2", "text": 2, "texts": 2, "value": "********", "masked": true, "meaning": "user and second password: two texts; types 11, 22, 31 (restore: 22, 31) joined by \":\""}
 }
 )"));
 }

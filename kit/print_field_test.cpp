@@ -87,7 +87,7 @@ TEST(PrintField, GivesJson) {
   "version": 1,
   "layout": "current",
   "path": "usJobType",
-  "field": {"name": "usJobType", "offset": 4, "width": 2, "kind": "number", "value": 20, "word": "rotation backup"}
+  "field": {"name": "usJobType", "offset": 4, "width": 2, "kind": "number", "value": 20, "hex": "0x0014", "word": "rotation backup"}
 }
 )"},
       {"stOpenFile", R"(
@@ -97,7 +97,7 @@ TEST(PrintField, GivesJson) {
   "layout": "current",
   "path": "stOpenFile",
   "field": {"name": "stOpenFile", "offset": 104, "width": 12, "kind": "embedded", "value": {"record": "BKOFINFO", "block": 1, "offset": 104, "size": 12, "fields": {
-        "ulFActions": {"offset": 0, "width": 4, "kind": "flags", "value": 3}
+        "ulFActions": {"offset": 0, "width": 4, "kind": "flags", "value": 3, "hex": "0x00000003"}
       }}}
 }
 )"},
@@ -110,7 +110,7 @@ TEST(PrintField, GivesJson) {
   "field": {"name": "pDiskItems", "offset": 20, "width": 4, "kind": "array", "block": 10, "size": 32, "count": 1, "value": [
       {"record": "BKDISKITEM", "block": 10, "offset": 0, "size": 32, "fields": {
         "pszPath": {"offset": 0, "width": 4, "kind": "text", "block": 11, "size": 14, "value": "/home/ledgers"},
-        "ulFileCount": {"offset": 4, "width": 4, "kind": "count", "value": 2},
+        "ulFileCount": {"offset": 4, "width": 4, "kind": "count", "value": 2, "hex": "0x00000002"},
         "pFileList": {"offset": 8, "width": 4, "kind": "text list", "block": 12, "size": 16, "value": ["2003.db", "2004.db"]}
       }}]}
 }
@@ -122,7 +122,7 @@ TEST(PrintField, GivesJson) {
   "layout": "current",
   "path": "pDestNodes[0].pMedia[0].pTapeItems[0]",
   "record": {"record": "BKTAPEITEM", "block": 21, "offset": 0, "size": 32, "fields": {
-    "ulChunkNum": {"offset": 0, "width": 4, "kind": "number", "value": 7},
+    "ulChunkNum": {"offset": 0, "width": 4, "kind": "number", "value": 7, "hex": "0x00000007"},
     "pszFileOrDir": {"offset": 8, "width": 4, "kind": "text", "block": 22, "size": 12, "value": "/etc/passwd"}
   }}
 }

@@ -11,17 +11,19 @@ constexpr std::size_t kIndent = 4;
 
 class JsonPrinter : public WalkHandler {
  public:
-  JsonPrinter(const BkoqPrintOptions& options, const Scope& scope, Output& out)
-      : options_(options), scope_(scope), out_(out) {}
+  JsonPrinter(const Options& options, const Scope& scope, Output& out)
+      : options_(options),
+        scope_(scope),
+        out_(out),
+        isPlain_(options.format == BKOQ_FORMAT_PLAIN_JSON) {}
 
   bool beginRecord(const RecordView& record, const Position& at) {
     levels_.resize(at.depth + 1);
     Level& level = levels_[at.depth];
     level = Level{};
-    const bool isStart = !isAnythingShown_ && scope_.isExactly(at.path.text());
-    if (isStart) firstDepth_ = at.depth;
+    const bool isStart = startsMatch(at);
     level.isShown = isStart || isRecordShown(record, at);
-    if (!level.isShown) return true;
+    if (!level.isShown) return !out_.failed();
     if (scope_.only != nullptr) {
       out_.put(isAnythingShown_ ? ",\n" : "\n");
       out_.put(indentOf(at));
@@ -30,43 +32,48 @@ class JsonPrinter : public WalkHandler {
       out_.put(indentOf(at));
       levels_[at.depth - 1].hasElements = true;
     }
-    if (isStart) out_.put("\"record\": ");
+    if (isStart) beginMatch(at, isPlain_ ? "\"value\": " : "\"record\": ", false);
     isAnythingShown_ = true;
+    if (isPlain_) {
+      out_.put("{");
+      return !out_.failed();
+    }
     out_.put("{\"record\": \"" + std::string(record.def->name) + "\"");
     if (scope_.only != nullptr) out_.put(", \"path\": \"" + std::string(at.path.text()) + "\"");
-    out_.put(", \"block\": " + std::to_string(at.block) +
-             ", \"offset\": " + std::to_string(at.blockOffset) +
-             ", \"size\": " + std::to_string(record.def->size) + ", \"fields\": {");
+    out_.put(", \"block\": " + std::to_string(at.block) + ", \"offset\": " +
+             std::to_string(at.blockOffset) + ", \"size\": " + std::to_string(record.def->size));
+    if (isDoubtful(at.block, options_)) out_.put(", \"doubtful\": true");
+    out_.put(", \"fields\": {");
     return !out_.failed();
   }
 
   bool field(const FieldView& field, const Block& block, const Position& at) {
     Level& level = levels_[at.depth];
     level.open = Open::kNothing;
-    const bool isStart = !isAnythingShown_ && scope_.isExactly(at.path.text());
-    if (!isStart && (!level.isShown || isHidden(field, options_))) return true;
+    const bool isStart = startsMatch(at);
+    if (!isStart && (!level.isShown || isHidden(field, options_))) return !out_.failed();
     if (isStart) {
-      firstDepth_ = at.depth;
-      isAnythingShown_ = true;
-      out_.put(std::string("\"field\": {\"name\": \"") + field.def().name + "\", ");
+      beginMatch(at, "", true);
+      out_.put(isPlain_ ? "\"value\": "
+                        : std::string("\"field\": {\"name\": \"") + field.def().name + "\", ");
     } else {
       out_.put(std::string(level.hasFields ? "," : "") + "\n" + indentOf(at) + "  \"" +
-               field.def().name + "\": {");
+               field.def().name + (isPlain_ ? "\": " : "\": {"));
     }
-    out_.put("\"offset\": " + std::to_string(field.def().offset) +
-             ", \"width\": " + std::to_string(field.def().width) + ", " +
-             jsonValue(field, block, options_.showSecrets != 0));
     level.hasFields = true;
     const bool isEmbedded = field.def().kind == FieldKind::kEmbedded;
     const bool holdsRecords = field.target() != nullptr && (block.bytes != nullptr || isEmbedded);
-    if (!holdsRecords || !areElementsShown(at)) {
-      out_.put("}");
+    const bool isOpened = holdsRecords && areElementsShown(at);
+    putField(field, block, at, holdsRecords);
+    if (!isOpened) {
+      out_.put(isPlain_ ? (holdsRecords ? "null" : "") : "}");
+      if (isStart) endMatch();
     } else if (field.def().kind == FieldKind::kArray) {
-      out_.put(", \"value\": [");
+      out_.put(isPlain_ ? "[" : ", \"value\": [");
       level.open = Open::kArray;
       level.hasElements = false;
     } else {
-      out_.put(", \"value\": ");
+      out_.put(isPlain_ ? "" : ", \"value\": ");
       level.open = isEmbedded ? Open::kEmbedded : Open::kRecord;
     }
     return !out_.failed();
@@ -74,19 +81,25 @@ class JsonPrinter : public WalkHandler {
 
   void endBlock(const FieldView&, const Block&, const Position& at) {
     Level& level = levels_[at.depth];
-    if (level.open == Open::kArray) out_.put("]}");
-    if (level.open == Open::kRecord) out_.put("}");
+    if (level.open == Open::kArray) out_.put("]");
+    const bool wasOpen = level.open != Open::kNothing;
     level.open = Open::kNothing;
+    if (wasOpen) endField(at);
   }
 
   bool endRecord(const RecordView&, const Position& at) {
     const Level& level = levels_[at.depth];
-    if (!level.isShown) return true;
-    out_.put(level.hasFields ? "\n" + indentOf(at) + "}}" : "}}");
+    if (!level.isShown) return !out_.failed();
+    if (level.hasFields) out_.put("\n" + indentOf(at));
+    out_.put(isPlain_ ? "}" : "}}");
     // An embedded record is no block, so nothing else ends its field.
     if (at.depth > 0 && levels_[at.depth - 1].open == Open::kEmbedded) {
-      out_.put("}");
       levels_[at.depth - 1].open = Open::kNothing;
+      Position outer = at;
+      --outer.depth;
+      endField(outer);
+    } else if (isInMatch_ && !isFieldMatched_ && at.depth == firstDepth_) {
+      endMatch();
     }
     return !out_.failed();
   }
@@ -103,6 +116,41 @@ class JsonPrinter : public WalkHandler {
     Open open = Open::kNothing;
   };
 
+  bool startsMatch(const Position& at) const {
+    return !isInMatch_ && scope_.isExactly(at.path.text());
+  }
+  void beginMatch(const Position& at, const char* start, bool isField) {
+    if (scope_.isPattern) {
+      out_.put(isAnythingShown_ ? ",\n    " : "\n    ");
+      out_.put("{\"path\": \"" + std::string(at.path.text()) + "\", ");
+    }
+    out_.put(start);
+    isAnythingShown_ = true;
+    isInMatch_ = true;
+    isFieldMatched_ = isField;
+    firstDepth_ = at.depth;
+  }
+  void endMatch() {
+    isInMatch_ = false;
+    if (scope_.isPattern) out_.put("}");
+  }
+  void endField(const Position& at) {
+    if (!isPlain_) out_.put("}");
+    if (isInMatch_ && isFieldMatched_ && at.depth == firstDepth_) endMatch();
+  }
+
+  void putField(const FieldView& field, const Block& block, const Position&, bool holdsRecords) {
+    const bool showSecrets = options_.showSecrets != 0;
+    if (isPlain_) {
+      if (!holdsRecords) putPlainValue(out_, field, block, showSecrets);
+      return;
+    }
+    out_.put("\"offset\": " + std::to_string(field.def().offset) +
+             ", \"width\": " + std::to_string(field.def().width) + ", ");
+    putJsonValue(out_, field, block, showSecrets);
+    if (block.label != 0 && isDoubtful(block.label, options_)) out_.put(", \"doubtful\": true");
+  }
+
   bool isRecordShown(const RecordView& record, const Position& at) const {
     if (scope_.only != nullptr) return record.def == scope_.only;
     if (at.depth == 0) return scope_.path == nullptr;
@@ -113,27 +161,48 @@ class JsonPrinter : public WalkHandler {
            (options_.depth == 0 || at.depth - firstDepth_ + 1 < options_.depth);
   }
   std::string indentOf(const Position& at) const {
-    return std::string(scope_.only != nullptr ? kIndent : 2 + (at.depth - firstDepth_) * kIndent,
-                       ' ');
+    if (scope_.only != nullptr || scope_.isPattern) {
+      const std::size_t inner = scope_.isPattern ? (at.depth - firstDepth_) * kIndent : 0;
+      return std::string(kIndent + inner, ' ');
+    }
+    return std::string(2 + (at.depth - firstDepth_) * kIndent, ' ');
   }
 
-  const BkoqPrintOptions& options_;
+  const Options& options_;
   const Scope& scope_;
   Output& out_;
+  bool isPlain_;
   std::vector<Level> levels_;  // by depth
   bool isAnythingShown_ = false;
-  unsigned int firstDepth_ = 0;  // of what stands at the path
+  // What is at a path that was asked for is being written, beginning with a field or a record.
+  bool isInMatch_ = false;
+  bool isFieldMatched_ = false;
+  unsigned int firstDepth_ = 0;  // of what is at the path
 };
+
+const char* formatOf(const Scope& scope, bool isPlain) {
+  if (isPlain) return "bkoq-values";
+  if (scope.only != nullptr) return "bkoq-records";
+  if (scope.path == nullptr) return "bkoq-tree";
+  return scope.isPattern ? "bkoq-fields" : "bkoq-field";
+}
 
 }  // namespace
 
-bool printJson(const RecordView& job, const BkoqPrintOptions& options, const Scope& scope,
-               Output& out) {
-  const bool isList = scope.only != nullptr;
-  out.put(jsonStart(isList ? "bkoq-records" : scope.path != nullptr ? "bkoq-field" : "bkoq-tree"));
+bool printJson(const RecordView& job, const Options& options, const Scope& scope, Output& out) {
+  out.put(jsonStart(formatOf(scope, options.format == BKOQ_FORMAT_PLAIN_JSON)));
   out.put(std::string(",\n  \"layout\": \"") + layoutName(job.layout) + "\",\n  ");
-  if (scope.path != nullptr) {
-    out.put("\"path\": " + jsonText(scope.path) + ",\n  ");
+  if (*scope.note != '\0') out.put("\"note\": " + jsonQuoted(scope.note) + ",\n  ");
+  bool isList = scope.only != nullptr;
+  if (scope.isPattern) {
+    out.put("\"pattern\": ");
+    putJsonText(out, scope.path);
+    out.put(",\n  \"matches\": [");
+    isList = true;
+  } else if (scope.path != nullptr) {
+    out.put("\"path\": ");
+    putJsonText(out, scope.path);
+    out.put(",\n  ");
   } else {
     out.put(isList ? "\"records\": [" : "\"job\": ");
   }

@@ -14,84 +14,84 @@ TEST(PrintJson, HoldsTheWholeTree) {
   "version": 1,
   "layout": "previous",
   "job": {"record": "BKQJDATATRANSFER_OLD", "block": 1, "offset": 0, "size": 292, "fields": {
-    "usJobType": {"offset": 4, "width": 2, "kind": "number", "value": 20, "word": "rotation backup"},
-    "usJobStatus": {"offset": 8, "width": 2, "kind": "number", "value": 2},
-    "ulNumSourceNodes": {"offset": 12, "width": 4, "kind": "count", "value": 2},
+    "usJobType": {"offset": 4, "width": 2, "kind": "number", "value": 20, "hex": "0x0014", "word": "rotation backup"},
+    "usJobStatus": {"offset": 8, "width": 2, "kind": "number", "value": 2, "hex": "0x0002"},
+    "ulNumSourceNodes": {"offset": 12, "width": 4, "kind": "count", "value": 2, "hex": "0x00000002"},
     "pSourceNodes": {"offset": 16, "width": 4, "kind": "array", "block": 2, "size": 200, "count": 2, "value": [
       {"record": "BKNODE_OLD", "block": 2, "offset": 0, "size": 100, "fields": {
-        "usNodeType": {"offset": 0, "width": 2, "kind": "number", "value": 3, "word": "UNIX"},
-        "usNodeOS": {"offset": 2, "width": 2, "kind": "number", "value": 6, "word": "UNIX"},
+        "usNodeType": {"offset": 0, "width": 2, "kind": "number", "value": 3, "hex": "0x0003", "word": "UNIX"},
+        "usNodeOS": {"offset": 2, "width": 2, "kind": "number", "value": 6, "hex": "0x0006", "word": "UNIX"},
         "pszNodeOSVer": {"offset": 4, "width": 4, "kind": "two texts", "block": 3, "size": 5, "value": ["5.8", ""]},
         "pszNodeName": {"offset": 8, "width": 4, "kind": "two texts", "block": 4, "size": 13, "value": ["ledger", "extra"]},
         "pszPassword": {"offset": 20, "width": 4, "kind": "text", "block": 5, "value": "********", "masked": true},
-        "ulFilterCount": {"offset": 24, "width": 4, "kind": "count", "value": 5},
+        "ulFilterCount": {"offset": 24, "width": 4, "kind": "count", "value": 5, "hex": "0x00000005"},
         "pFilters": {"offset": 28, "width": 4, "kind": "array", "block": 6, "size": 160, "count": 5, "value": [
           {"record": "BKFILTER_FILE_OLD", "block": 6, "offset": 0, "size": 32, "fields": {
-            "usFilterType": {"offset": 0, "width": 2, "kind": "number", "value": 2, "word": "file"},
-            "ulFilterCount": {"offset": 4, "width": 4, "kind": "number", "value": 1},
+            "usFilterType": {"offset": 0, "width": 2, "kind": "number", "value": 2, "hex": "0x0002", "word": "file"},
+            "ulFilterCount": {"offset": 4, "width": 4, "kind": "number", "value": 1, "hex": "0x00000001"},
             "pszFilter": {"offset": 8, "width": 4, "kind": "text", "block": 7, "size": 6, "value": "*.tmp"},
-            "usFilterLen": {"offset": 12, "width": 2, "kind": "number", "value": 6}
+            "usFilterLen": {"offset": 12, "width": 2, "kind": "number", "value": 6, "hex": "0x0006"}
           }},
           {"record": "BKFILTER_FILE_OLD", "block": 6, "offset": 32, "size": 32, "fields": {
-            "usFilterType": {"offset": 0, "width": 2, "kind": "number", "value": 5, "word": "attribute"},
-            "usInclExcl": {"offset": 2, "width": 2, "kind": "number", "value": 1, "word": "exclude"},
-            "ulAttributes": {"offset": 4, "width": 4, "kind": "flags", "value": 2147483649}
+            "usFilterType": {"offset": 0, "width": 2, "kind": "number", "value": 5, "hex": "0x0005", "word": "attribute"},
+            "usInclExcl": {"offset": 2, "width": 2, "kind": "number", "value": 1, "hex": "0x0001", "word": "exclude"},
+            "ulAttributes": {"offset": 4, "width": 4, "kind": "flags", "value": 2147483649, "hex": "0x80000001"}
           }},
           {"record": "BKFILTER_FILE_OLD", "block": 6, "offset": 64, "size": 32, "fields": {
-            "usFilterType": {"offset": 0, "width": 2, "kind": "number", "value": 4, "word": "time"},
-            "usTimeRange": {"offset": 6, "width": 2, "kind": "number", "value": 1, "word": "after"},
+            "usFilterType": {"offset": 0, "width": 2, "kind": "number", "value": 4, "hex": "0x0004", "word": "time"},
+            "usTimeRange": {"offset": 6, "width": 2, "kind": "number", "value": 1, "hex": "0x0001", "word": "after"},
             "lTime": {"offset": 8, "width": 4, "kind": "time", "value": 1078070400, "date": "2004-02-29 16:00:00"}
           }},
           {"record": "BKFILTER_FILE_OLD", "block": 6, "offset": 96, "size": 32, "fields": {
-            "usFilterType": {"offset": 0, "width": 2, "kind": "number", "value": 4, "word": "time"},
-            "usTimeRange": {"offset": 6, "width": 2, "kind": "number", "value": 2, "word": "between"},
+            "usFilterType": {"offset": 0, "width": 2, "kind": "number", "value": 4, "hex": "0x0004", "word": "time"},
+            "usTimeRange": {"offset": 6, "width": 2, "kind": "number", "value": 2, "hex": "0x0002", "word": "between"},
             "lStartTime": {"offset": 8, "width": 4, "kind": "time", "value": 1078070400, "date": "2004-02-29 16:00:00"},
             "lEndTime": {"offset": 12, "width": 4, "kind": "time", "value": 1078156800, "date": "2004-03-01 16:00:00"}
           }},
           {"record": "BKFILTER_FILE_OLD", "block": 6, "offset": 128, "size": 32, "fields": {
-            "usFilterType": {"offset": 0, "width": 2, "kind": "number", "value": 4, "word": "time"},
-            "usTimeRange": {"offset": 6, "width": 2, "kind": "number", "value": 3, "word": "within"},
-            "ulTimeUnits": {"offset": 8, "width": 4, "kind": "number", "value": 7},
-            "usTimeUnitType": {"offset": 16, "width": 2, "kind": "number", "value": 2}
+            "usFilterType": {"offset": 0, "width": 2, "kind": "number", "value": 4, "hex": "0x0004", "word": "time"},
+            "usTimeRange": {"offset": 6, "width": 2, "kind": "number", "value": 3, "hex": "0x0003", "word": "within"},
+            "ulTimeUnits": {"offset": 8, "width": 4, "kind": "number", "value": 7, "hex": "0x00000007"},
+            "usTimeUnitType": {"offset": 16, "width": 2, "kind": "number", "value": 2, "hex": "0x0002"}
           }}]},
-        "ulMediaCount": {"offset": 36, "width": 4, "kind": "count", "value": 1},
+        "ulMediaCount": {"offset": 36, "width": 4, "kind": "count", "value": 1, "hex": "0x00000001"},
         "pMedia": {"offset": 40, "width": 4, "kind": "array", "block": 8, "size": 52, "count": 1, "value": [
           {"record": "BKDDISK_OLD", "block": 8, "offset": 0, "size": 52, "fields": {
             "pszDiskName": {"offset": 0, "width": 4, "kind": "text", "block": 9, "size": 6, "value": "/home"},
-            "ulDiskItemCount": {"offset": 16, "width": 4, "kind": "count", "value": 1},
+            "ulDiskItemCount": {"offset": 16, "width": 4, "kind": "count", "value": 1, "hex": "0x00000001"},
             "pDiskItems": {"offset": 20, "width": 4, "kind": "array", "block": 10, "size": 32, "count": 1, "value": [
               {"record": "BKDISKITEM_OLD", "block": 10, "offset": 0, "size": 32, "fields": {
                 "pszPath": {"offset": 0, "width": 4, "kind": "text", "block": 11, "size": 14, "value": "/home/ledgers"},
-                "ulFileCount": {"offset": 4, "width": 4, "kind": "count", "value": 2},
+                "ulFileCount": {"offset": 4, "width": 4, "kind": "count", "value": 2, "hex": "0x00000002"},
                 "pFileList": {"offset": 8, "width": 4, "kind": "text list", "block": 12, "size": 16, "value": ["2003.db", "2004.db"]}
               }}]},
-            "usDiskType": {"offset": 24, "width": 2, "kind": "number", "value": 5},
-            "ulOptions": {"offset": 28, "width": 4, "kind": "flags", "value": 24593, "word": "compression, encryption, 0x00000011"},
+            "usDiskType": {"offset": 24, "width": 2, "kind": "number", "value": 5, "hex": "0x0005"},
+            "ulOptions": {"offset": 28, "width": 4, "kind": "flags", "value": 24593, "hex": "0x00006011", "word": "compression, encryption, 0x00000011"},
             "pszDiskPW2": {"offset": 36, "width": 4, "kind": "two texts", "block": 13, "value": ["ops", "********"], "masked": true},
             "pszEncryptionKey": {"offset": 44, "width": 4, "kind": "text", "block": 14, "value": "********", "masked": true}
           }}]},
-        "ulNodeOptions": {"offset": 56, "width": 4, "kind": "flags", "value": 864, "word": "no estimate, a text follows the name, 0x00000120"}
+        "ulNodeOptions": {"offset": 56, "width": 4, "kind": "flags", "value": 864, "hex": "0x00000360", "word": "no estimate, a text follows the name, 0x00000120"}
       }},
       {"record": "BKNODE_OLD", "block": 2, "offset": 100, "size": 100, "fields": {
-        "usNodeType": {"offset": 0, "width": 2, "kind": "number", "value": 9, "word": "Windows NT"},
+        "usNodeType": {"offset": 0, "width": 2, "kind": "number", "value": 9, "hex": "0x0009", "word": "Windows NT"},
         "pszNodeName": {"offset": 8, "width": 4, "kind": "text", "block": 15, "size": 8, "value": "payroll"}
       }}]},
-    "ulNumDestNodes": {"offset": 20, "width": 4, "kind": "count", "value": 1},
+    "ulNumDestNodes": {"offset": 20, "width": 4, "kind": "count", "value": 1, "hex": "0x00000001"},
     "pDestNodes": {"offset": 24, "width": 4, "kind": "array", "block": 16, "size": 100, "count": 1, "value": [
       {"record": "BKNODE_OLD", "block": 16, "offset": 0, "size": 100, "fields": {
-        "usNodeType": {"offset": 0, "width": 2, "kind": "number", "value": 3, "word": "tape node"},
+        "usNodeType": {"offset": 0, "width": 2, "kind": "number", "value": 3, "hex": "0x0003", "word": "tape node"},
         "pszNodeName": {"offset": 8, "width": 4, "kind": "text", "block": 17, "size": 9, "value": "library1"},
-        "usDeviceType": {"offset": 32, "width": 2, "kind": "number", "value": 1},
-        "ulMediaCount": {"offset": 36, "width": 4, "kind": "count", "value": 1},
+        "usDeviceType": {"offset": 32, "width": 2, "kind": "number", "value": 1, "hex": "0x0001"},
+        "ulMediaCount": {"offset": 36, "width": 4, "kind": "count", "value": 1, "hex": "0x00000001"},
         "pMedia": {"offset": 40, "width": 4, "kind": "array", "block": 18, "size": 72, "count": 1, "value": [
           {"record": "BKDTAPE_OLD", "block": 18, "offset": 0, "size": 72, "fields": {
             "pszTapeName": {"offset": 4, "width": 4, "kind": "text", "block": 19, "size": 9, "value": "NIGHT-01"},
-            "ulTapeID": {"offset": 8, "width": 4, "kind": "number", "value": 74565},
-            "usSessionNumber": {"offset": 14, "width": 2, "kind": "number", "value": 17},
-            "ulTapeItemCount": {"offset": 40, "width": 4, "kind": "count", "value": 1},
+            "ulTapeID": {"offset": 8, "width": 4, "kind": "number", "value": 74565, "hex": "0x00012345"},
+            "usSessionNumber": {"offset": 14, "width": 2, "kind": "number", "value": 17, "hex": "0x0011"},
+            "ulTapeItemCount": {"offset": 40, "width": 4, "kind": "count", "value": 1, "hex": "0x00000001"},
             "pTapeItems": {"offset": 44, "width": 4, "kind": "array", "block": 20, "size": 32, "count": 1, "value": [
               {"record": "BKTAPEITEM_OLD", "block": 20, "offset": 0, "size": 32, "fields": {
-                "ulChunkNum": {"offset": 0, "width": 4, "kind": "number", "value": 7},
+                "ulChunkNum": {"offset": 0, "width": 4, "kind": "number", "value": 7, "hex": "0x00000007"},
                 "pszFileOrDir": {"offset": 8, "width": 4, "kind": "text", "block": 21, "size": 12, "value": "/etc/passwd"}
               }}]},
             "lSessionEndTime": {"offset": 64, "width": 4, "kind": "client time", "value": 1000, "date": "1970-01-01 00:16:40"}
@@ -103,7 +103,7 @@ TEST(PrintJson, HoldsTheWholeTree) {
         "lExecTime": {"offset": 4, "width": 4, "kind": "time", "value": -1, "date": "1969-12-31 23:59:59"}
       }}},
     "stOpenFile": {"offset": 104, "width": 12, "kind": "embedded", "value": {"record": "BKOFINFO_OLD", "block": 1, "offset": 104, "size": 12, "fields": {
-        "ulFActions": {"offset": 0, "width": 4, "kind": "flags", "value": 3}
+        "ulFActions": {"offset": 0, "width": 4, "kind": "flags", "value": 3, "hex": "0x00000003"}
       }}},
     "stFax": {"offset": 132, "width": 24, "kind": "embedded", "value": {"record": "BKFAXINFO_OLD", "block": 1, "offset": 132, "size": 24, "fields": {
         "pszHostName": {"offset": 0, "width": 4, "kind": "text", "block": 23, "size": 8, "value": "faxhost"},
@@ -114,7 +114,7 @@ TEST(PrintJson, HoldsTheWholeTree) {
         "pszSetName": {"offset": 0, "width": 4, "kind": "text", "block": 26, "size": 9, "value": "NIGHTSET"},
         "abJobTypes": {"offset": 12, "width": 8, "kind": "byte list", "value": [1, 2, 0, 0, 0, 0, 0, 0]}
       }}},
-    "ulOptions": {"offset": 256, "width": 4, "kind": "flags", "value": 1048584, "word": "no estimate, 0x00000008"}
+    "ulOptions": {"offset": 256, "width": 4, "kind": "flags", "value": 1048584, "hex": "0x00100008", "word": "no estimate, 0x00000008"}
   }}
 }
 )"));
@@ -131,27 +131,27 @@ TEST(PrintJson, ListsRecordsOfOneName) {
   "layout": "current",
   "records": [
     {"record": "BKNODE", "path": "pSourceNodes[0]", "block": 2, "offset": 0, "size": 100, "fields": {
-      "usNodeType": {"offset": 0, "width": 2, "kind": "number", "value": 3, "word": "UNIX"},
-      "usNodeOS": {"offset": 2, "width": 2, "kind": "number", "value": 6, "word": "UNIX"},
+      "usNodeType": {"offset": 0, "width": 2, "kind": "number", "value": 3, "hex": "0x0003", "word": "UNIX"},
+      "usNodeOS": {"offset": 2, "width": 2, "kind": "number", "value": 6, "hex": "0x0006", "word": "UNIX"},
       "pszNodeOSVer": {"offset": 4, "width": 4, "kind": "two texts", "block": 3, "size": 5, "value": ["5.8", ""]},
       "pszNodeName": {"offset": 8, "width": 4, "kind": "two texts", "block": 4, "size": 13, "value": ["ledger", "extra"]},
       "pszPassword": {"offset": 20, "width": 4, "kind": "text", "block": 5, "value": "********", "masked": true},
-      "ulFilterCount": {"offset": 24, "width": 4, "kind": "count", "value": 5},
+      "ulFilterCount": {"offset": 24, "width": 4, "kind": "count", "value": 5, "hex": "0x00000005"},
       "pFilters": {"offset": 28, "width": 4, "kind": "array", "block": 6, "size": 160, "count": 5},
-      "ulMediaCount": {"offset": 36, "width": 4, "kind": "count", "value": 1},
+      "ulMediaCount": {"offset": 36, "width": 4, "kind": "count", "value": 1, "hex": "0x00000001"},
       "pMedia": {"offset": 40, "width": 4, "kind": "array", "block": 8, "size": 52, "count": 1},
-      "ulNodeOptions": {"offset": 56, "width": 4, "kind": "flags", "value": 864, "word": "no estimate, a text follows the name, 0x00000120"},
+      "ulNodeOptions": {"offset": 56, "width": 4, "kind": "flags", "value": 864, "hex": "0x00000360", "word": "no estimate, a text follows the name, 0x00000120"},
       "pszNodeDomain": {"offset": 84, "width": 4, "kind": "text", "block": 15, "size": 11, "value": "accounting"}
     }},
     {"record": "BKNODE", "path": "pSourceNodes[1]", "block": 2, "offset": 100, "size": 100, "fields": {
-      "usNodeType": {"offset": 0, "width": 2, "kind": "number", "value": 9, "word": "Windows NT"},
+      "usNodeType": {"offset": 0, "width": 2, "kind": "number", "value": 9, "hex": "0x0009", "word": "Windows NT"},
       "pszNodeName": {"offset": 8, "width": 4, "kind": "text", "block": 16, "size": 8, "value": "payroll"}
     }},
     {"record": "BKNODE", "path": "pDestNodes[0]", "block": 17, "offset": 0, "size": 100, "fields": {
-      "usNodeType": {"offset": 0, "width": 2, "kind": "number", "value": 3, "word": "tape node"},
+      "usNodeType": {"offset": 0, "width": 2, "kind": "number", "value": 3, "hex": "0x0003", "word": "tape node"},
       "pszNodeName": {"offset": 8, "width": 4, "kind": "text", "block": 18, "size": 9, "value": "library1"},
-      "usDeviceType": {"offset": 32, "width": 2, "kind": "number", "value": 1},
-      "ulMediaCount": {"offset": 36, "width": 4, "kind": "count", "value": 1},
+      "usDeviceType": {"offset": 32, "width": 2, "kind": "number", "value": 1, "hex": "0x0001"},
+      "ulMediaCount": {"offset": 36, "width": 4, "kind": "count", "value": 1, "hex": "0x00000001"},
       "pMedia": {"offset": 40, "width": 4, "kind": "array", "block": 19, "size": 72, "count": 1}
     }}
   ]
@@ -169,18 +169,18 @@ TEST(PrintJson, StopsAtADepth) {
   "version": 1,
   "layout": "current",
   "job": {"record": "BKQJDATATRANSFER", "block": 1, "offset": 0, "size": 292, "fields": {
-    "usJobType": {"offset": 4, "width": 2, "kind": "number", "value": 20, "word": "rotation backup"},
-    "usJobStatus": {"offset": 8, "width": 2, "kind": "number", "value": 2},
-    "ulNumSourceNodes": {"offset": 12, "width": 4, "kind": "count", "value": 2},
+    "usJobType": {"offset": 4, "width": 2, "kind": "number", "value": 20, "hex": "0x0014", "word": "rotation backup"},
+    "usJobStatus": {"offset": 8, "width": 2, "kind": "number", "value": 2, "hex": "0x0002"},
+    "ulNumSourceNodes": {"offset": 12, "width": 4, "kind": "count", "value": 2, "hex": "0x00000002"},
     "pSourceNodes": {"offset": 16, "width": 4, "kind": "array", "block": 2, "size": 200, "count": 2},
-    "ulNumDestNodes": {"offset": 20, "width": 4, "kind": "count", "value": 1},
+    "ulNumDestNodes": {"offset": 20, "width": 4, "kind": "count", "value": 1, "hex": "0x00000001"},
     "pDestNodes": {"offset": 24, "width": 4, "kind": "array", "block": 17, "size": 100, "count": 1},
     "pszOwner": {"offset": 28, "width": 4, "kind": "text", "block": 26, "size": 9, "value": "operator"},
     "stSchedule": {"offset": 56, "width": 18, "kind": "embedded"},
     "stOpenFile": {"offset": 104, "width": 12, "kind": "embedded"},
     "stFax": {"offset": 132, "width": 24, "kind": "embedded"},
     "stScheduleExt": {"offset": 196, "width": 48, "kind": "embedded"},
-    "ulOptions": {"offset": 256, "width": 4, "kind": "flags", "value": 1048584, "word": "no estimate, 0x00000008"}
+    "ulOptions": {"offset": 256, "width": 4, "kind": "flags", "value": 1048584, "hex": "0x00100008", "word": "no estimate, 0x00000008"}
   }}
 }
 )"));

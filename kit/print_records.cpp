@@ -101,6 +101,40 @@ Table tableOf(const RecordDef& record, BkoqLayout layout, bool isMarkdown) {
   return table;
 }
 
+// The words of a field in any of its records: tape nodes have some of their own.
+std::vector<Word> wordsOf(const FieldDef& field) {
+  std::vector<Word> words;
+  const auto add = [&](const Word* list) {
+    for (; list->name != nullptr; ++list) {
+      const auto isSame = [&](const Word& word) {
+        return word.value == list->value && std::strcmp(word.name, list->name) == 0;
+      };
+      if (std::none_of(words.begin(), words.end(), isSame)) words.push_back(*list);
+    }
+  };
+  if (field.words != nullptr) add(field.words);
+  if (field.words == nodeTypes()) add(tapeNodeTypes());
+  return words;
+}
+
+// "usInclExcl: 0 include, 1 exclude", for each field of a record that has codes or bits.
+std::string codesOf(const RecordDef& record, bool isMarkdown) {
+  std::string text;
+  for (const FieldDef& field : record) {
+    std::string codes;
+    for (const Word& word : wordsOf(field)) {
+      const std::string value = field.kind == FieldKind::kFlags ? hexNumber(word.value, field.width)
+                                                                : std::to_string(word.value);
+      codes += (codes.empty() ? "" : "; ") + value + " " + word.name;
+    }
+    if (codes.empty()) continue;
+    const char* what = field.kind == FieldKind::kFlags ? "bits" : "codes";
+    text += isMarkdown ? "- " + code(field.name, true) + ", " + what + ": " + codes + "\n"
+                       : "  " + std::string(field.name) + ", " + what + ": " + codes + "\n";
+  }
+  return text;
+}
+
 std::string headingOf(const RecordDef& record, bool isMarkdown) {
   const std::string size = counted(record.size, "byte", "bytes");
   if (isMarkdown) {
@@ -191,6 +225,8 @@ void printRecords(const std::vector<const RecordDef*>& records, BkoqLayout layou
     const Table table = tableOf(*record, layout, isMarkdown);
     out.put(headingOf(*record, isMarkdown));
     out.put(isMarkdown ? markdownTable(table) : textTable(table));
+    const std::string codes = codesOf(*record, isMarkdown);
+    if (!codes.empty()) out.put("\n" + codes);
   }
 }
 

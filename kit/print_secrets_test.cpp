@@ -1,5 +1,7 @@
 #include <gtest/gtest.h>
 
+#include <algorithm>
+
 #include "kit/test_print.h"
 
 namespace bkoq::test {
@@ -101,6 +103,96 @@ TEST(Print, LetsNothingOfATextReachTheTerminalUnseen) {
     EXPECT_NE(printed(job, options).find(std::string("\"value\": ") + row.json + "}"),
               std::string::npos)
         << row.text_;
+  }
+}
+
+// Trees that differ in nothing but how long their secrets are look the same in every form.
+TEST(Print, DoesNotTellHowLongASecretIs) {
+  const auto withSecrets = [](const std::string& secret) {
+    CurrentTree job = currentBackup();
+    const auto set = [&](char*& field, const std::string& content) {
+      std::free(field);
+      field = text(content.c_str());
+    };
+    set(job->stFax.pszUserPW, secret);
+    set(job->stEMail.pszUserPW, secret);
+    set(job->stPrintQueue.pszUserPW, secret);
+    set(job->pSourceNodes[0].pszPassword, secret);
+    auto& disk = *static_cast<BKDDISK*>(job->pSourceNodes[0].pMedia);
+    set(disk.pszPassword, secret);
+    set(disk.pszEncryptionKey, secret);
+    std::free(disk.pszDiskPW2);
+    disk.pszDiskPW2 = texts({("ops:" + secret).c_str(), secret.c_str()});
+    auto& tape = *static_cast<BKDTAPE*>(job->pDestNodes[0].pMedia);
+    set(tape.pszSessionPW, secret);
+    set(tape.pTapeX->pszDBPW, secret);
+    return job;
+  };
+  const auto everything = [](const CurrentTree& job) {
+    std::string all;
+    for (const BkoqFormat format :
+         {BKOQ_FORMAT_TEXT, BKOQ_FORMAT_JSON, BKOQ_FORMAT_PLAIN_JSON, BKOQ_FORMAT_ANNOTATED}) {
+      BkoqPrintOptions options{};
+      options.format = format;
+      all += printed(job, options);
+      options.width = 40;
+      all += printed(job, options);
+    }
+    std::string image;
+    bkoqWriteImage(job.get(), BKOQ_LAYOUT_CURRENT, appendToString, &image, nullptr);
+    BkoqLayout layout;
+    void* root = nullptr;
+    EXPECT_EQ(bkoqUseImage(&image[0], image.size(), &layout, &root, nullptr), BKOQ_OK);
+    BkoqImagePlaces places{};
+    places.image = image.data();
+    for (const char* only : {static_cast<const char*>(nullptr), "BKDTAPE", "BKNODE"}) {
+      BkoqPrintOptions options{};
+      options.format = BKOQ_FORMAT_ANNOTATED;
+      options.onlyRecord = only;
+      EXPECT_EQ(bkoqPrintImage(root, layout, nullptr, &options, &places, appendToString, &all),
+                BKOQ_OK);
+    }
+    for (std::uint32_t block = 1; block < 34; ++block) {
+      for (const std::uint32_t offset : {0U, 3U, 5U}) {
+        bkoqPrintAt(job.get(), BKOQ_LAYOUT_CURRENT, block, offset, nullptr, appendToString, &all);
+      }
+    }
+    return all;
+  };
+  const std::string shorter = everything(withSecrets("pw-1"));
+  const std::string longer = everything(withSecrets("pw-2, which is quite a bit longer"));
+  EXPECT_EQ(shorter, longer);
+  EXPECT_EQ(shorter.find("pw-"), std::string::npos);
+  EXPECT_EQ(shorter.find("70 77 2d"), std::string::npos);  // in hex
+}
+
+// Output goes out in pieces, so that a long text needs no memory of its own.
+TEST(Print, HandsOnALongTextInPieces) {
+  CurrentTree job = currentJob(1);
+  std::string content(1000000, 'x');
+  for (std::size_t i = 0; i < content.size(); i += 7) content[i] = '\x01';
+  job->pszComments = text(content.c_str());
+  job->pszOwner = text(std::string(300000, 'y').c_str());
+  for (const BkoqFormat format :
+       {BKOQ_FORMAT_TEXT, BKOQ_FORMAT_JSON, BKOQ_FORMAT_PLAIN_JSON, BKOQ_FORMAT_ANNOTATED}) {
+    for (const unsigned int width : {0U, 80U}) {
+      struct Seen {
+        std::size_t largest = 0;
+        std::size_t all = 0;
+      } seen;
+      const BkoqSink sink = [](void* user, const char*, std::size_t size) {
+        auto& seen = *static_cast<Seen*>(user);
+        seen.largest = std::max(seen.largest, size);
+        seen.all += size;
+        return 0;
+      };
+      BkoqPrintOptions options{};
+      options.format = format;
+      options.width = width;
+      EXPECT_EQ(bkoqPrint(job.get(), BKOQ_LAYOUT_CURRENT, &options, sink, &seen), BKOQ_OK);
+      EXPECT_LE(seen.largest, 40000u) << format;
+      EXPECT_GT(seen.all, content.size());
+    }
   }
 }
 

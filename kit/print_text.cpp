@@ -1,4 +1,5 @@
 #include <algorithm>
+#include <cstring>
 
 #include "kit/print.h"
 #include "kit/style.h"
@@ -15,7 +16,7 @@ constexpr std::size_t kLeastPiece = 16;  // of a text that is broken into lines
 
 class TextPrinter : public WalkHandler {
  public:
-  TextPrinter(const BkoqPrintOptions& options, const Scope& scope, Output& out)
+  TextPrinter(const Options& options, const Scope& scope, Output& out)
       : options_(options), scope_(scope), out_(out), style_(options.colour != 0) {
     if (options.width > 0) width_ = std::max<std::size_t>(options.width, kLeastWidth);
   }
@@ -32,8 +33,10 @@ class TextPrinter : public WalkHandler {
     if (isShownHere && (!isEmbedded_ || scope_.only != nullptr || isStart)) {
       std::string heading = record.def->name;
       if (at.path.length() > 0) heading += std::string(" ") + at.path.text();
-      line(indentOf(at),
-           style_.heading(heading) + "  " + style_.faint(placeName(at.block, at.blockOffset)));
+      out_.put(std::string(indentOf(at), ' ') + style_.heading(heading) + "  " +
+               style_.faint(placeName(at.block, at.blockOffset)));
+      if (isDoubtful(at.block, options_)) out_.put("  " + style_.alarm("doubtful"));
+      out_.put("\n");
     }
     isEmbedded_ = false;
     return !out_.failed();
@@ -46,19 +49,21 @@ class TextPrinter : public WalkHandler {
 
   bool field(const FieldView& field, const Block& block, const Position& at) {
     isEmbedded_ = field.def().kind == FieldKind::kEmbedded;
-    if (!isInScope_ && scope_.isExactly(at.path.text())) printAlone(field, block);
-    if (!isShown(*field.record().def, at) || isHidden(field, options_)) return true;
-    const Value value = describe(field, block, options_.showSecrets != 0);
+    if (!isInScope_ && scope_.isExactly(at.path.text())) printAlone(field, block, at);
+    if (!isShown(*field.record().def, at) || isHidden(field, options_)) return !out_.failed();
+    const Value value = describe(field, block);
     const std::size_t indent = indentOf(at) + kIndent / 2;
     const std::string offset = leftPadded(std::to_string(field.def().offset), 3);
     const std::string name = padded(field.def().name, nameColumns(field.record()));
-    const std::size_t column = indent + offset.size() + 2 + columns(name) + 2;
+    column_ = indent + offset.size() + 2 + columns(name) + 2;
 
-    std::string row = style_.faint(offset) + "  " + style_.name(name) + "  ";
-    std::size_t used = column;
-    addValue(value, column, row, used);
-    addComment(value, commentOf(field, value, at), column, row, used);
-    line(indent, row);
+    out_.put(std::string(indent, ' ') + style_.faint(offset) + "  " + style_.name(name));
+    used_ = column_ - 2;
+    gap_ = 2;
+    putPiece(value.isAlarming ? style_.alarm(value.lead) : value.lead, columns(value.lead));
+    if (value.hasTexts) putTexts(value, field, block);
+    putComment(value, commentOf(field, block, value, at));
+    out_.put("\n");
     return !out_.failed();
   }
 
@@ -76,15 +81,14 @@ class TextPrinter : public WalkHandler {
 
   // The field that was asked for: its value, without the number of its block. What holds records is
   // printed as them.
-  void printAlone(const FieldView& field, const Block& block) {
-    if (field.target() != nullptr && (block.bytes != nullptr || isEmbedded_)) {
-      isAnythingShown_ = true;  // an array may be empty
-      return;
-    }
-    Value value = describe(field, block, options_.showSecrets != 0);
-    if (!value.texts.empty()) value.lead.clear();
-    line(0, oneLine(value));
-    isAnythingShown_ = true;
+  void printAlone(const FieldView& field, const Block& block, const Position& at) {
+    isAnythingShown_ = true;  // an array may be empty
+    if (field.target() != nullptr && (block.bytes != nullptr || isEmbedded_)) return;
+    Value value = describe(field, block);
+    if (value.hasTexts) value.lead.clear();
+    if (scope_.isPattern) out_.put(style_.name(at.path.text()) + ": ");
+    putValue(out_, value, field, block, options_.showSecrets != 0);
+    out_.put("\n");
   }
 
   static std::size_t nameColumns(const RecordView& record) {
@@ -93,95 +97,116 @@ class TextPrinter : public WalkHandler {
     return longest;
   }
 
-  std::string commentOf(const FieldView& field, const Value& value, const Position& at) const {
+  std::string commentOf(const FieldView& field, const Block& block, const Value& value,
+                        const Position& at) const {
+    std::string comment = value.comment;
     const bool holdsRecords = field.target() != nullptr && value.lead != "null";
     const bool isCut = options_.depth > 0 && at.depth - firstDepth_ + 1 >= options_.depth;
-    if (holdsRecords && scope_.only == nullptr && isCut) return value.comment + ", not shown";
-    return value.comment;
+    if (holdsRecords && scope_.only == nullptr && isCut) comment += ", not shown";
+    if (value.hasTexts && isDoubtful(block.label, options_)) comment += "doubtful";
+    return comment;
   }
 
-  void addValue(const Value& value, std::size_t column, std::string& row, std::size_t& used) const {
-    row += value.isAlarming ? style_.alarm(value.lead) : value.lead;
-    used += columns(value.lead);
-    for (std::size_t i = 0; i < value.texts.size(); ++i) {
-      const bool isLast = i + 1 == value.texts.size();
-      if (i > 0) {
-        row += " ";
-        ++used;
-      } else if (!value.lead.empty()) {
-        row += value.lead.back() == ':' ? " " : "  ";
-        used += value.lead.back() == ':' ? 1 : 2;
-      }
-      addText(value.texts[i], isLast ? "" : ",", column, row, used);
-    }
+  // Whether so many columns more fit on the line.
+  bool fits(std::size_t width) const { return width_ == 0 || used_ + gap_ + width <= width_; }
+
+  void putGap() {
+    out_.put(std::string(gap_, ' '));
+    used_ += gap_;
+    gap_ = 0;
+  }
+  void putPiece(const std::string& text, std::size_t width) {
+    if (text.empty()) return;
+    putGap();
+    out_.put(text);
+    used_ += width;
+  }
+
+  void putTexts(const Value& value, const FieldView& field, const Block& block) {
+    forEachText(field, block, options_.showSecrets != 0,
+                [&](const ShownText& shown, std::uint32_t index) {
+                  if (index > 0) {
+                    gap_ = 1;
+                  } else if (!value.lead.empty()) {
+                    gap_ = value.lead.back() == ':' ? 1 : 2;
+                  }
+                  putShown(shown, index + 1 == block.count ? "" : ",");
+                  return !out_.failed();
+                });
   }
 
   // A text that does not fit is broken into pieces, one a line, each in quotes of its own.
-  void addText(const ShownText& shown, const char* comma, std::size_t column, std::string& row,
-               std::size_t& used) const {
-    const std::string whole = (shown.isBare ? shown.text : quoted(shown.text)) + comma;
-    if (width_ == 0 || used + columns(whole) <= width_) {
-      row += style_.text(whole);
-      used += columns(whole);
+  void putShown(const ShownText& shown, const char* comma) {
+    const std::size_t width = width_ == 0 ? 0 : columnsOf(shown) + std::strlen(comma);
+    if (!fits(width) && used_ + gap_ > column_) breakLine();
+    if (shown.isBare() || fits(width)) {
+      putGap();
+      out_.put(style_.textStart());
+      putText(out_, shown);
+      out_.put(comma);
+      out_.put(style_.end());
+      used_ += width;
       return;
     }
-    if (used > column) breakLine(column, row, used);
-    if (shown.isBare || used + columns(whole) <= width_) {
-      row += style_.text(whole);
-      used += columns(whole);
-      return;
-    }
-    const std::size_t room = width_ > column + 2 + kLeastPiece ? width_ - column - 2 : kLeastPiece;
-    std::string piece;
+    const std::size_t room =
+        width_ > column_ + 2 + kLeastPiece ? width_ - column_ - 2 : kLeastPiece;
     std::size_t taken = 0;
-    for (const std::string& character : printableCharacters(shown.text)) {
-      const std::size_t width = columns(character);
-      if (taken + width > room) {
-        row += style_.text("\"" + piece + "\"");
-        breakLine(column, row, used);
-        piece.clear();
+    putGap();
+    out_.put(style_.textStart());
+    out_.put("\"");
+    const auto putWritten = [&](std::string_view written) {
+      const std::size_t more = columns(written);
+      if (taken + more > room) {
+        out_.put("\"");
+        out_.put(style_.end());
+        breakLine();
+        putGap();
+        out_.put(style_.textStart());
+        out_.put("\"");
         taken = 0;
       }
-      piece += character;
-      taken += width;
-    }
-    row += style_.text("\"" + piece + "\"" + comma);
-    used += taken + 2 + std::strlen(comma);
+      out_.put(written);
+      taken += more;
+    };
+    forEachWritten(shown.kept, putWritten);
+    if (shown.isMasked) forEachWritten(kMask, putWritten);
+    out_.put("\"");
+    out_.put(comma);
+    out_.put(style_.end());
+    used_ = column_ + taken + 2 + std::strlen(comma);
   }
 
-  void addComment(const Value& value, const std::string& comment, std::size_t column,
-                  std::string& row, std::size_t& used) const {
+  static std::size_t columnsOf(const ShownText& shown) {
+    if (shown.isBare()) return std::strlen(kMask);
+    return writtenColumns(shown.kept) + 2 + (shown.isMasked ? std::strlen(kMask) : 0);
+  }
+
+  void putComment(const Value& value, const std::string& comment) {
     if (comment.empty()) return;
-    const std::size_t valueEnd = column + kValueColumns;
-    std::size_t gap = used < valueEnd ? valueEnd - used + 2 : 2;
+    const std::size_t valueEnd = column_ + kValueColumns;
+    const std::size_t width = columns(comment);
+    gap_ = used_ < valueEnd ? valueEnd - used_ + 2 : 2;
     // A narrow line gives up the alignment before it gives up being one line.
-    if (width_ > 0 && used + gap + columns(comment) > width_) gap = 2;
-    const std::string shown = value.isAlarming ? style_.alarm(comment) : style_.faint(comment);
-    if (width_ == 0 || used + gap + columns(comment) <= width_) {
-      row += std::string(gap, ' ') + shown;
-      return;
-    }
-    if (used > column) breakLine(column, row, used);
-    row += shown;
+    if (!fits(width)) gap_ = 2;
+    if (!fits(width) && used_ > column_) breakLine();
+    putPiece(value.isAlarming ? style_.alarm(comment) : style_.faint(comment), width);
   }
 
-  static void breakLine(std::size_t column, std::string& row, std::size_t& used) {
-    while (!row.empty() && row.back() == ' ') row.pop_back();
-    row += "\n" + std::string(column, ' ');
-    used = column;
-  }
-
-  void line(std::size_t indent, const std::string& text) {
-    out_.put(std::string(indent, ' '));
-    out_.put(text);
+  void breakLine() {
     out_.put("\n");
+    used_ = 0;
+    gap_ = column_;
   }
 
-  const BkoqPrintOptions& options_;
+  const Options& options_;
   const Scope& scope_;
   Output& out_;
   Style style_;
   std::size_t width_ = 0;
+  // Of the row that is being written: where its value begins, columns used, spaces that come next.
+  std::size_t column_ = 0;
+  std::size_t used_ = 0;
+  std::size_t gap_ = 0;
   bool isEmbedded_ = false;
   bool isAnythingShown_ = false;
   bool isInScope_ = false;
@@ -190,8 +215,11 @@ class TextPrinter : public WalkHandler {
 
 }  // namespace
 
-bool printText(const RecordView& job, const BkoqPrintOptions& options, const Scope& scope,
-               Output& out) {
+bool printText(const RecordView& job, const Options& options, const Scope& scope, Output& out) {
+  if (*scope.note != '\0') {
+    out.put(Style(options.colour != 0).alarm(scope.note));
+    out.put("\n");
+  }
   TextPrinter printer(options, scope, out);
   Walker<TextPrinter>(printer).walk(job);
   return printer.isAnythingShown();

@@ -207,9 +207,9 @@ constexpr auto nodeStart(BkoqLayout layout) {
       layout == BKOQ_LAYOUT_CURRENT ? type : typeOld,
       BKOQ_ROW(usNodeOS, kNumber, "operating-system code", "BKQNode::setNodeOS")
           .called(kNodeSystems),
-      BKOQ_ROW(pszNodeOSVer, kNodeText, "operating-system version; UNIX: a second text behind it",
+      BKOQ_ROW(pszNodeOSVer, kNodeText, "operating-system version; UNIX: a second text after it",
                "BKQNode::setNodeOSver"),
-      BKOQ_ROW(pszNodeName, kNodeText, "node name; UNIX: a second text behind it",
+      BKOQ_ROW(pszNodeName, kNodeText, "node name; UNIX: a second text after it",
                "BKQNode::setNodeName"),
       layout == BKOQ_LAYOUT_CURRENT ? address : addressOld,
       BKOQ_ROW(pszUserName, kText, "user name", "BKQNode::setUserName"),

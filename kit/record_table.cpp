@@ -217,24 +217,24 @@ const Word* nodeTypes() { return kNodeTypes; }
 
 Variant filterVariant(std::uint32_t filterType, std::uint32_t timeRange) {
   switch (filterType) {
-    case 1:
-    case 2:
-    case 3:
+    case BKOQ_FILTER_VOLUME:
+    case BKOQ_FILTER_FILE:
+    case BKOQ_FILTER_DIRECTORY:
       return kPatternFilter;
-    case 4:
+    case BKOQ_FILTER_TIME:
       break;
-    case 5:
+    case BKOQ_FILTER_ATTRIBUTE:
       return kAttributeFilter;
     default:
       return kUnknownFilter;
   }
   switch (timeRange) {
-    case 0:
-    case 1:
+    case BKOQ_RANGE_BEFORE:
+    case BKOQ_RANGE_AFTER:
       return kBoundFilter;
-    case 2:
+    case BKOQ_RANGE_BETWEEN:
       return kBetweenFilter;
-    case 3:
+    case BKOQ_RANGE_WITHIN:
       return kWithinFilter;
     default:
       return kUnknownTimeFilter;

@@ -179,7 +179,7 @@ Variant filterVariant(std::uint32_t filterType, std::uint32_t timeRange);
 // In words, for pages about the records; "" for kAlways.
 const char* variantName(std::uint8_t variants);
 
-constexpr std::uint32_t kUnixNodeType = 3;
+constexpr std::uint32_t kUnixNodeType = BKOQ_NODE_UNIX;
 
 }  // namespace bkoq::kit
 

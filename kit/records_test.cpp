@@ -39,6 +39,8 @@ BKDDISK, 52 bytes: one disk of a machine or of a restore destination
       40      4  ulReserved2       reserved                reserved: zero
       44      4  pszEncryptionKey  text, secret            encryption key                                                                         BKQDisk::setEncryptionKey
       48      4  ulReserved3       reserved                reserved: zero
+
+  ulOptions, bits: 0x00002000 compression; 0x00004000 encryption
 )"));
   EXPECT_EQ(records("BKFILTER_FILE", BKOQ_LAYOUT_CURRENT, BKOQ_FORMAT_TEXT), expected(R"(
 BKFILTER_FILE, 32 bytes: one filter
@@ -66,6 +68,10 @@ BKFILTER_FILE, 32 bytes: one filter
       12      4  ulOpaque12      opaque    unknown kind or range: nothing is known of it
       16      2  usOpaque16      opaque    unknown kind or range: nothing is known of it
       18     14  abReserved18    reserved  reserved: zero
+
+  usFilterType, codes: 1 volume; 2 file; 3 directory; 4 time; 5 attribute
+  usInclExcl, codes: 0 include; 1 exclude
+  usTimeRange, codes: 0 before; 1 after; 2 between; 3 within
 )"));
   EXPECT_EQ(records("BKROTATIONINFO", BKOQ_LAYOUT_PREVIOUS, BKOQ_FORMAT_TEXT), expected(R"(
 BKROTATIONINFO_OLD, 48 bytes: media rotation of the schedule
@@ -95,8 +101,8 @@ TEST(Records, ArePrintedAsMarkdown) {
 |---:|---:|---|---|---|---|
 | 0 | 2 | `usNodeType` | number | node kind; tape node: 3, a restore node: actual one | BKQNode::nodeType, BKQRestoreNode::setActualNodeType |
 | 2 | 2 | `usNodeOS` | number | operating-system code | BKQNode::setNodeOS |
-| 4 | 4 | `pszNodeOSVer` | text, or two texts | operating-system version; UNIX: a second text behind it | BKQNode::setNodeOSver |
-| 8 | 4 | `pszNodeName` | text, or two texts | node name; UNIX: a second text behind it | BKQNode::setNodeName |
+| 4 | 4 | `pszNodeOSVer` | text, or two texts | operating-system version; UNIX: a second text after it | BKQNode::setNodeOSver |
+| 8 | 4 | `pszNodeName` | text, or two texts | node name; UNIX: a second text after it | BKQNode::setNodeName |
 | 12 | 4 | `pszNodeAddress` | text | node address; for an NDS node without one its domain | BKQNode::setNodeAddress, for NDS setNodeDomain |
 | 16 | 4 | `pszUserName` | text | user name | BKQNode::setUserName |
 | 20 | 4 | `pszPassword` | text, secret | password | BKQNode::setPassword |
@@ -114,6 +120,10 @@ TEST(Records, ArePrintedAsMarkdown) {
 | 60 | 24 | `abReserved60` | reserved | reserved: zero | |
 | 84 | 4 | `pszNodeDomain` | text | node domain; for an NDS node its address | BKQNode::setNodeDomain, for NDS setNodeAddress |
 | 88 | 12 | `abReserved88` | reserved | reserved: zero | |
+
+- `usNodeType`, codes: 2 Macintosh; 3 UNIX; 6 NDS; 8 NetWare; 9 Windows NT; 10 OS/2; 11 Windows 95; 12 Windows; 13 NDS; 20 FTP; 21 Sybase; 22 Oracle; 23 Informix; 24 tape node, unfinished; 25 restore node, unfinished; 26 snapshot; 27 database restore node, unfinished; 3 tape node
+- `usNodeOS`, codes: 2 OS/2; 4 NetWare; 5 Windows; 6 UNIX; 7 Mac; 8 Windows NT
+- `ulNodeOptions`, bits: 0x00000040 no estimate; 0x00000200 a text follows the name; 0x00000800 a text follows the version
 )"));
 }
 

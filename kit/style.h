@@ -12,11 +12,13 @@ class Style {
 
   std::string heading(const std::string& text) const { return in("1", text); }
   std::string name(const std::string& text) const { return in("36", text); }
-  std::string text(const std::string& text) const { return in("32", text); }
   std::string faint(const std::string& text) const { return in("2", text); }
   std::string alarm(const std::string& text) const { return in("31", text); }
-  std::string added(const std::string& text) const { return in("32", text); }
-  std::string removed(const std::string& text) const { return in("31", text); }
+
+  // What precedes and follows a text that is too long to be put together.
+  const char* textStart() const { return isOn_ ? "\033[32m" : ""; }
+  const char* removedStart() const { return isOn_ ? "\033[31m" : ""; }
+  const char* end() const { return isOn_ ? "\033[0m" : ""; }
 
  private:
   std::string in(const char* code, const std::string& text) const {

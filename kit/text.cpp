@@ -25,63 +25,75 @@ bool isUtf8(std::string_view bytes) {
   return true;
 }
 
-std::vector<std::string> printableCharacters(std::string_view bytes) {
-  std::vector<std::string> characters;
+std::string escaped(const Character& character, std::string_view raw) {
+  if (character.code == '"' || character.code == '\\') return "\\" + std::string(raw);
+  if (character.code == '\n') return "\\n";
+  if (character.code == '\t') return "\\t";
+  std::string text;
+  for (const char byte : raw) text += formatted("\\x%02x", static_cast<unsigned char>(byte));
+  return text;
+}
+
+std::size_t writtenColumns(std::string_view bytes) {
+  std::size_t taken = 0;
+  forEachWritten(bytes, [&](std::string_view written) { taken += columns(written); });
+  return taken;
+}
+
+void putQuoted(Output& out, std::string_view bytes, std::string_view rest) {
+  out.put("\"");
+  forEachWritten(bytes, [&](std::string_view written) { out.put(written); });
+  out.put(rest);
+  out.put("\"");
+}
+
+std::string quoted(std::string_view bytes) {
+  return printedBy([&](Output& out) { putQuoted(out, bytes); });
+}
+
+void putJsonText(Output& out, std::string_view bytes, std::string_view rest) {
+  if (!isUtf8(bytes)) {
+    out.put("{\"hex\": \"");
+    putHex(out, reinterpret_cast<const std::uint8_t*>(bytes.data()), bytes.size());
+    out.put(rest.empty() ? "\"}" : "\", \"rest\": \"" + std::string(rest) + "\"}");
+    return;
+  }
+  out.put("\"");
   for (std::size_t i = 0; i < bytes.size();) {
     const Character character = characterAt(bytes, i);
     const std::string_view raw = bytes.substr(i, character.size);
     i += character.size;
     if (character.code == '"' || character.code == '\\') {
-      characters.push_back("\\" + std::string(raw));
-    } else if (character.code == '\n') {
-      characters.emplace_back("\\n");
-    } else if (character.code == '\t') {
-      characters.emplace_back("\\t");
+      out.put("\\");
+      out.put(raw);
     } else if (character.isPrintable) {
-      characters.emplace_back(raw);
+      out.put(raw);
+    } else if (character.code < 0x10000) {
+      out.put(formatted("\\u%04x", character.code));
     } else {
-      for (const char byte : raw) {
-        characters.push_back(formatted("\\x%02x", static_cast<unsigned char>(byte)));
-      }
+      const std::uint32_t above = character.code - 0x10000;
+      out.put(formatted("\\u%04x", 0xD800 + (above >> 10)));
+      out.put(formatted("\\u%04x", 0xDC00 + (above & 0x3FF)));
     }
   }
-  return characters;
-}
-
-std::string quoted(std::string_view bytes) {
-  std::string text = "\"";
-  for (const std::string& character : printableCharacters(bytes)) text += character;
-  return text + "\"";
+  out.put(rest);
+  out.put("\"");
 }
 
 std::string jsonQuoted(std::string_view utf8) {
-  std::string text = "\"";
-  for (std::size_t i = 0; i < utf8.size();) {
-    const Character character = characterAt(utf8, i);
-    const std::string_view raw = utf8.substr(i, character.size);
-    i += character.size;
-    if (character.code == '"' || character.code == '\\') {
-      text += "\\" + std::string(raw);
-    } else if (character.isPrintable) {
-      text += raw;
-    } else if (character.code < 0x10000) {
-      text += formatted("\\u%04x", character.code);
-    } else {
-      const std::uint32_t above = character.code - 0x10000;
-      text += formatted("\\u%04x", 0xD800 + (above >> 10));
-      text += formatted("\\u%04x", 0xDC00 + (above & 0x3FF));
-    }
+  return printedBy([&](Output& out) { putJsonText(out, utf8); });
+}
+
+void putHex(Output& out, const std::uint8_t* bytes, std::size_t size) {
+  constexpr char kDigits[] = "0123456789abcdef";
+  for (std::size_t i = 0; i < size; ++i) {
+    const char digits[] = {' ', kDigits[bytes[i] >> 4], kDigits[bytes[i] & 15]};
+    out.put(i > 0 ? std::string_view(digits, 3) : std::string_view(digits + 1, 2));
   }
-  return text + "\"";
 }
 
 std::string hexBytes(const std::uint8_t* bytes, std::size_t size) {
-  std::string text;
-  for (std::size_t i = 0; i < size; ++i) {
-    if (i > 0) text += ' ';
-    text += formatted("%02x", bytes[i]);
-  }
-  return text;
+  return printedBy([&](Output& out) { putHex(out, bytes, size); });
 }
 
 std::string hexNumber(std::uint32_t value, std::uint32_t width) {

@@ -5,7 +5,9 @@
 #include <cstdint>
 #include <string>
 #include <string_view>
-#include <vector>
+
+#include "kit/characters.h"
+#include "kit/output.h"
 
 namespace bkoq::kit {
 
@@ -14,14 +16,24 @@ namespace bkoq::kit {
 
 bool isUtf8(std::string_view bytes);
 
-// What each character is written as between quotes: itself, or an escape such as \n or \xfe, which
-// always has two digits.
-std::vector<std::string> printableCharacters(std::string_view bytes);
+// A character as it is written between quotes: itself, or an escape such as \n or \xfe, which
+// always has two digits. Calls `use(piece)` with the piece of text for each.
+template <class Use>
+void forEachWritten(std::string_view bytes, const Use& use);
+
+// Columns that the characters take between quotes, one for each that is written.
+std::size_t writtenColumns(std::string_view bytes);
+
+// Between quotes; with `rest`, which is written as it is, at the end.
+void putQuoted(Output& out, std::string_view bytes, std::string_view rest = {});
 std::string quoted(std::string_view bytes);
 
-// As a JSON string; only for valid UTF-8.
+// As a JSON string, {"hex": "ff fe"} when the bytes are no UTF-8; with `rest` as above.
+void putJsonText(Output& out, std::string_view bytes, std::string_view rest = {});
+// Only for valid UTF-8.
 std::string jsonQuoted(std::string_view utf8);
 
+void putHex(Output& out, const std::uint8_t* bytes, std::size_t size);
 // "0a ff".
 std::string hexBytes(const std::uint8_t* bytes, std::size_t size);
 // "0x0000002a", with `width` bytes.
@@ -34,6 +46,26 @@ std::string padded(std::string text, std::size_t width);
 std::string leftPadded(const std::string& text, std::size_t width);
 // Columns that a text takes on a terminal, one for each character.
 std::size_t columns(std::string_view utf8);
+
+// ---- Implementation
+
+// The escape of a character that cannot be written as it is: one for each byte unless it has a
+// name.
+std::string escaped(const Character& character, std::string_view raw);
+
+template <class Use>
+void forEachWritten(std::string_view bytes, const Use& use) {
+  for (std::size_t i = 0; i < bytes.size();) {
+    const Character character = characterAt(bytes, i);
+    const std::string_view raw = bytes.substr(i, character.size);
+    i += character.size;
+    if (character.isPrintable && character.code != '"' && character.code != '\\') {
+      use(raw);
+    } else {
+      use(std::string_view(escaped(character, raw)));
+    }
+  }
+}
 
 }  // namespace bkoq::kit
 

@@ -1,24 +1,9 @@
 #include "kit/value.h"
 
-#include <cstring>
-
 #include "kit/text.h"
 
 namespace bkoq::kit {
 namespace {
-
-void mask(ShownText& shown, Secret secret, std::size_t index) {
-  if (shown.text.empty()) return;
-  std::size_t kept = 0;
-  if (secret == Secret::kCredentials && index == 0) {
-    const std::size_t colon = shown.text.find(':');
-    if (colon == std::string::npos) return;
-    kept = colon + 1;
-  }
-  shown.text.replace(kept, std::string::npos, kMask);
-  shown.isMasked = true;
-  shown.isBare = kept == 0;
-}
 
 std::string number(const FieldView& field) {
   switch (field.kind()) {
@@ -50,7 +35,7 @@ std::string numberComment(const FieldView& field) {
   }
 }
 
-Value pointerValue(const FieldView& field, const Block& block, bool showSecrets) {
+Value pointerValue(const FieldView& field, const Block& block) {
   Value value;
   if (block.bytes == nullptr) {
     value.lead = "null";
@@ -69,23 +54,37 @@ Value pointerValue(const FieldView& field, const Block& block, bool showSecrets)
     return value;
   }
   if (field.kind() == FieldKind::kTextList) value.lead += "  " + contentName(field, block) + ":";
-  value.texts = shownTexts(field, block, showSecrets);
+  value.hasTexts = block.count > 0;
   return value;
 }
 
 }  // namespace
 
-std::vector<ShownText> shownTexts(const FieldView& field, const Block& block, bool showSecrets) {
-  std::vector<ShownText> texts;
-  const char* next = reinterpret_cast<const char*>(block.bytes);
-  for (std::uint32_t i = 0; i < block.count; ++i) {
-    ShownText shown;
-    shown.text = next;
-    next += shown.text.size() + 1;
-    if (!showSecrets && field.def().secret != Secret::kNone) mask(shown, field.def().secret, i);
-    texts.push_back(std::move(shown));
+ShownText shownText(const FieldView& field, std::string_view text, std::uint32_t index,
+                    bool showSecrets) {
+  const Secret secret = field.def().secret;
+  if (showSecrets || secret == Secret::kNone || text.empty()) return {text, false};
+  if (secret == Secret::kCredentials && index == 0) {
+    const std::size_t colon = text.find(':');
+    if (colon == std::string_view::npos) return {text, false};
+    return {text.substr(0, colon + 1), true};
   }
-  return texts;
+  return {{}, true};
+}
+
+bool isMasked(const FieldView& field, const Block& block, bool showSecrets) {
+  if (showSecrets || field.def().secret == Secret::kNone) return false;
+  bool isAnyMasked = false;
+  forEachText(field, block, showSecrets, [&](const ShownText& shown, std::uint32_t) {
+    isAnyMasked = shown.isMasked;
+    return !isAnyMasked;
+  });
+  return isAnyMasked;
+}
+
+void putText(Output& out, const ShownText& shown) {
+  if (shown.isBare()) return out.put(kMask);
+  putQuoted(out, shown.kept, shown.isMasked ? kMask : "");
 }
 
 std::string bitNames(const FieldView& field) {
@@ -110,8 +109,8 @@ std::string placeName(std::uint32_t block, std::uint32_t offset) {
   return "#" + std::to_string(block) + "+" + std::to_string(offset);
 }
 
-Value describe(const FieldView& field, const Block& block, bool showSecrets) {
-  if (field.pointsSomewhere()) return pointerValue(field, block, showSecrets);
+Value describe(const FieldView& field, const Block& block) {
+  if (field.pointsSomewhere()) return pointerValue(field, block);
   Value value;
   switch (field.kind()) {
     case FieldKind::kReserved:
@@ -151,14 +150,15 @@ Value describe(const FieldView& field, const Block& block, bool showSecrets) {
   return value;
 }
 
-std::string oneLine(const Value& value) {
-  std::string line = value.lead;
-  for (std::size_t i = 0; i < value.texts.size(); ++i) {
-    const ShownText& shown = value.texts[i];
-    line += i > 0 ? ", " : line.empty() ? "" : " ";
-    line += shown.isBare ? shown.text : quoted(shown.text);
-  }
-  return line;
+void putValue(Output& out, const Value& value, const FieldView& field, const Block& block,
+              bool showSecrets) {
+  out.put(value.lead);
+  if (!value.hasTexts) return;
+  forEachText(field, block, showSecrets, [&](const ShownText& shown, std::uint32_t index) {
+    out.put(index > 0 ? ", " : value.lead.empty() ? "" : " ");
+    putText(out, shown);
+    return !out.failed();
+  });
 }
 
 }  // namespace bkoq::kit

@@ -180,6 +180,42 @@ inline Block blockOf(const FieldView& field) {
   return block;
 }
 
+// The kind of a field as the interface tells it.
+inline BkoqFieldKind publicKind(FieldKind kind) {
+  switch (kind) {
+    case FieldKind::kNumber:
+      return BKOQ_FIELD_NUMBER;
+    case FieldKind::kCount:
+      return BKOQ_FIELD_COUNT;
+    case FieldKind::kFlags:
+      return BKOQ_FIELD_FLAGS;
+    case FieldKind::kTime:
+      return BKOQ_FIELD_TIME;
+    case FieldKind::kClientTime:
+      return BKOQ_FIELD_CLIENT_TIME;
+    case FieldKind::kByteList:
+      return BKOQ_FIELD_BYTE_LIST;
+    case FieldKind::kText:
+      return BKOQ_FIELD_TEXT;
+    case FieldKind::kTwoTexts:
+    case FieldKind::kNodeText:
+      return BKOQ_FIELD_TWO_TEXTS;
+    case FieldKind::kTextList:
+      return BKOQ_FIELD_TEXT_LIST;
+    case FieldKind::kArray:
+      return BKOQ_FIELD_ARRAY;
+    case FieldKind::kRecord:
+      return BKOQ_FIELD_RECORD;
+    case FieldKind::kEmbedded:
+      return BKOQ_FIELD_EMBEDDED;
+    case FieldKind::kReserved:
+      return BKOQ_FIELD_RESERVED;
+    case FieldKind::kOpaque:
+      break;
+  }
+  return BKOQ_FIELD_OPAQUE;
+}
+
 }  // namespace bkoq::kit
 
 #endif  // BKOQ_KIT_VIEW_H_

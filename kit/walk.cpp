@@ -5,41 +5,6 @@
 namespace bkoq::kit {
 namespace {
 
-BkoqFieldKind toKind(FieldKind kind) {
-  switch (kind) {
-    case FieldKind::kNumber:
-      return BKOQ_FIELD_NUMBER;
-    case FieldKind::kCount:
-      return BKOQ_FIELD_COUNT;
-    case FieldKind::kFlags:
-      return BKOQ_FIELD_FLAGS;
-    case FieldKind::kTime:
-      return BKOQ_FIELD_TIME;
-    case FieldKind::kClientTime:
-      return BKOQ_FIELD_CLIENT_TIME;
-    case FieldKind::kByteList:
-      return BKOQ_FIELD_BYTE_LIST;
-    case FieldKind::kText:
-      return BKOQ_FIELD_TEXT;
-    case FieldKind::kTwoTexts:
-    case FieldKind::kNodeText:
-      return BKOQ_FIELD_TWO_TEXTS;
-    case FieldKind::kTextList:
-      return BKOQ_FIELD_TEXT_LIST;
-    case FieldKind::kArray:
-      return BKOQ_FIELD_ARRAY;
-    case FieldKind::kRecord:
-      return BKOQ_FIELD_RECORD;
-    case FieldKind::kEmbedded:
-      return BKOQ_FIELD_EMBEDDED;
-    case FieldKind::kReserved:
-      return BKOQ_FIELD_RESERVED;
-    case FieldKind::kOpaque:
-      break;
-  }
-  return BKOQ_FIELD_OPAQUE;
-}
-
 class Visitor : public WalkHandler {
  public:
   Visitor(BkoqVisitor visitor, void* user) : visitor_(visitor), user_(user) {}
@@ -53,7 +18,7 @@ class Visitor : public WalkHandler {
     visit.width = field.def().width;
     visit.bytes = field.bytes();
     visit.field = field.def().name;
-    visit.kind = toKind(field.kind());
+    visit.kind = publicKind(field.kind());
     visit.fieldOffset = field.def().offset;
     visit.meaning = field.def().meaning;
     visit.filledBy = field.def().filledBy;
@@ -118,6 +83,8 @@ const char* bkoqStatusText(BkoqStatus status) {
       return "the image is damaged";
     case BKOQ_BAD_TREE:
       return "the tree holds what cannot be told";
+    case BKOQ_OTHER_LAYOUT:
+      return "the tree looks like one of the other layout";
   }
   return "an unknown status";
 }

@@ -262,7 +262,7 @@ TYPED_TEST(ListTest, WithoutMemoryNothingIsHandedOut) {
   EXPECT_EQ(page->at(0), this->elements[1].get());
 }
 
-// A cursor of 16 bits starts again behind 65,536 elements; one of 32 bits goes on.
+// A cursor of 16 bits starts again after 65,536 elements; one of 32 bits goes on.
 TYPED_TEST(ListTest, CursorMovesInItsOwnWidth) {
   this->add(1);
   for (unsigned int i = 0; i < 65536; ++i) TypeParam::add(*this->owner, *this->elements[1]);

@@ -90,7 +90,7 @@ TEST(DiskItem, CopyHoldsEachNameTwice) {
   clone->mycopy(clone.get());
   ASSERT_EQ(clone->fileEntries(), 4u);
   EXPECT_EQ(item.fileEntries(), 2u);
-  // The cursor is copied: it stands behind the first name.
+  // The cursor is copied: it is after the first name.
   BKQStringCol* names = nullptr;
   EXPECT_EQ(clone->enumFiles(names, 0), 3u);
   names->clearAndDestroy();
@@ -196,7 +196,7 @@ TEST(Disk, CopyHoldsItemsAndFiltersTwice) {
   EXPECT_STREQ(target.getDiskName(), "/");
   EXPECT_EQ(target.diskItemEntries(), 2u);
   EXPECT_EQ(target.filterEntries(), 2u);
-  // The cursor is copied: it stands behind the first item.
+  // The cursor is copied: it is after the first item.
   EXPECT_EQ(target.enumDiskItems(out, 0), 1u);
   auto* clonedItem = static_cast<BKQDiskItem*>(out->at(0));
   EXPECT_NE(clonedItem, &item);

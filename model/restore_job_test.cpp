@@ -31,7 +31,7 @@ TEST(RestoreJob, PartsThatCloneToNullAreMissingFromACopy) {
   job.addFilter(filter);
   job.addFilter(own);
   job.BKQJob::setSchedule(*new UnclonedSchedule);
-  job.setEMailInfo(*new ForeignEMail([](void*, bool) { return 1; }));
+  job.setEMailInfo(*new ForeignEMail([](void*, BkoqLayout) { return 1; }));
   const std::unique_ptr<BKQRestoreJob> clone(job.clone());
   EXPECT_EQ(clone->filterEntries(), 1u);
   EXPECT_EQ(clone->scheduleExists(), 0);

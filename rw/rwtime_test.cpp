@@ -143,8 +143,8 @@ TEST_F(Time, IsMadeFromCalendarFields) {
       {"first of time_t", kUtc, fieldsOf(1901, 12, 13, 20, 45, 52, 0), 29969152UL},
       {"before time_t", kUtc, fieldsOf(1901, 12, 13, 20, 45, 51, 0), 0},
       {"last count", kUtc, fieldsOf(2037, 2, 6, 6, 28, 15, 0), 4294967295UL},
-      {"behind the last count", kUtc, fieldsOf(2037, 2, 6, 6, 28, 16, 0), 0},
-      {"behind time_t", kUtc, fieldsOf(2100, 1, 1, 0, 0, 0, 0), 0},
+      {"after the last count", kUtc, fieldsOf(2037, 2, 6, 6, 28, 16, 0), 0},
+      {"after time_t", kUtc, fieldsOf(2100, 1, 1, 0, 0, 0, 0), 0},
   };
   for (const auto& row : kRows) {
     moveTo(row.zone);

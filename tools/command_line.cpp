@@ -196,6 +196,13 @@ class CommandLine {
         ->check(oneOf({"auto", "always", "never"}));
   }
   void json(CLI::App& sub) { sub.add_flag("--json", request_.json, "print JSON, for programs"); }
+  // Of trees; "--json=plain" gives the values alone.
+  void jsonOfTrees(CLI::App& sub) {
+    sub.add_flag("--json{full}", request_.jsonForm,
+                 "print JSON, for programs; --json=plain: the values alone")
+        ->check(oneOf({"full", "plain"}))
+        ->each([this](const std::string&) { request_.json = true; });
+  }
   void secrets(CLI::App& sub) {
     sub.add_flag("--show-secrets", request_.showSecrets, "print passwords and keys as they are");
   }
@@ -261,7 +268,7 @@ class CommandLine {
     sub.add_flag("--short", request_.isShort, "leave out what is zero or null");
     look(sub);
     now(sub);
-    json(sub);
+    jsonOfTrees(sub);
     secrets(sub);
     image->excludes(sub.get_option("--json"))->excludes(sub.get_option("--show-secrets"));
   }
@@ -274,16 +281,24 @@ class CommandLine {
                         "  bkoq show examples/nightly-backup.json --only BKDDISK\n"
                         "  bkoq show examples/nightly-backup.json --field "
                         "'pSourceNodes[0].pszNodeName'\n"
-                        "  bkoq show examples/nightly-backup.json --at '#2+16'",
+                        "  bkoq show examples/nightly-backup.json --field "
+                        "'pSourceNodes[*].pMedia[*].pszDiskName'\n"
+                        "  bkoq show examples/nightly-backup.json --at '#2+16'\n"
+                        "  bkoq show nightly.image --at file:332\n"
+                        "  bkoq show damaged.image --salvage",
                         [this] { return showCommand(request_); });
     file(sub, "FILE", "a job file or an image");
     layout(sub, true, "the layout that a job is flattened in; current unless given");
     auto* annotate = sub.add_flag("--annotate", request_.annotate,
                                   "print every byte of every block, with what it means");
-    auto* field = sub.add_option("--field", request_.field, "print what stands at that path only")
+    auto* field = sub.add_option("--field", request_.field,
+                                 "print what is at that path only; * stands for any part of a "
+                                 "name or index, ** for anything")
                       ->type_name("PATH");
-    auto* at = sub.add_option("--at", request_.at, "say what lies at a byte of a block: '#3+12'")
-                   ->type_name("BLOCK+OFFSET");
+    auto* at = sub.add_option("--at", request_.at,
+                              "say what lies at a byte of a block, '#3+12', or of an image, "
+                              "'file:332'")
+                   ->type_name("PLACE");
     auto* only = sub.add_option("--only", request_.only, "print only the records of that name")
                      ->type_name("RECORD");
     sub.add_option("--depth", request_.depth, "print so many levels of records")
@@ -293,13 +308,15 @@ class CommandLine {
                    "fold texts at so many columns; at those of the terminal unless given")
         ->type_name("N")
         ->check(between(40, 10000));
+    sub.add_flag("--salvage", request_.salvage,
+                 "of a damaged image print all that can still be read, and say what is doubtful");
     field->excludes(at)->excludes(only)->excludes(annotate)->check(notEmpty());
     at->excludes(only)->excludes(annotate)->check(notEmpty());
     only->check(notEmpty());
     sub.add_flag("--short", request_.isShort, "leave out what is zero or null");
     look(sub);
     now(sub);
-    json(sub);
+    jsonOfTrees(sub);
     auto* html = page(sub, "print a page to look at in a browser, of a job with both layouts");
     secrets(sub);
     for (const char* other : {"--json", "--depth", "--width"}) {
@@ -316,6 +333,8 @@ class CommandLine {
                         "  bkoq diff --layouts examples/nightly-backup.json\n"
                         "  bkoq diff examples/verify.json examples/compare.json\n"
                         "  bkoq diff nightly.image examples/nightly-backup.json --json\n"
+                        "  bkoq diff old.image new.image --ignore 'stSchedule' --ignore "
+                        "'**.pszComments'\n"
                         "  bkoq diff monday.image tuesday.image --html -o what-changed.html",
                         [this] { return diffCommand(request_); });
     file(sub, "FILE", "two job files or images; one job file with --layouts")->expected(1, 2);
@@ -325,6 +344,16 @@ class CommandLine {
            "the layout that jobs are flattened in; that of an image beside, or the current one, "
            "unless given");
     sub.get_option("--layout")->excludes(layouts);
+    sub.add_option("--only", request_.onlyPaths,
+                   "only differences at that path or pattern; can be given again")
+        ->type_name("PATTERN")
+        ->allow_extra_args(false)
+        ->check(notEmpty());
+    sub.add_option("--ignore", request_.ignoredPaths,
+                   "no differences at that path or pattern; can be given again")
+        ->type_name("PATTERN")
+        ->allow_extra_args(false)
+        ->check(notEmpty());
     look(sub);
     now(sub);
     json(sub);

@@ -2,6 +2,7 @@
 
 #include <cstdlib>
 #include <cstring>
+#include <memory>
 #include <nlohmann/json.hpp>
 #include <utility>
 
@@ -19,9 +20,10 @@ namespace {
 
 BkoqPrintOptions printOptions(const Request& request) {
   BkoqPrintOptions options = {};
-  options.format = request.json       ? BKOQ_FORMAT_JSON
-                   : request.annotate ? BKOQ_FORMAT_ANNOTATED
-                                      : BKOQ_FORMAT_TEXT;
+  options.format = request.jsonForm == "plain" ? BKOQ_FORMAT_PLAIN_JSON
+                   : request.json              ? BKOQ_FORMAT_JSON
+                   : request.annotate          ? BKOQ_FORMAT_ANNOTATED
+                                               : BKOQ_FORMAT_TEXT;
   options.showSecrets = request.showSecrets ? 1 : 0;
   options.hideReserved = 1;
   options.hideZero = request.isShort ? 1 : 0;
@@ -32,25 +34,43 @@ BkoqPrintOptions printOptions(const Request& request) {
   return options;
 }
 
+unsigned int parseNumber(const char* at, char** end) {
+  const bool isHexadecimal = at[0] == '0' && at[1] == 'x';
+  return static_cast<unsigned int>(std::strtoul(at, end, isHexadecimal ? 16 : 10));
+}
+
 // "3+12", "#3+12" or "12", which is a byte of the first block.
 bool parsePlace(const std::string& text, unsigned int& block, unsigned int& offset) {
-  const auto number = [](const char* at, char** end) {
-    const bool isHexadecimal = at[0] == '0' && at[1] == 'x';
-    return static_cast<unsigned int>(std::strtoul(at, end, isHexadecimal ? 16 : 10));
-  };
   const char* at = text.c_str();
   if (*at == '#') ++at;
   char* end = nullptr;
   if (std::strchr("0123456789", *at) == nullptr || *at == '\0') return false;
-  offset = number(at, &end);
+  offset = parseNumber(at, &end);
   block = 1;
   if (*end == '+' && end[1] >= '0' && end[1] <= '9') {
     block = offset;
-    offset = number(end + 1, &end);
+    offset = parseNumber(end + 1, &end);
   } else if (text[0] == '#') {
     return false;
   }
   return *end == '\0';
+}
+
+// "file:332": a byte of an image.
+bool parseFilePlace(const std::string& text, unsigned int& offset) {
+  const std::size_t begin = std::strlen("file:");
+  if (text.compare(0, begin, "file:") != 0 || text[begin] < '0' || text[begin] > '9') return false;
+  char* end = nullptr;
+  offset = parseNumber(text.c_str() + begin, &end);
+  return *end == '\0';
+}
+
+// For the kit, which wants a null pointer at the end.
+std::vector<const char*> listOf(const std::vector<std::string>& texts) {
+  std::vector<const char*> list;
+  for (const std::string& text : texts) list.push_back(text.c_str());
+  list.push_back(nullptr);
+  return list;
 }
 
 Status printed(BkoqStatus status, const std::string& missing) {
@@ -60,38 +80,92 @@ Status printed(BkoqStatus status, const std::string& missing) {
   return fail(bkoqStatusText(status));
 }
 
-// Prints a tree, or what of it was asked for.
-Status printTree(const OwnedTree& tree, const Request& request, BkoqSink sink, void* user) {
-  const BkoqPrintOptions options = printOptions(request);
-  const std::string inLayout = std::string(" in the ") + nameOf(tree.layout()) + " layout";
-  if (!request.field.empty()) {
-    return printed(
-        bkoqPrintField(tree.root(), tree.layout(), request.field.c_str(), &options, sink, user),
-        "there is no \"" + request.field + "\"" + inLayout + " of this job");
-  }
-  if (!request.at.empty()) {
-    unsigned int block = 0;
-    unsigned int offset = 0;
-    if (!parsePlace(request.at, block, offset)) {
-      return fail("--at takes the byte of a block, such as \"#3+12\", not \"" + request.at + "\"");
-    }
-    return printed(
-        bkoqPrintAt(tree.root(), tree.layout(), block, offset, &options, sink, user),
-        "there is no byte " + std::to_string(offset) + " in block #" + std::to_string(block));
-  }
-  return printed(bkoqPrint(tree.root(), tree.layout(), &options, sink, user),
-                 "there is no record \"" + request.only + "\"" + inLayout + " of this job");
+// The tree of an image or of a job file.
+struct Source {
+  Status status = kFailed;
+  OwnedTree tree;
+  std::string image;    // in which the tree lies, if it lies in one
+  std::string problem;  // with an image; "" when nothing is wrong
+  // Of a salvaged image.
+  std::unique_ptr<std::uint32_t, void (*)(void*)> offsets{nullptr, std::free};
+  unsigned int doubtfulFrom = 0;
+};
+
+std::string missingPath(const OwnedTree& tree, const std::string& path) {
+  char reason[400];
+  bkoqExplainPath(tree.root(), tree.layout(), path.c_str(), reason, sizeof reason);
+  return "there is no \"" + path + "\" in the " + nameOf(tree.layout()) +
+         " layout of this job: " + reason;
 }
 
-// Prints several trees as one JSON document.
+// What was probably meant by the name of a record; empty when nothing is near.
+std::string recordHint(const std::string& name, BkoqLayout layout) {
+  const char* nearest = bkoqNearestRecord(name.c_str(), layout);
+  return nearest == nullptr || name == nearest ? std::string()
+                                               : std::string("; did you mean ") + nearest + "?";
+}
+
+Status printPlace(const OwnedTree& tree, const std::string& place, const BkoqPrintOptions& options,
+                  const BkoqImagePlaces& places, BkoqSink sink, void* user) {
+  unsigned int block = 0;
+  unsigned int offset = 0;
+  if (parseFilePlace(place, offset)) {
+    if (places.image == nullptr && places.offsets == nullptr) {
+      return fail("--at " + place + " goes with an image, not with a job file");
+    }
+    return printed(
+        bkoqPrintAtFile(tree.root(), tree.layout(), offset, &options, &places, sink, user),
+        "there is no byte " + std::to_string(offset) + " in the image");
+  }
+  if (!parsePlace(place, block, offset)) {
+    return fail(
+        "--at takes the byte of a block or of an image, such as \"#3+12\" or "
+        "\"file:332\", not \"" +
+        place + "\"");
+  }
+  return printed(
+      bkoqPrintAt(tree.root(), tree.layout(), block, offset, &options, sink, user),
+      "there is no byte " + std::to_string(offset) + " in block #" + std::to_string(block));
+}
+
+// Prints a tree, or what of it was asked for.
+Status printTree(const OwnedTree& tree, const Request& request, BkoqSink sink, void* user,
+                 const Source* source = nullptr) {
+  const BkoqPrintOptions options = printOptions(request);
+  BkoqImagePlaces places = {};
+  if (source != nullptr) {
+    places.image = source->image.empty() ? nullptr : source->image.data();
+    places.offsets = source->offsets.get();
+    places.doubtfulFrom = source->doubtfulFrom;
+  }
+  if (!request.field.empty()) {
+    const BkoqStatus status = bkoqPrintImage(tree.root(), tree.layout(), request.field.c_str(),
+                                             &options, &places, sink, user);
+    return printed(status,
+                   status == BKOQ_NOT_FOUND ? missingPath(tree, request.field) : std::string());
+  }
+  if (!request.at.empty()) return printPlace(tree, request.at, options, places, sink, user);
+  return printed(bkoqPrintImage(tree.root(), tree.layout(), nullptr, &options, &places, sink, user),
+                 "there is no record \"" + request.only + "\" in the " + nameOf(tree.layout()) +
+                     " layout of this job" + recordHint(request.only, tree.layout()));
+}
+
+// Prints several trees as one JSON document, or nothing where the first has nothing to print.
 Status printJsonTrees(const std::vector<OwnedTree>& trees, const Request& request) {
-  std::string text = "{\n\"format\": \"bkoq-trees\",\n\"version\": 1,\n\"trees\": [\n";
+  // What comes before the next piece.
+  std::string start = "{\n\"format\": \"bkoq-trees\",\n\"version\": 1,\n\"trees\": [\n";
+  const BkoqSink sink = [](void* user, const char* text, size_t size) {
+    auto& pending = *static_cast<std::string*>(user);
+    print(pending);
+    pending.clear();
+    return bkoqFileSink(stdout, text, size);
+  };
   for (const OwnedTree& tree : trees) {
-    if (&tree != &trees.front()) text += ",\n";
-    const Status status = printTree(tree, request, stringSink, &text);
+    if (&tree != &trees.front()) start = ",\n";
+    const Status status = printTree(tree, request, sink, &start);
     if (status != kDone) return status;
   }
-  print(text + "]\n}\n");
+  print("]\n}\n");
   return kDone;
 }
 
@@ -117,26 +191,61 @@ Status writeImage(const OwnedTree& tree, const std::string& path) {
   return writePrivateFile(path, image);
 }
 
-// The tree of an image or of a job file.
-struct Source {
-  Status status = kFailed;
-  OwnedTree tree;
-  std::string problem;  // with an image
-};
-
-Source readImage(const std::string& content, const std::string& file) {
+// Of a bad image what could be read up to the error. `hint` follows the message then.
+Source readImage(std::string content, const std::string& file, const std::string& hint = "") {
   Source source;
+  source.image = std::move(content);
   BkoqLayout layout = BKOQ_LAYOUT_CURRENT;
   void* root = nullptr;
   BkoqImageError error = {};
-  const BkoqStatus status = bkoqReadImage(content.data(), content.size(), &layout, &root, &error);
-  source.tree = OwnedTree(root, layout);
+  BkoqStatus status = bkoqUseImage(&source.image[0], source.image.size(), &layout, &root, &error);
   if (status == BKOQ_OK) {
+    source.tree = OwnedTree(root, layout, true);
     source.status = kDone;
-  } else {
-    source.problem = status == BKOQ_BAD_IMAGE ? error.text : bkoqStatusText(status);
-    fail(shownName(file) + ": " + source.problem);
+    return source;
   }
+  status = bkoqReadImage(source.image.data(), source.image.size(), &layout, &root, &error);
+  source.tree = OwnedTree(root, layout);
+  source.image.clear();
+  source.problem = status == BKOQ_BAD_IMAGE ? error.text : bkoqStatusText(status);
+  fail(shownName(file) + ": " + source.problem + (status == BKOQ_BAD_IMAGE ? hint : ""));
+  return source;
+}
+
+// Says what is doubtful of an image, the first of it at least.
+class Doubts {
+ public:
+  explicit Doubts(std::string file) : file_(std::move(file)) {}
+
+  static void add(const BkoqImageError* error, void* user) {
+    auto& self = *static_cast<Doubts*>(user);
+    if (++self.count_ <= kMost) fail(self.file_ + ": " + error->text);
+  }
+  void end() const {
+    if (count_ > kMost) fail(file_ + ": " + std::to_string(count_ - kMost) + " more doubts");
+  }
+
+ private:
+  static constexpr unsigned int kMost = 20;
+  std::string file_;
+  unsigned int count_ = 0;
+};
+
+Source salvageImage(const std::string& content, const std::string& file) {
+  Source source;
+  BkoqLayout layout = BKOQ_LAYOUT_CURRENT;
+  void* root = nullptr;
+  BkoqSalvage salvage = {};
+  Doubts doubts(shownName(file));
+  const BkoqStatus status = bkoqSalvageImage(content.data(), content.size(), &layout, &root,
+                                             Doubts::add, &doubts, &salvage);
+  doubts.end();
+  source.tree = OwnedTree(root, layout);
+  source.offsets.reset(salvage.offsets);
+  source.doubtfulFrom = salvage.doubtfulFrom;
+  if (status == BKOQ_OK && salvage.doubts == 0) source.status = kDone;
+  if (status == BKOQ_BAD_IMAGE) fail(shownName(file) + ": nothing of it can be read");
+  if (status == BKOQ_NO_MEMORY) fail(shownName(file) + ": " + bkoqStatusText(status));
   return source;
 }
 
@@ -211,15 +320,18 @@ Status showCommand(const Request& request) {
   const std::string& file = request.files.front();
   std::string content;
   if (!readFile(file, content)) return kFailed;
-  if (isImage(content)) {
+  if (isImage(content) || request.salvage) {
     if (!request.layout.empty()) return fail("--layout goes with a job file; an image has its own");
-    const Source source = readImage(content, file);
+    const Source source =
+        request.salvage
+            ? salvageImage(content, file)
+            : readImage(std::move(content), file, "; --salvage shows all that can still be read");
     if (source.tree.root() == nullptr) return source.status;
     // Of a bad image what could be read.
     const PageTree whole = {source.tree.root(), source.tree.layout(), baseName(file)};
     const Status status =
         request.html ? printPage({baseName(file), {whole}, false, false, source.problem}, request)
-                     : printTree(source.tree, request, bkoqFileSink, stdout);
+                     : printTree(source.tree, request, bkoqFileSink, stdout, &source);
     return source.status == kDone ? status : source.status;
   }
   std::vector<OwnedTree> trees;
@@ -258,12 +370,13 @@ Status diffCommand(const Request& request) {
     sources[1] = readJobSource(contents[0], file, BKOQ_LAYOUT_PREVIOUS);
     if (sources[1].status != kDone) return sources[1].status;
   } else {
+    const bool areImages[] = {isImage(contents[0]), isImage(contents[1])};
     // A job file is flattened in the layout of an image that it is compared with.
     BkoqLayout layout = layoutsOf(request.layout).front();
     for (const bool images : {true, false}) {
       for (std::size_t i = 0; i < 2; ++i) {
-        if (isImage(contents[i]) != images) continue;
-        sources[i] = images ? readImage(contents[i], request.files[i])
+        if (areImages[i] != images) continue;
+        sources[i] = images ? readImage(std::move(contents[i]), request.files[i])
                             : readJobSource(contents[i], request.files[i], layout);
         if (sources[i].status != kDone) return sources[i].status;
         if (images && request.layout.empty()) layout = sources[i].tree.layout();
@@ -282,10 +395,15 @@ Status diffCommand(const Request& request) {
     return printPage(std::move(page), request);
   }
   const BkoqPrintOptions options = printOptions(request);
+  const std::vector<const char*> onlyPaths = listOf(request.onlyPaths);
+  const std::vector<const char*> ignoredPaths = listOf(request.ignoredPaths);
+  BkoqPaths paths = {};
+  if (!request.onlyPaths.empty()) paths.only = onlyPaths.data();
+  paths.ignored = ignoredPaths.data();
   uint32_t count = 0;
   const Status status = printed(
-      bkoqPrintDifferences(sources[0].tree.root(), sources[0].tree.layout(), sources[1].tree.root(),
-                           sources[1].tree.layout(), &options, bkoqFileSink, stdout, &count),
+      bkoqPrintChanges(sources[0].tree.root(), sources[0].tree.layout(), sources[1].tree.root(),
+                       sources[1].tree.layout(), &options, &paths, bkoqFileSink, stdout, &count),
       "");
   if (status != kDone) return status;
   return count == 0 ? kDone : kDiffers;
@@ -366,12 +484,14 @@ Status layoutCommand(const Request& request) {
                                 ? bkoqPrintLayoutDifferences(record, format, bkoqFileSink, stdout)
                                 : bkoqPrintRecords(record, layout, format, bkoqFileSink, stdout);
   const std::string& name = request.record;
+  const std::string hint = recordHint(name, layout);
   const bool isPreviousName = name.size() > 4 && name.compare(name.size() - 4, 4, "_OLD") == 0;
   return printed(
       status,
       "there is no record \"" + name + "\"" +
           (request.compare ? std::string() : std::string(" in the ") + nameOf(layout) + " layout") +
           (isPreviousName && !request.previous ? "; its table comes with --previous"
+           : !hint.empty()                     ? hint
                                                : "; see \"bkoq layout\""));
 }
 

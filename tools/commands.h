@@ -17,6 +17,7 @@ struct Request {
   Selection selection;
   std::string image;  // where to write one
   bool json = false;
+  std::string jsonForm;  // of trees: "full" or "plain"
   bool showSecrets = false;
   bool annotate = false;
   bool html = false;
@@ -26,6 +27,9 @@ struct Request {
   std::string only;
   unsigned int depth = 0;
   unsigned int width = 0;
+  bool salvage = false;
+  std::vector<std::string> onlyPaths;  // of differences
+  std::vector<std::string> ignoredPaths;
   bool layouts = false;
   std::string record;
   bool previous = false;

@@ -126,6 +126,89 @@ std::string manOptions(const CLI::App& app) {
   return text;
 }
 
+// What no help text has room for. The paths are those of the packages.
+constexpr const char* kManEnd = R"(.SH EXIT STATUS
+.TP
+.B 0
+done
+.TP
+.B 1
+there are differences, a job file has mistakes, or a conversion failed
+.TP
+.B 2
+bad usage, a file that cannot be read, or output that cannot be written
+.SH ENVIRONMENT
+.TP
+.B NO_COLOR
+set and not empty: no colour, also on a terminal
+.TP
+.B TZ
+the zone of times in job files that name none, and the local clock of the records
+.SH FILES
+Below
+.I /usr
+for the packages, else below the prefix of the installation:
+.TP
+.I share/bkoq/job\-schema.json
+the JSON Schema of job files, as
+.B bkoq schema
+prints it
+.TP
+.I share/bkoq/bkoq.magic
+images for
+.BR file (1),
+as
+.B bkoq layout \-\-magic
+prints them
+.TP
+.I share/bkoq/bkoq_image.ksy
+images for Kaitai Struct, as
+.B bkoq layout \-\-kaitai
+prints them
+.TP
+.I share/bkoq/gdb/bkoq_gdb.py
+the same for
+.BR gdb (1),
+which loads it with the library
+.TP
+.I share/doc/bkoq/examples
+a job file for each kind of job, and a client
+.TP
+.I share/doc/bkoq
+the records as tables, the form of images, a tutorial and the reference pages
+.SH EXAMPLES
+A job file, its mistakes, and what the job turns into:
+.PP
+.nf
+.RS
+bkoq new backup > my\-job.json
+bkoq check my\-job.json
+bkoq flatten my\-job.json
+.RE
+.fi
+.PP
+An image to keep, and what has changed since:
+.PP
+.nf
+.RS
+bkoq flatten my\-job.json \-o monday.image
+bkoq diff monday.image my\-job.json
+.RE
+.fi
+.PP
+One value, for a script:
+.PP
+.nf
+.RS
+bkoq show monday.image \-\-json \-\-field \(aqpSourceNodes[0].pszNodeName\(aq
+.RE
+.fi
+.SH SEE ALSO
+.BR bkoqkit (3),
+.BR file (1),
+.BR gdb (1)
+)";
+
 std::string upper(std::string text) {
   for (char& c : text) c = static_cast<char>(std::toupper(static_cast<unsigned char>(c)));
   return text;
@@ -187,7 +270,7 @@ std::string manPage(const CLI::App& app) {
       text += ".PP\n.nf\n" + escaped(command->get_footer()) + "\n.fi\n";
     }
   }
-  return text + ".SH NOTES\n.nf\n" + escaped(app.get_footer()) + "\n.fi\n";
+  return text + ".SH NOTES\n.nf\n" + escaped(app.get_footer()) + "\n.fi\n" + kManEnd;
 }
 
 std::string bashCompletion(const CLI::App& app) {

@@ -13,11 +13,12 @@
 
 namespace bkoq::tool {
 
-// A record tree, freed with this.
+// A record tree, freed with this unless it lies in an image.
 class OwnedTree {
  public:
   OwnedTree() : OwnedTree(nullptr, BKOQ_LAYOUT_CURRENT) {}
-  OwnedTree(void* root, BkoqLayout layout) : root_(root, Free{layout}) {}
+  OwnedTree(void* root, BkoqLayout layout, bool isInImage = false)
+      : root_(root, Free{layout, isInImage}) {}
 
   const void* root() const { return root_.get(); }
   BkoqLayout layout() const { return root_.get_deleter().layout; }
@@ -25,7 +26,10 @@ class OwnedTree {
  private:
   struct Free {
     BkoqLayout layout;
-    void operator()(void* root) const { bkoqFree(root, layout, nullptr); }
+    bool isInImage;
+    void operator()(void* root) const {
+      if (!isInImage) bkoqFree(root, layout, nullptr);
+    }
   };
   std::unique_ptr<void, Free> root_;
 };

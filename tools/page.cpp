@@ -386,20 +386,18 @@ struct Differences {
 };
 
 BkoqStatus compare(const Page& page, Differences& differences) {
-  const auto add = [](const BkoqDifference* difference, void* user) {
+  const auto add = [](const BkoqDifference* difference, BkoqChange change, void* user) {
     Json& list = *static_cast<Json*>(user);
     if (list.size() < kMostDifferences) {
-      const auto bounded = [](const char* text) {
-        return std::string(text, std::min(std::strlen(text), std::size_t{1000}));
-      };
+      const auto bounded = [](const char* text) { return std::string(text, strnlen(text, 1000)); };
       list.push_back({difference->path, difference->otherPath, bounded(difference->oldValue),
-                      bounded(difference->newValue)});
+                      bounded(difference->newValue), static_cast<int>(change)});
     }
     return 0;
   };
-  return bkoqCompare(page.trees[0].root, page.trees[0].layout, page.trees[1].root,
-                     page.trees[1].layout, page.showSecrets ? 1 : 0, add, &differences.list,
-                     &differences.count);
+  return bkoqCompareChanges(page.trees[0].root, page.trees[0].layout, page.trees[1].root,
+                            page.trees[1].layout, page.showSecrets ? 1 : 0, nullptr, add,
+                            &differences.list, &differences.count);
 }
 
 // ---- The page

@@ -1,43 +1,17 @@
 #include "tools/problems.h"
 
 #include <algorithm>
-#include <cctype>
 #include <cstddef>
 #include <cstdio>
 #include <tuple>
 
 #include "kit/characters.h"
+#include "kit/nearest.h"
 
 namespace bkoq::tool {
 namespace {
 
-char lower(char c) { return static_cast<char>(std::tolower(static_cast<unsigned char>(c))); }
-
 bool isContinuation(char c) { return (static_cast<unsigned char>(c) & 0xC0U) == 0x80; }
-
-// Insertions, deletions, replacements and swaps of neighbours that lead from one to the other; case
-// counts for nothing.
-std::size_t distance(const std::string& from, const std::string& to) {
-  const std::size_t width = to.size() + 1;
-  std::vector<std::size_t> steps((from.size() + 1) * width);
-  const auto at = [&](std::size_t i, std::size_t j) -> std::size_t& {
-    return steps[i * width + j];
-  };
-  for (std::size_t j = 0; j < width; ++j) at(0, j) = j;
-  for (std::size_t i = 1; i <= from.size(); ++i) {
-    at(i, 0) = i;
-    for (std::size_t j = 1; j < width; ++j) {
-      const bool isSame = lower(from[i - 1]) == lower(to[j - 1]);
-      at(i, j) =
-          std::min({at(i - 1, j) + 1, at(i, j - 1) + 1, at(i - 1, j - 1) + (isSame ? 0 : 1)});
-      if (i > 1 && j > 1 && lower(from[i - 1]) == lower(to[j - 2]) &&
-          lower(from[i - 2]) == lower(to[j - 1])) {
-        at(i, j) = std::min(at(i, j), at(i - 2, j - 2) + 1);
-      }
-    }
-  }
-  return steps.back();
-}
 
 }  // namespace
 
@@ -91,21 +65,8 @@ std::string lineOf(const Problem& problem, const std::string& file) {
 }
 
 const std::string* nearestTo(const std::string& word, const std::vector<std::string>& words) {
-  // A file may hold a "word" of any length.
-  constexpr std::size_t kLongest = 40;
-  if (word.size() > kLongest) return nullptr;
-  const std::string* nearest = nullptr;
-  std::size_t least = std::max<std::size_t>(word.size() / 3, 1) + 1;
-  for (const std::string& candidate : words) {
-    const std::size_t longer = std::max(word.size(), candidate.size());
-    if (longer - std::min(word.size(), candidate.size()) >= least) continue;
-    const std::size_t steps = distance(word, candidate);
-    if (steps < least) {
-      least = steps;
-      nearest = &candidate;
-    }
-  }
-  return nearest;
+  const std::size_t nearest = kit::nearestOf(word, {words.begin(), words.end()});
+  return nearest < words.size() ? &words[nearest] : nullptr;
 }
 
 }  // namespace bkoq::tool

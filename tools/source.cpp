@@ -1,6 +1,7 @@
 #include "tools/source.h"
 
 #include <cstdio>
+#include <string_view>
 
 #include "tools/problems.h"
 
@@ -18,10 +19,15 @@ void reportProblems(const Problems& problems, const std::string& file) {
 
 }  // namespace
 
-// Whether a file begins as an image does and no job file; the start is enough, so that one that is
-// damaged further on is still taken for an image.
+// Whether a file begins as an image does and no job file. A part of the start is enough, so that a
+// damaged one is still taken for an image.
 bool isImage(const std::string& content) {
-  return content.compare(0, 3, BKOQ_IMAGE_SIGNATURE, 3) == 0;
+  constexpr std::string_view kSignature = BKOQ_IMAGE_SIGNATURE;
+  if (content.compare(0, 3, kSignature.substr(0, 3)) == 0) return true;
+  if (content.size() < kSignature.size()) return false;
+  std::size_t same = 0;
+  for (std::size_t i = 0; i < kSignature.size(); ++i) same += content[i] == kSignature[i] ? 1 : 0;
+  return same >= 5;
 }
 
 const char* nameOf(BkoqLayout layout) {

@@ -9,12 +9,13 @@
 #include <utility>
 #include <vector>
 
+#include "tests/catalog/classes.h"
+#include "tests/catalog/types.h"
 #include "tests/support/block_size.h"
 #include "tests/support/foreign_attachments.h"
 #include "tests/support/foreign_filter.h"
 #include "tests/support/free_records.h"
 #include "tests/support/job_conversion.h"
-#include "tests/catalog/types.h"
 #include "tests/support/name_list.h"
 #include "tests/support/rows.h"
 #include "tests/support/stderr_capture.h"
@@ -362,26 +363,21 @@ TYPED_TEST(BackupConversion, OpenFileInformationFillsItsBlock) {
 
 TYPED_TEST(BackupConversion, EveryBackupKindIsFlattenedAlike) {
   Machines machines;
-  BKQBackupJob backup("n");
-  BKQCruiseBackupJob cruise("n");
-  BKQCruiseMakeupJob cruiseMakeup("n");
-  BKQRotationBackupJob rotation("n");
-  BKQRotationMakeupJob rotationMakeup("n");
-  BKQCustomBackupJob custom("n");
-  BKQDatabaseBackupJob database("n");
-  for (BKQBackupJob* job :
-       {&backup, static_cast<BKQBackupJob*>(&cruise), static_cast<BKQBackupJob*>(&cruiseMakeup),
-        static_cast<BKQBackupJob*>(&rotation), static_cast<BKQBackupJob*>(&rotationMakeup),
-        static_cast<BKQBackupJob*>(&custom), static_cast<BKQBackupJob*>(&database)}) {
-    machines.addTo(*job);
-    job->addFilter(machines.file);
-    job->setDestination(*new Library);
+  eachJobOf<JobFamily::kBackup>([&](auto type) {
+    using Job = typename decltype(type)::Of;
+    SCOPED_TRACE(nameOfClass<Job>());
+    Job job("n");
+    machines.addTo(job);
+    job.addFilter(machines.file);
+    job.setDestination(*new Library);
     // Through the base class, as a queue of jobs does it.
-    ASSERT_EQ(this->convert(static_cast<BKQJob&>(*job)), 1);
-    this->expectJob("job", {number(4, 2, job->jobType()), number(12, 4, 3), block(16),
+    ASSERT_EQ(this->convert(static_cast<BKQJob&>(job)), 1);
+    this->expectJob("job", {number(4, 2, job.jobType()), number(12, 4, 3), block(16),
                             number(20, 4, 1), block(24)});
     EXPECT_EQ(this->record->pSourceNodes[2].ulFilterCount, 1u);
-  }
+  });
+  BKQRotationBackupJob rotation("n");
+  machines.addTo(rotation);
   NameList names{"/usr"};
   ASSERT_EQ(this->convert(rotation, "A", names, 2, "x"), 1);
   EXPECT_EQ(this->sourceNames(), (Names{"A"}));

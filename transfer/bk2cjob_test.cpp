@@ -222,19 +222,18 @@ TYPED_TEST(JobConversion, SchedulesFillTheirBlocks) {
 }
 
 TYPED_TEST(JobConversion, ScheduleAndEMailAreCalledThroughTheirOwnClasses) {
-  const bool isPrevious = TypeParam::kPrevious;
   BKQJob job;
   std::string calls;
   void* mailBlock = nullptr;
   void* schedBlock = nullptr;
-  auto* email = new ForeignEMail([&](void* block, bool previous) {
-    EXPECT_EQ(previous, isPrevious);
+  auto* email = new ForeignEMail([&](void* block, BkoqLayout layout) {
+    EXPECT_EQ(layout, TypeParam::kLayout);
     mailBlock = block;
     calls += "e-mail ";
     return 1;
   });
-  auto* schedule = new ForeignSchedule([&](void* block, bool previous) {
-    EXPECT_EQ(previous, isPrevious);
+  auto* schedule = new ForeignSchedule([&](void* block, BkoqLayout layout) {
+    EXPECT_EQ(layout, TypeParam::kLayout);
     schedBlock = block;
     calls += "schedule";
     return 7;  // any result but 0 is a success
@@ -255,7 +254,7 @@ TYPED_TEST(JobConversion, AttachmentsConvertAfterTheStateIsSet) {
   BKQJob job;
   job.setNewTapeTimeout(42);
   job.setOptions(0x00100000);
-  job.setEMailInfo(*new ForeignEMail([](void*, bool) {
+  job.setEMailInfo(*new ForeignEMail([](void*, BkoqLayout) {
     EXPECT_EQ(L::newTapeTimeout(), 42u);
     EXPECT_EQ(L::nodeNoEstimate(), 1u);
     return 1;

@@ -462,10 +462,10 @@ TYPED_TEST(DiskConversion, FailsWithAFilterThatFails) {
   disk.addDiskItem(item);
   BKQVolumeFilter before(inclExcl(0x10001), "v");
   ForeignFilter failing(0);
-  BKQVolumeFilter behind(BKQFilter::Include, "w");
+  BKQVolumeFilter after(BKQFilter::Include, "w");
   disk.addFilter(before);
   disk.addFilter(failing);
-  disk.addFilter(behind);
+  disk.addFilter(after);
 
   int result = -1;
   EXPECT_EQ(standardErrorOf([&] { result = this->convert(disk); }), "Failed to convert Filter\n");

@@ -13,7 +13,7 @@ namespace {
 template <class L>
 class OpenFileConversion : public testing::Test {
  protected:
-  // Expects the job record whole, so that the bytes behind the area stay zero.
+  // Expects the job record whole, so that the bytes after the area stay zero.
   void expectArea(BKQOpenFileInfo& info, const std::vector<Row>& rows) {
     typename L::Job job{};
     void* rec = &job.stOpenFile;

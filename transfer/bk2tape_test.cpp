@@ -319,10 +319,10 @@ TYPED_TEST(TapeConversion, FailsWithAFilterThatFails) {
   tape.addTapeItem(item);
   BKQVolumeFilter before(BKQFilter::Include, "v");
   ForeignFilter failing(0);
-  BKQVolumeFilter behind(BKQFilter::Include, "w");
+  BKQVolumeFilter after(BKQFilter::Include, "w");
   tape.addFilter(before);
   tape.addFilter(failing);
-  tape.addFilter(behind);
+  tape.addFilter(after);
 
   int result = -1;
   EXPECT_EQ(standardErrorOf([&] { result = this->convert(tape); }), "Failed to convert Filter\n");

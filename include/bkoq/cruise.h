@@ -24,15 +24,15 @@ class BKOQ_API BKQJobUnit : public RWCollectable {
 
   BKQCruiseJobType getJobType() const;  ///< abJobTypes of the previous layout
   void setJobType(BKQCruiseJobType type);
-  BKQJobUnitOptions getOptions() const;
+  BKQJobUnitOptions getOptions() const;  ///< reaches no record
   void setOptions(BKQJobUnitOptions options);
-  unsigned int getSerialNumber() const;
+  unsigned int getSerialNumber() const;  ///< the medium's; reaches no record
   void setSerialNumber(unsigned int number);
-  const RWCollectableString& getMediaName() const;
+  const RWCollectableString& getMediaName() const;  ///< reaches no record
   void setMediaName(const char* name);
-  const RWCollectableString& getTapeSerialNumber() const;
+  const RWCollectableString& getTapeSerialNumber() const;  ///< bar code; reaches no record
   void setTapeSerialNumber(const char* number);
-  const RWCollectableTime& getExecTime() const;
+  const RWCollectableTime& getExecTime() const;  ///< reaches no record
   void setExecTime(const RWCollectableTime& time);
 
   /// Copies the values of `source`; nothing when it is null or this object.
@@ -56,11 +56,11 @@ class BKOQ_API BKQExceptionDay : public RWCollectable {
   /// A new day with the same values, owned by the caller; null when memory runs out.
   virtual BKQExceptionDay* clone();
 
-  BKQJobUnit::BKQCruiseJobType getJobType() const;
+  BKQJobUnit::BKQCruiseJobType getJobType() const;  ///< what is run on that date
   void setJobType(BKQJobUnit::BKQCruiseJobType type);
-  BKQJobUnit::BKQJobUnitOptions getOptions() const;
+  BKQJobUnit::BKQJobUnitOptions getOptions() const;  ///< its option bits
   void setOptions(BKQJobUnit::BKQJobUnitOptions options);
-  const RWCollectableTime& getExceptionTime() const;
+  const RWCollectableTime& getExceptionTime() const;  ///< the date
   void setExceptionTime(const RWCollectableTime& time);
 
   /// Copies the values of `source`; nothing when it is null or this object.
@@ -146,7 +146,7 @@ class BKOQ_API BKQCruiseSchedule : public BKQRotationSchedule {
   /// The server's code; usCruiseMethod takes the low 16 bits.
   enum BKQCruiseMethod : unsigned int {};
 
-  BKQCruiseSchedule();
+  BKQCruiseSchedule();  ///< as a rotation starts; both names empty
   /// Two names that are kept and copied, but that nothing reads.
   BKQCruiseSchedule(const char* name1, const char* name2);
   ~BKQCruiseSchedule() override;

@@ -12,8 +12,8 @@ class BKQFilter;
 /// A null text is the empty text.
 class BKOQ_API BKQDiskItem : public RWCollectable {
  public:
-  BKQDiskItem();  ///< empty path, options 1
-  explicit BKQDiskItem(const char* path);
+  BKQDiskItem();                           ///< empty path, options 1
+  explicit BKQDiskItem(const char* path);  ///< the same with `path`
   ~BKQDiskItem() override;
   BKQDiskItem(const BKQDiskItem&) = delete;
   BKQDiskItem& operator=(const BKQDiskItem&) = delete;
@@ -75,8 +75,8 @@ class BKOQ_API BKQDisk : public RWCollectable {
   /// of a BKQDBRestoreNode, only 22 and 31 join, in the previous layout 11 as well; 23 stays 23.
   enum BKQDiskType : unsigned int {};
 
-  BKQDisk();  ///< type 0, priority 255
-  explicit BKQDisk(BKQDiskType type);
+  BKQDisk();                           ///< type 0, priority 255
+  explicit BKQDisk(BKQDiskType type);  ///< the same with `type`
   ~BKQDisk() override;
   BKQDisk(const BKQDisk&) = delete;
   BKQDisk& operator=(const BKQDisk&) = delete;

@@ -9,7 +9,7 @@
 /// A null text is the empty text.
 class BKOQ_API BKQEMail {
  public:
-  BKQEMail();
+  BKQEMail();  ///< every text empty
 
   /// A new object of the same class with the same texts, owned by the caller; null from this root
   /// and when memory runs out.

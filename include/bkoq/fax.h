@@ -15,7 +15,7 @@
 /// A null text is the empty text.
 class BKOQ_API BKQFax {
  public:
-  BKQFax();
+  BKQFax();  ///< every text empty
   ~BKQFax();
 
   /// A new object with the same texts, owned by the caller; null when memory runs out.

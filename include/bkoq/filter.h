@@ -17,8 +17,8 @@ class BKOQ_API BKQFilter : public RWCollectable {
   /// Goes into usInclExcl; any 32-bit value passes through, the record takes its low 16 bits.
   enum BKQInclExclType : unsigned int { Include = 0, Exclude = 1 };
 
-  BKQFilter();  ///< an including filter
-  explicit BKQFilter(BKQInclExclType mode);
+  BKQFilter();                               ///< an including filter
+  explicit BKQFilter(BKQInclExclType mode);  ///< a filter of that mode
   ~BKQFilter() override;
 
   /// A new filter of the same class with the same values, owned by the caller; null from the
@@ -30,7 +30,7 @@ class BKOQ_API BKQFilter : public RWCollectable {
   virtual int convertToBK2(void*& entry);
   virtual int convertToBK2_old(void*& entry);
 
-  BKQInclExclType getInclExcl() const;
+  BKQInclExclType getInclExcl() const;  ///< usInclExcl, low 16 bits
   void setInclExcl(BKQInclExclType mode);
   int isInclude() const;  ///< 1 exactly when the mode is Include; not the opposite of isExclude()
   int isExclude() const;  ///< 1 exactly when the mode is Exclude
@@ -46,7 +46,7 @@ class BKOQ_API BKQFilter : public RWCollectable {
 /// Selects directories by pattern.
 class BKOQ_API BKQDirFilter : public BKQFilter {
  public:
-  BKQDirFilter();
+  BKQDirFilter();  ///< including, with the empty pattern
   /// A null pattern is the empty one, which is valid.
   BKQDirFilter(BKQInclExclType mode, const char* pattern);
   ~BKQDirFilter() override;
@@ -71,7 +71,7 @@ class BKOQ_API BKQDirFilter : public BKQFilter {
 /// Selects files by pattern.
 class BKOQ_API BKQFileFilter : public BKQFilter {
  public:
-  BKQFileFilter();
+  BKQFileFilter();  ///< including, with the empty pattern
   /// A null pattern is the empty one, which is valid.
   BKQFileFilter(BKQInclExclType mode, const char* pattern);
   ~BKQFileFilter() override;
@@ -95,7 +95,7 @@ class BKOQ_API BKQFileFilter : public BKQFilter {
 /// Selects volumes by pattern.
 class BKOQ_API BKQVolumeFilter : public BKQFilter {
  public:
-  BKQVolumeFilter();
+  BKQVolumeFilter();  ///< including, with the empty pattern
   /// A null pattern is the empty one, which is valid.
   BKQVolumeFilter(BKQInclExclType mode, const char* pattern);
   ~BKQVolumeFilter() override;
@@ -119,7 +119,8 @@ class BKOQ_API BKQVolumeFilter : public BKQFilter {
 /// Selects files by their attribute bits.
 class BKOQ_API BKQAttributeFilter : public BKQFilter {
  public:
-  BKQAttributeFilter();
+  BKQAttributeFilter();  ///< including, with no attribute
+  /// With that mode and those attribute bits.
   BKQAttributeFilter(BKQInclExclType mode, unsigned int attributes);
   ~BKQAttributeFilter() override;
 
@@ -150,7 +151,8 @@ class BKOQ_API BKQTimeFilter : public BKQFilter {
   /// The unit of a within span; the server's code, the low 16 bits go into usTimeUnitType.
   enum BKQTimeUnitType : unsigned int {};
 
-  BKQTimeFilter();
+  BKQTimeFilter();  ///< attribute 0
+  /// With that attribute; what an entry says of the range is getTRtype().
   BKQTimeFilter(BKQTimeRangeType range, BKQTimeAttrType attribute);
   ~BKQTimeFilter() override;
 
@@ -161,7 +163,7 @@ class BKOQ_API BKQTimeFilter : public BKQFilter {
   /// The range of the class; it decides what the entry of a concrete class carries.
   virtual BKQTimeRangeType getTRtype() const = 0;
 
-  BKQTimeAttrType getTRattribute() const;
+  BKQTimeAttrType getTRattribute() const;  ///< usTimeAttr, low 16 bits
   void setTRattribute(BKQTimeAttrType attribute);
 
   void mycopy(BKQTimeFilter* source);
@@ -179,6 +181,7 @@ class BKOQ_API BKQWithinTimeFilter : public BKQTimeFilter {
  public:
   BKQWithinTimeFilter();                                    ///< 0 units of kind 0
   explicit BKQWithinTimeFilter(BKQTimeAttrType attribute);  ///< 0 units of kind 0
+  /// With that span.
   BKQWithinTimeFilter(BKQTimeAttrType attribute, unsigned short units, BKQTimeUnitType unitType);
   ~BKQWithinTimeFilter() override;
 
@@ -207,6 +210,7 @@ class BKOQ_API BKQBeforeTimeFilter : public BKQTimeFilter {
  public:
   BKQBeforeTimeFilter();                                    ///< the bound is now
   explicit BKQBeforeTimeFilter(BKQTimeAttrType attribute);  ///< the bound is now
+  /// With that bound.
   BKQBeforeTimeFilter(BKQTimeAttrType attribute, const RWCollectableTime& time);
   ~BKQBeforeTimeFilter() override;
 
@@ -231,6 +235,7 @@ class BKOQ_API BKQAfterTimeFilter : public BKQTimeFilter {
  public:
   BKQAfterTimeFilter();                                    ///< the bound is now
   explicit BKQAfterTimeFilter(BKQTimeAttrType attribute);  ///< the bound is now
+  /// With that bound.
   BKQAfterTimeFilter(BKQTimeAttrType attribute, const RWCollectableTime& time);
   ~BKQAfterTimeFilter() override;
 
@@ -255,6 +260,7 @@ class BKOQ_API BKQBetweenTimeFilter : public BKQTimeFilter {
  public:
   BKQBetweenTimeFilter();                                    ///< both bounds are now
   explicit BKQBetweenTimeFilter(BKQTimeAttrType attribute);  ///< both bounds are now
+  /// With those bounds.
   BKQBetweenTimeFilter(BKQTimeAttrType attribute, const RWCollectableTime& start,
                        const RWCollectableTime& end);
   ~BKQBetweenTimeFilter() override;

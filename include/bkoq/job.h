@@ -120,6 +120,7 @@ class BKOQ_API BKQJob : public RWCollectable {
 
   /// User and password under which the job's scripts run; they reach no record.
   void setScriptUserID(RWCollectableString userID, RWCollectableString password);
+  /// Copies both out.
   void getScriptUserID(RWCollectableString& userID, RWCollectableString& password);
 
   int scheduleExists();  ///< 1 when there is one, else 0

@@ -13,6 +13,7 @@
 #include <stdint.h>
 #include <stdio.h>
 
+#include "bkoq/codes.h"
 #include "bkoq/export.h"
 
 #ifdef __cplusplus
@@ -35,11 +36,16 @@ typedef enum BkoqStatus {
   BKOQ_BAD_ARGUMENT, /**< a null where none may be, or an unknown layout or format */
   BKOQ_NOT_FOUND,    /**< no such record, path, block or offset */
   BKOQ_BAD_IMAGE,    /**< an image that breaks a rule of its format */
-  BKOQ_BAD_TREE      /**< a tree that no image can hold */
+  BKOQ_BAD_TREE,     /**< a tree that no image can hold */
+  BKOQ_OTHER_LAYOUT  /**< a tree that looks like one of the other layout */
 } BkoqStatus;
 
-/** In words, such as "memory ran out"; never null. */
+/** What a status means, in words such as "memory ran out"; never null. */
 BKOQ_API const char* bkoqStatusText(BkoqStatus status);
+
+/** Whether a tree may be of this layout: BKOQ_OTHER_LAYOUT when it has something where this layout
+    has reserved bytes and the other one a field. BKOQ_OK is no proof: most trees fit both. */
+BKOQ_API BkoqStatus bkoqCheckLayout(const void* root, BkoqLayout layout);
 
 /* ------------------------------------------------------------------------------------ free */
 
@@ -53,7 +59,9 @@ typedef struct BkoqFreed {
 /** Frees a tree from convertToBK2() or convertToBK2_old(), also one that a failed conversion left:
     a count over a null array stands for no elements. A null `root` is no tree. What a node of an
     unknown kind of job holds (pMedia) is left and counted, since nothing says what it is. `freed`
-    may be null. Allocates nothing. */
+    may be null. Allocates nothing. Where the tree looks like one of the other layout, all that this
+    layout knows is freed, what only the other one knows is left and counted, and the result is
+    BKOQ_OTHER_LAYOUT; ask bkoqCheckLayout() before where the layout is not certain. */
 BKOQ_API BkoqStatus bkoqFree(void* root, BkoqLayout layout, BkoqFreed* freed);
 
 /* ------------------------------------------------------------------------------------ walk */
@@ -115,6 +123,37 @@ typedef int (*BkoqVisitor)(const BkoqVisit* visit, void* user);
     a field what it points to or embeds. Allocates nothing and changes nothing. */
 BKOQ_API BkoqStatus bkoqWalk(const void* root, BkoqLayout layout, BkoqVisitor visitor, void* user);
 
+/* ------------------------------------------------------------------------------------- get */
+
+/** What is at a path. All that it points to lies in the tree, or lives on. */
+typedef struct BkoqValue {
+  BkoqFieldKind kind;  /**< BKOQ_FIELD_RECORD for a record; BKOQ_FIELD_TEXT for a text of a list */
+  const char* record;  /**< the record in which the field lies, or the record itself: "BKDDISK" */
+  const void* bytes;   /**< the field, the record, or the text */
+  uint32_t width;      /**< its bytes; of a text without its NUL */
+  uint32_t number;     /**< numbers, counts, flags, times (as unsigned) */
+  const char* word;    /**< what the number is called; null without a name */
+  const char* text;    /**< a text, or the first of several; null without one */
+  const void* target;  /**< the block that the field points to; null for null and for no pointer */
+  uint32_t targetSize; /**< its bytes, as far as records and texts take them */
+  uint32_t count;      /**< arrays and lists: elements in that block */
+  int isSecret;        /**< a password or key, wholly or in part */
+} BkoqValue;
+
+/** Gets what is at a path as bkoqWalk() gives it; "" is the job record. The texts of a list have
+    paths here too: "pFileList[2]". BKOQ_NOT_FOUND when there is no such path. Allocates nothing. */
+BKOQ_API BkoqStatus bkoqGet(const void* root, BkoqLayout layout, const char* path,
+                            BkoqValue* value);
+
+/** Says in `text`, which takes `size` bytes, why a path leads nowhere: which part of it fails, and
+    what is there ("pSourceNodes has 4 elements"). BKOQ_OK, and an empty text, when it leads
+    somewhere. */
+BKOQ_API BkoqStatus bkoqExplainPath(const void* root, BkoqLayout layout, const char* path,
+                                    char* text, size_t size);
+
+/** The record of the layout whose name is nearest to this one; null when none is near. */
+BKOQ_API const char* bkoqNearestRecord(const char* name, BkoqLayout layout);
+
 /* ----------------------------------------------------------------------------------- print */
 
 /** Takes `size` bytes of output; returns 0, or anything else to end the operation. */
@@ -132,6 +171,7 @@ typedef enum BkoqFormat {
   BKOQ_FORMAT_C,                  /**< bkoqPrintRecords(): plain C structs */
   BKOQ_FORMAT_MAGIC,              /**< bkoqPrintRecords(): an entry for file(1) */
   BKOQ_FORMAT_KAITAI,             /**< bkoqPrintRecords(): a Kaitai Struct description */
+  BKOQ_FORMAT_PLAIN_JSON,         /**< trees: JSON with the values alone */
   BKOQ_FORMAT_WIDEST = 0x7FFFFFFF /**< no format */
 } BkoqFormat;
 
@@ -147,14 +187,26 @@ typedef struct BkoqPrintOptions {
   const char* onlyRecord; /**< print only records of this name, "BKNODE"; null for all */
 } BkoqPrintOptions;
 
+/** Where the blocks of a tree are in its image; all zero is the default. */
+typedef struct BkoqImagePlaces {
+  const void* image;       /**< the image in which the tree lies, from bkoqUseImage() */
+  const uint32_t* offsets; /**< or where its blocks were, from bkoqSalvageImage() */
+  uint32_t doubtfulFrom;   /**< the block from which on all is marked as doubtful; 0 for none */
+} BkoqImagePlaces;
+
+/* A path may be a pattern: "*" stands for any characters of one name or index, "**" for anything,
+   so "pSourceNodes[*].pMedia[*].pszDiskName", "stFax.*", "**.pszPassword". */
+
 /** Prints a tree. `options` may be null. BKOQ_NOT_FOUND when the layout has no such record as
-    `onlyRecord` names, or the tree holds none. */
+    `onlyRecord` names, or the tree holds none. A tree that looks like one of the other layout is
+    printed after a line, in JSON a member, that says so. What is printed goes to the sink piece by
+    piece; memory for more than a piece is never needed. */
 BKOQ_API BkoqStatus bkoqPrint(const void* root, BkoqLayout layout, const BkoqPrintOptions* options,
                               BkoqSink sink, void* user);
 
-/** Prints what is at a path as bkoqWalk() gives it: of a field its value alone, of an array or
-   a record everything in it. Of the options, those of bkoqPrint() that concern values hold; the
-    formats are text and JSON. */
+/** Prints what is at a path as bkoqWalk() gives it: of a field its value alone, of an array or a
+    record everything in it; of a pattern all that it is about, each with its path. Of the options,
+    those of bkoqPrint() that concern values hold; the formats are text and both of JSON. */
 BKOQ_API BkoqStatus bkoqPrintField(const void* root, BkoqLayout layout, const char* path,
                                    const BkoqPrintOptions* options, BkoqSink sink, void* user);
 
@@ -164,7 +216,28 @@ BKOQ_API BkoqStatus bkoqPrintAt(const void* root, BkoqLayout layout, uint32_t bl
                                 uint32_t offset, const BkoqPrintOptions* options, BkoqSink sink,
                                 void* user);
 
+/** Prints a tree of an image as bkoqPrint() does, or with a `path` as bkoqPrintField() does: the
+    annotated format tells where in the image each block is, and what is doubtful is marked. After
+    the first masked text no place is told, since that would tell its length. */
+BKOQ_API BkoqStatus bkoqPrintImage(const void* root, BkoqLayout layout, const char* path,
+                                   const BkoqPrintOptions* options, const BkoqImagePlaces* places,
+                                   BkoqSink sink, void* user);
+
+/** Says what lies at byte `offset` of the image: a field, a text, a number of the header, or the
+    padding after a block. The formats are text and JSON. */
+BKOQ_API BkoqStatus bkoqPrintAtFile(const void* root, BkoqLayout layout, uint32_t offset,
+                                    const BkoqPrintOptions* options, const BkoqImagePlaces* places,
+                                    BkoqSink sink, void* user);
+
 /* --------------------------------------------------------------------------------- compare */
+
+/** What a difference is. */
+typedef enum BkoqChange {
+  BKOQ_CHANGED = 0, /**< a field, or what it points to */
+  BKOQ_ADDED,       /**< an element that only the second tree has */
+  BKOQ_REMOVED,     /**< an element that only the first tree has */
+  BKOQ_MOVED        /**< an element that both have, in another order among those that both have */
+} BkoqChange;
 
 /** One difference between two trees. Lives as long as the call of the visitor. */
 typedef struct BkoqDifference {
@@ -183,17 +256,43 @@ typedef int (*BkoqDifferenceVisitor)(const BkoqDifference* difference, void* use
 /** Compares two trees, of the same layout or not, field by field in the order of bkoqWalk(). Fields
     of different layouts are compared by the bytes at which they are: what one layout has and the
     other has not differs when it is not zero, and so do reserved bytes. An array that only one tree
-    has is one difference, and so is each element that only one has. `visitor` and `count` may be
-    null; `count` takes the number of differences. Secrets are masked unless `showSecrets`. */
+    has is one difference. The elements of an array that both have are aligned first, by what tells
+    one from another: the name of a node, disk or tape, the path of an item, all of a filter. So an
+    element that only one tree has is one difference, and so is one that has moved; what changed in
+    those that both have follows, with the path in either tree. The count of such an array is no
+    difference of its own. `visitor` and `count` may be null; `count` takes the number of
+    differences. Secrets are masked unless `showSecrets`. */
 BKOQ_API BkoqStatus bkoqCompare(const void* first, BkoqLayout firstLayout, const void* second,
                                 BkoqLayout secondLayout, int showSecrets,
                                 BkoqDifferenceVisitor visitor, void* user, uint32_t* count);
+
+/** Which differences are wanted; all zero is the default. */
+typedef struct BkoqPaths {
+  const char* const* only;    /**< only those at these paths or patterns; ends with null */
+  const char* const* ignored; /**< none of those at these; ends with null */
+} BkoqPaths;
+
+/** Returns 0 to go on, anything else to stop. */
+typedef int (*BkoqChangeVisitor)(const BkoqDifference* difference, BkoqChange change, void* user);
+
+/** bkoqCompare() with what each difference is, and with the wanted ones alone. `paths` may be null.
+ */
+BKOQ_API BkoqStatus bkoqCompareChanges(const void* first, BkoqLayout firstLayout,
+                                       const void* second, BkoqLayout secondLayout, int showSecrets,
+                                       const BkoqPaths* paths, BkoqChangeVisitor visitor,
+                                       void* user, uint32_t* count);
 
 /** Prints the differences, one a line; nothing for equal trees, in JSON an empty list. */
 BKOQ_API BkoqStatus bkoqPrintDifferences(const void* first, BkoqLayout firstLayout,
                                          const void* second, BkoqLayout secondLayout,
                                          const BkoqPrintOptions* options, BkoqSink sink, void* user,
                                          uint32_t* count);
+
+/** The same for the wanted differences alone; `paths` may be null. */
+BKOQ_API BkoqStatus bkoqPrintChanges(const void* first, BkoqLayout firstLayout, const void* second,
+                                     BkoqLayout secondLayout, const BkoqPrintOptions* options,
+                                     const BkoqPaths* paths, BkoqSink sink, void* user,
+                                     uint32_t* count);
 
 /* ----------------------------------------------------------------------------------- image */
 
@@ -234,7 +333,8 @@ typedef struct BkoqImageError {
   uint32_t position;        /**< the byte of the image at which it is */
   char expected[80];        /**< what should be there */
   char found[80];           /**< what is there */
-  char text[400];           /**< all of it as a line without its end */
+  char
+      text[400]; /**< all of it for a user, as a line without its end: "cut short by 1,020 bytes" */
 } BkoqImageError;
 
 /** Gives the image of a tree to the sink, in one call. BKOQ_BAD_TREE when a node holds something
@@ -249,6 +349,34 @@ BKOQ_API BkoqStatus bkoqWriteImage(const void* root, BkoqLayout layout, BkoqSink
     `root` is not null. `error` may be null. */
 BKOQ_API BkoqStatus bkoqReadImage(const void* image, size_t size, BkoqLayout* layout, void** root,
                                   BkoqImageError* error);
+
+/** Makes a tree of an image in its own bytes: `image` must begin at a multiple of 4 and is changed,
+    as it is checked, into the blocks of the tree. It needs no other memory, and the tree lives as
+    long as the image does: bkoqFree() must not be given it. With BKOQ_BAD_IMAGE, `root` is null and
+    the image is as it was. */
+BKOQ_API BkoqStatus bkoqUseImage(void* image, size_t size, BkoqLayout* layout, void** root,
+                                 BkoqImageError* error);
+
+/** Told of each thing that is wrong with a salvaged image, and how it was read all the same. */
+typedef void (*BkoqDoubtVisitor)(const BkoqImageError* error, void* user);
+
+/** What came of salvaging. */
+typedef struct BkoqSalvage {
+  uint32_t blocks;       /**< that could be read, at least in part */
+  uint32_t doubts;       /**< how often the visitor was called */
+  uint32_t doubtfulFrom; /**< the first block that may not be what was written; 0 for none */
+  uint32_t* offsets;     /**< where each block was in the image, by number - 1; free() it */
+} BkoqSalvage;
+
+/** Reads of a damaged image everything that can still be read, and nothing outside its `size`
+    bytes: texts that are cut end where the image does, records that are cut end in zeros, arrays
+    end with the last record of which there is something, blocks that are not where they must be are
+    looked for where their offset says. The tree is as one from bkoqReadImage(), `layout` is the one
+    in which most can be read. BKOQ_BAD_IMAGE with a null `root` when not even a part of the job
+    record is there. `visitor` and `salvage` may be null. */
+BKOQ_API BkoqStatus bkoqSalvageImage(const void* image, size_t size, BkoqLayout* layout,
+                                     void** root, BkoqDoubtVisitor visitor, void* user,
+                                     BkoqSalvage* salvage);
 
 /* --------------------------------------------------------------------------------- records */
 

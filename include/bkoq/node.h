@@ -421,6 +421,7 @@ class BKOQ_API BKQRestoreNode : public BKQNode {
  public:
   BKQRestoreNode();
   explicit BKQRestoreNode(const char* name);
+  /// The same with `diskName`.
   BKQRestoreNode(const char* name, const char* diskName);
   ~BKQRestoreNode() override;
 
@@ -454,6 +455,7 @@ class BKOQ_API BKQDBRestoreNode : public BKQRestoreNode {
  public:
   BKQDBRestoreNode();
   explicit BKQDBRestoreNode(const char* name);
+  /// The same with `diskName`.
   BKQDBRestoreNode(const char* name, const char* diskName);
   ~BKQDBRestoreNode() override;
 

@@ -15,7 +15,7 @@
 /// A null text is the empty text.
 class BKOQ_API BKQPrintQueue {
  public:
-  BKQPrintQueue();
+  BKQPrintQueue();  ///< every text empty
   ~BKQPrintQueue();
 
   /// A new object with the same texts, owned by the caller; null when memory runs out.

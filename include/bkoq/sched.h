@@ -14,16 +14,16 @@ class BKOQ_API BKQTime : public RWCollectable {
   /// The kind of the number, as the server knows it.
   enum BKQTimeType : unsigned int {};
 
-  BKQTime();  ///< value 0, type 1
-  BKQTime(unsigned int value, BKQTimeType type);
+  BKQTime();                                      ///< value 0, type 1
+  BKQTime(unsigned int value, BKQTimeType type);  ///< that number of that kind
   ~BKQTime() override;
 
   /// A new object with the same values, owned by the caller; null when memory runs out.
   virtual BKQTime* clone();
 
-  unsigned int getValue() const;
+  unsigned int getValue() const;  ///< the number
   void setValue(unsigned int value);
-  BKQTimeType getType() const;
+  BKQTimeType getType() const;  ///< its kind
   void setType(BKQTimeType type);
 
   void mycopy(BKQTime* source);
@@ -41,7 +41,7 @@ class BKOQ_API BKQJobMask : public RWCollectable {
   enum BKQTapePrefixType : unsigned int {};
 
   BKQJobMask();  ///< prefix 1, repeats 0, interval and cycle (0, 1), no units
-  explicit BKQJobMask(BKQTapePrefixType prefix);
+  explicit BKQJobMask(BKQTapePrefixType prefix);  ///< the same with `prefix`
   ~BKQJobMask() override;
   BKQJobMask(const BKQJobMask&) = delete;
   BKQJobMask& operator=(const BKQJobMask&) = delete;
@@ -49,13 +49,13 @@ class BKOQ_API BKQJobMask : public RWCollectable {
   /// A new mask filled by mycopy(), owned by the caller; null when memory runs out.
   virtual BKQJobMask* clone();
 
-  BKQTapePrefixType getTapeNamePrefix() const;
+  BKQTapePrefixType getTapeNamePrefix() const;  ///< reaches no record
   void setTapeNamePrefix(BKQTapePrefixType prefix);
-  unsigned short getRepeats() const;
+  unsigned short getRepeats() const;  ///< how often; reaches no record
   void setRepeats(unsigned short repeats);
-  const BKQTime& getRepeatCycle() const;
+  const BKQTime& getRepeatCycle() const;  ///< reaches no record
   void setRepeatCycle(const BKQTime& cycle);
-  const BKQTime& getRepeatInterval() const;
+  const BKQTime& getRepeatInterval() const;  ///< reaches no record
   void setRepeatInterval(const BKQTime& interval);
 
   /// Appends the unit itself, which must outlive the mask; null when memory runs out. The first
@@ -139,7 +139,8 @@ class BKOQ_API BKQRegularSchedule : public BKQSchedule {
 /// A schedule with four repeat values and a skip-weekday flag, whose meanings are the server's.
 class BKOQ_API BKQCustomSchedule : public BKQRegularSchedule {
  public:
-  BKQCustomSchedule();
+  BKQCustomSchedule();  ///< repeats and flag 0
+  /// With those repeats.
   BKQCustomSchedule(unsigned short repeat1, unsigned short repeat2, unsigned short repeat3,
                     unsigned short repeat4);
   ~BKQCustomSchedule() override;

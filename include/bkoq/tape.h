@@ -12,8 +12,8 @@ class BKQFilter;
 /// A null text is the empty text.
 class BKOQ_API BKQTapeXtension : public RWCollectable {
  public:
-  BKQTapeXtension();
-  explicit BKQTapeXtension(long sessionEndTime);
+  BKQTapeXtension();                              ///< every text empty, every number 0
+  explicit BKQTapeXtension(long sessionEndTime);  ///< the same with that time
   ~BKQTapeXtension() override;
 
   /// Fills the zeroed BKDTAPEX that `rec` points to; 1, or 0 after a line on the standard error
@@ -41,8 +41,8 @@ class BKOQ_API BKQTapeXtension : public RWCollectable {
 /// A null text is the empty text.
 class BKOQ_API BKQTapeItem : public RWCollectable {
  public:
-  BKQTapeItem();
-  BKQTapeItem(unsigned int chunkNum, unsigned short chunkOffset);
+  BKQTapeItem();  ///< every text empty, every number 0
+  BKQTapeItem(unsigned int chunkNum, unsigned short chunkOffset);  ///< the same with these
   ~BKQTapeItem() override;
 
   /// A new item with the same values, owned by the caller; null when memory runs out.
@@ -81,8 +81,8 @@ class BKOQ_API BKQTapeItem : public RWCollectable {
 /// A null text is the empty text.
 class BKOQ_API BKQTape : public RWCollectable {
  public:
-  BKQTape();
-  BKQTape(const char* deviceGroup, const char* tapeName);
+  BKQTape();  ///< every text empty, every number 0; no items, filters or extension
+  BKQTape(const char* deviceGroup, const char* tapeName);  ///< the same with these
   ~BKQTape() override;
   BKQTape(const BKQTape&) = delete;
   BKQTape& operator=(const BKQTape&) = delete;

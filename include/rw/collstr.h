@@ -9,8 +9,8 @@
 class RW_API RWCollectableString : public RWCollectable, public RWCString {
  public:
   constexpr RWCollectableString() noexcept {}
-  RWCollectableString(const char* text) noexcept;
-  RWCollectableString(const RWCString& text) noexcept;
+  RWCollectableString(const char* text) noexcept;       ///< null is the empty text
+  RWCollectableString(const RWCString& text) noexcept;  ///< that text
   RWCollectableString(const RWCollectableString&) = default;
 
   RWCollectableString& operator=(const RWCollectableString&) = default;

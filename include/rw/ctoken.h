@@ -7,7 +7,7 @@
 /// Splits a text, of which it keeps a copy, into tokens.
 class RW_API RWCTokenizer {
  public:
-  explicit RWCTokenizer(const RWCString& text) noexcept;
+  explicit RWCTokenizer(const RWCString& text) noexcept;  ///< of a copy of `text`
   ~RWCTokenizer();
 
   /// The next run of characters that are none of `delimiters`; empty tokens are skipped. Gives the

@@ -6,6 +6,8 @@
 #include <type_traits>
 #include <utility>
 
+#include "tests/catalog/kinds.h"
+
 namespace bkoq::test {
 namespace {
 
@@ -52,20 +54,10 @@ TEST(AdoptingSetters, RefuseTemporaries) {
 }
 
 TEST(AdoptingSetters, RefuseTemporarySchedules) {
-  expectAdopting<SetSchedule, BKQJob, BKQRegularSchedule>();
-  expectAdopting<SetSchedule, BKQBackupJob, BKQCruiseSchedule>();
-  expectAdopting<SetSchedule, BKQCruiseBackupJob, BKQCruiseSchedule>();
-  expectAdopting<SetSchedule, BKQRotationBackupJob, BKQRotationSchedule>();
-  expectAdopting<SetSchedule, BKQCruiseMakeupJob, BKQCruiseSchedule>();
-  expectAdopting<SetSchedule, BKQRotationMakeupJob, BKQRotationSchedule>();
-  expectAdopting<SetSchedule, BKQCustomBackupJob, BKQCustomSchedule>();
-  expectAdopting<SetSchedule, BKQDatabaseBackupJob, BKQRegularSchedule>();
-  expectAdopting<SetSchedule, BKQRestoreJob, BKQRegularSchedule>();
-  expectAdopting<SetSchedule, BKQDatabaseRestoreJob, BKQRegularSchedule>();
-  expectAdopting<SetSchedule, BKQVerifyJob, BKQRegularSchedule>();
-  expectAdopting<SetSchedule, BKQCompareJob, BKQRegularSchedule>();
-  expectAdopting<SetSchedule, BKQMergeJob, BKQRegularSchedule>();
-  expectAdopting<SetSchedule, BKQScanJob, BKQRegularSchedule>();
+#define BKOQ_EXPECT(kind, class_, code, word, schedule, ...) \
+  expectAdopting<SetSchedule, class_, schedule>();
+  BKOQ_JOB_KINDS(BKOQ_EXPECT)
+#undef BKOQ_EXPECT
 }
 
 }  // namespace

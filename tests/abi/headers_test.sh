@@ -42,7 +42,7 @@ is_refused() {  # text compiler language standard header flags
   fi
 }
 
-c_headers=(bkoq/records.h bkoq/records_old.h bkoq/bktime.h bkoq/kit.h bkoq/export.h bkoq/version.h)
+c_headers=(bkoq/records.h bkoq/records_old.h bkoq/bktime.h bkoq/kit.h bkoq/export.h bkoq/version.h bkoq/codes.h)
 is_for_c() {
   [[ " ${c_headers[*]} " = *" $1 "* ]]
 }

@@ -1,5 +1,5 @@
 // The virtual operations stand in slots that clients compiled before know by number: each class
-// adds its own behind the thirteen that every collectable has. Called here as such a client calls
+// adds its own after the thirteen that every collectable has. Called here as such a client calls
 // them, through the table of a real object.
 
 #include <gtest/gtest.h>
@@ -60,7 +60,7 @@ class Slots : public testing::Test {
     if (!HasFailure()) return;
     ADD_FAILURE()
         << "a virtual function does not stand where clients that were compiled before call "
-           "it: put new ones behind those that are there, or give the library a new major "
+           "it: put new ones after those that are there, or give the library a new major "
            "version and these tests the new slots";
   }
 };
@@ -157,7 +157,7 @@ TEST_F(Slots, NodesConvert) {
     EXPECT_STREQ(record.pszNodeName, "n");
     EXPECT_EQ(CURRENT_NODETYPE, type);
     EXPECT_EQ(CURRENT_NODETYPE_OLD, 99u);
-    freeNodeContents(record, Media::kDisks);
+    freeNodeContents(record, NodeFamily::kDisk);
     CURRENT_NODETYPE = 99;
     BKNODE_OLD recordOld{};
     rec = &recordOld;
@@ -165,7 +165,7 @@ TEST_F(Slots, NodesConvert) {
     EXPECT_STREQ(recordOld.pszNodeName, "n");
     EXPECT_EQ(CURRENT_NODETYPE, 99u);
     EXPECT_EQ(CURRENT_NODETYPE_OLD, row.kind == 13 ? 6 : type);
-    freeNodeContents(recordOld, Media::kDisks);
+    freeNodeContents(recordOld, NodeFamily::kDisk);
   }
 }
 
@@ -243,18 +243,18 @@ TEST_F(Slots, SchedulesConvert) {
       EXPECT_NE(record.lSubmitTime, 0);
     }
   }
-  bool wasPrevious = false;
-  ForeignSchedule foreign([&](void* /*block*/, bool isPrevious) {
-    wasPrevious = isPrevious;
+  BkoqLayout converted = BKOQ_LAYOUT_WIDEST;
+  ForeignSchedule foreign([&](void* /*block*/, BkoqLayout layout) {
+    converted = layout;
     return 7;
   });
   void* schedBlock = nullptr;
   char rotation = 0;
   void* rotationBlock = &rotation;
   EXPECT_EQ(callSlot<int>(&foreign, kConvertOld, &schedBlock, &rotationBlock), 7);
-  EXPECT_TRUE(wasPrevious);
+  EXPECT_EQ(converted, BKOQ_LAYOUT_PREVIOUS);
   EXPECT_EQ(callSlot<int>(&foreign, kConvert, &schedBlock, &rotationBlock), 7);
-  EXPECT_FALSE(wasPrevious);
+  EXPECT_EQ(converted, BKOQ_LAYOUT_CURRENT);
   EXPECT_EQ(foreign.rotationBlock(), &rotation);
 }
 
@@ -303,22 +303,37 @@ TEST_F(Slots, CollectablesCompareThroughTheirs) {
   EXPECT_GT(compare(RWCollectableTime(6), RWCollectableTime(5)), 0);
 }
 
+// Tells the slot that deletes an object from the one before it, which destroys it only.
+unsigned int deleted = 0;
+template <class Object>
+class Deleted : public Counted<Object> {
+ public:
+  using Counted<Object>::Counted;
+  static void* operator new(std::size_t size) { return ::operator new(size); }
+  static void operator delete(void* object) {
+    ++deleted;
+    ::operator delete(object);
+  }
+};
+
 TEST_F(Slots, CollectablesAreDeletedThroughTheirs) {
   int destroyed = 0;
-  callSlot<void>(new Counted<BKQJob>(destroyed), kDestroy);
-  callSlot<void>(new Counted<BKQUnixNode>(destroyed, "n"), kDestroy);
-  callSlot<void>(new Counted<BKQDirFilter>(destroyed), kDestroy);
-  callSlot<void>(new Counted<BKQRegularSchedule>(destroyed), kDestroy);
-  callSlot<void>(new Counted<BKQDisk>(destroyed), kDestroy);
-  callSlot<void>(new Counted<BKQDiskItem>(destroyed), kDestroy);
-  callSlot<void>(new Counted<BKQTape>(destroyed), kDestroy);
-  callSlot<void>(new Counted<BKQTapeItem>(destroyed), kDestroy);
-  callSlot<void>(new Counted<BKQTapeXtension>(destroyed), kDestroy);
-  callSlot<void>(new Counted<BKQNodeCol>(destroyed), kDestroy);
+  deleted = 0;
+  callSlot<void>(new Deleted<BKQJob>(destroyed), kDestroy);
+  callSlot<void>(new Deleted<BKQUnixNode>(destroyed, "n"), kDestroy);
+  callSlot<void>(new Deleted<BKQDirFilter>(destroyed), kDestroy);
+  callSlot<void>(new Deleted<BKQRegularSchedule>(destroyed), kDestroy);
+  callSlot<void>(new Deleted<BKQDisk>(destroyed), kDestroy);
+  callSlot<void>(new Deleted<BKQDiskItem>(destroyed), kDestroy);
+  callSlot<void>(new Deleted<BKQTape>(destroyed), kDestroy);
+  callSlot<void>(new Deleted<BKQTapeItem>(destroyed), kDestroy);
+  callSlot<void>(new Deleted<BKQTapeXtension>(destroyed), kDestroy);
+  callSlot<void>(new Deleted<BKQNodeCol>(destroyed), kDestroy);
   EXPECT_EQ(destroyed, 10);
+  EXPECT_EQ(deleted, 10u);
 }
 
-// What is no collectable begins at slot 0; the destructor of the e-mail classes stands behind the
+// What is no collectable begins at slot 0; the destructor of the e-mail classes comes after the
 // operations.
 
 TEST_F(Slots, EMail) {
@@ -340,20 +355,22 @@ TEST_F(Slots, EMail) {
       free(record.pszHostName);
     }
   }
-  bool wasPrevious = true;
-  ForeignEMail foreign([&](void* /*block*/, bool isPrevious) {
-    wasPrevious = isPrevious;
+  BkoqLayout converted = BKOQ_LAYOUT_WIDEST;
+  ForeignEMail foreign([&](void* /*block*/, BkoqLayout layout) {
+    converted = layout;
     return 7;
   });
   void* block = nullptr;
   EXPECT_EQ(callSlot<int>(&foreign, 2, &block), 7);
-  EXPECT_FALSE(wasPrevious);
+  EXPECT_EQ(converted, BKOQ_LAYOUT_CURRENT);
   EXPECT_EQ(callSlot<int>(&foreign, 3, &block), 7);
-  EXPECT_TRUE(wasPrevious);
+  EXPECT_EQ(converted, BKOQ_LAYOUT_PREVIOUS);
 
   int destroyed = 0;
-  callSlot<void>(new Counted<BKQMHSEMail>(destroyed), 5);
+  deleted = 0;
+  callSlot<void>(new Deleted<BKQMHSEMail>(destroyed), 5);
   EXPECT_EQ(destroyed, 1);
+  EXPECT_EQ(deleted, 1u);
 }
 
 template <class Object>

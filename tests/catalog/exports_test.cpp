@@ -15,6 +15,7 @@
 #include "tests/catalog/classes.h"
 #include "tests/catalog/forms.h"
 #include "tests/catalog/kinds.h"
+#include "tests/catalog/layouts.h"
 
 namespace bkoq::test {
 namespace {
@@ -29,7 +30,7 @@ const std::vector<std::string>& exported() {
     for (std::string symbol; std::getline(list, symbol);) {
       int status = 0;
       char* name = abi::__cxa_demangle(symbol.c_str(), nullptr, nullptr, &status);
-      if (status == 0) read.emplace_back(name);
+      read.emplace_back(status == 0 ? name : symbol);
       std::free(name);
     }
     return read;
@@ -95,11 +96,23 @@ TEST(Catalogue, HasEveryKind) {
 TEST(Catalogue, HasEveryFormOfTheConversions) {
   Names forms;
   for (const FormLine& line : kForms) {
-    forms.insert(std::string(line.className) + "::convertToBK2(void*&" + line.parameters + ")");
-    forms.insert(std::string(line.className) + "::convertToBK2_old(void*&" + line.parameters + ")");
+    for (const char* suffix : {CurrentLayout::kSuffix, PreviousLayout::kSuffix}) {
+      forms.insert(std::string(line.className) + "::convertToBK2" + suffix + "(void*&" +
+                   line.parameters + ")");
+    }
   }
-  expectSame(exportedAs(R"((BKQ\w*(?:Job|Node)::convertToBK2(?:_old)?\(.*\)))", "$1"), forms,
+  expectSame(exportedAs(R"((BKQ\w*(?:Job|Node)::convertToBK2\w*\(.*\)))", "$1"), forms,
              "tests/catalog/forms.h");
+}
+
+TEST(Catalogue, HasEveryStateVariable) {
+  Names variables;
+#define BKOQ_ADD(type, name, variable) \
+  variables.insert(#variable);         \
+  variables.insert(#variable "_OLD");
+  BKOQ_STATE_VARIABLES(BKOQ_ADD)
+#undef BKOQ_ADD
+  expectSame(exportedAs("([A-Z0-9_]+)", "$1"), variables, "tests/catalog/layouts.h");
 }
 
 // What answers for an object says what the table of kinds says.

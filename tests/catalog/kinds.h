@@ -148,6 +148,20 @@ constexpr const NodeKindLine& lineOf(NodeClass kind) {
   return kNodeKinds[static_cast<unsigned int>(kind)];
 }
 
+// Whether the source nodes of the family's jobs hold tapes; the destinations then hold disks.
+constexpr bool readsTapes(JobFamily family) {
+  return family != JobFamily::kPlain && family != JobFamily::kBackup;
+}
+
+// The family of the kinds that write this number into usJobType.
+inline JobFamily familyOfCode(unsigned int code) {
+  JobFamily family = JobFamily::kPlain;
+  for (const JobKindLine& line : kJobKinds) {
+    if (line.code == code && line.family != JobFamily::kPlain) family = line.family;
+  }
+  return family;
+}
+
 // A class as a value.
 template <class Object>
 struct Type {

@@ -8,10 +8,29 @@
 #include <type_traits>
 #include <utility>
 
+// Every state variable, once. X(type, name, variable): that of the current layout; the previous
+// layout's has _OLD after its name.
+// clang-format off
+#define BKOQ_STATE_VARIABLES(X) \
+  X(unsigned int, newTapeTimeout, BK6_NEWTAPETIMEOUT) \
+  X(unsigned int, spanTapeTimeout, BK6_SPANTAPETIMEOUT) \
+  X(unsigned int, newTapeMethod, BK6_NEWTAPEMETHOD) \
+  X(unsigned int, spanTapeMethod, BK6_SPANTAPEMETHOD) \
+  X(char*, diskSessionPassword, BK6_DISKSESSIONPW) \
+  X(char*, tapeSessionPassword, BK6_TAPESESSIONPW) \
+  X(unsigned int, diskEncryption, DISK_ENCRYPTION) \
+  X(unsigned int, diskCompression, DISK_COMPRESSION) \
+  X(unsigned int, nodeNoEstimate, NODE_NOESTIMATE) \
+  X(unsigned int, currentNodeType, CURRENT_NODETYPE) \
+  X(unsigned int, unixOptions, UNIX_OPTIONS) \
+  X(RWCollectableString, diskName, DISK_DISKNAME)
+// clang-format on
+
 namespace bkoq::test {
 
 // The two layouts as tests see them: what a test of both takes as its type parameter.
 struct CurrentLayout {
+  static constexpr const char* kSuffix = "";  // of the names of its conversions
   static constexpr bool kPrevious = false;
   static constexpr BkoqLayout kLayout = BKOQ_LAYOUT_CURRENT;
   using Job = BKQJDATATRANSFER;
@@ -31,21 +50,14 @@ struct CurrentLayout {
   // The name of a record in this layout's messages.
   static std::string name(const std::string& record) { return record; }
 
-  static unsigned int& newTapeTimeout() { return BK6_NEWTAPETIMEOUT; }
-  static unsigned int& spanTapeTimeout() { return BK6_SPANTAPETIMEOUT; }
-  static unsigned int& newTapeMethod() { return BK6_NEWTAPEMETHOD; }
-  static unsigned int& spanTapeMethod() { return BK6_SPANTAPEMETHOD; }
-  static char*& diskSessionPassword() { return BK6_DISKSESSIONPW; }
-  static char*& tapeSessionPassword() { return BK6_TAPESESSIONPW; }
-  static unsigned int& diskEncryption() { return DISK_ENCRYPTION; }
-  static unsigned int& diskCompression() { return DISK_COMPRESSION; }
-  static unsigned int& nodeNoEstimate() { return NODE_NOESTIMATE; }
-  static unsigned int& currentNodeType() { return CURRENT_NODETYPE; }
-  static unsigned int& unixOptions() { return UNIX_OPTIONS; }
-  static RWCollectableString& diskName() { return DISK_DISKNAME; }
+#define BKOQ_ACCESS(type, name, variable) \
+  static type& name() { return variable; }
+  BKOQ_STATE_VARIABLES(BKOQ_ACCESS)
+#undef BKOQ_ACCESS
 };
 
 struct PreviousLayout {
+  static constexpr const char* kSuffix = "_old";
   static constexpr bool kPrevious = true;
   static constexpr BkoqLayout kLayout = BKOQ_LAYOUT_PREVIOUS;
   using Job = BKQJDATATRANSFER_OLD;
@@ -64,19 +76,27 @@ struct PreviousLayout {
 
   static std::string name(const std::string& record) { return record + "_OLD"; }
 
-  static unsigned int& newTapeTimeout() { return BK6_NEWTAPETIMEOUT_OLD; }
-  static unsigned int& spanTapeTimeout() { return BK6_SPANTAPETIMEOUT_OLD; }
-  static unsigned int& newTapeMethod() { return BK6_NEWTAPEMETHOD_OLD; }
-  static unsigned int& spanTapeMethod() { return BK6_SPANTAPEMETHOD_OLD; }
-  static char*& diskSessionPassword() { return BK6_DISKSESSIONPW_OLD; }
-  static char*& tapeSessionPassword() { return BK6_TAPESESSIONPW_OLD; }
-  static unsigned int& diskEncryption() { return DISK_ENCRYPTION_OLD; }
-  static unsigned int& diskCompression() { return DISK_COMPRESSION_OLD; }
-  static unsigned int& nodeNoEstimate() { return NODE_NOESTIMATE_OLD; }
-  static unsigned int& currentNodeType() { return CURRENT_NODETYPE_OLD; }
-  static unsigned int& unixOptions() { return UNIX_OPTIONS_OLD; }
-  static RWCollectableString& diskName() { return DISK_DISKNAME_OLD; }
+#define BKOQ_ACCESS(type, name, variable) \
+  static type& name() { return variable##_OLD; }
+  BKOQ_STATE_VARIABLES(BKOQ_ACCESS)
+#undef BKOQ_ACCESS
 };
+
+// Both, in the order of their numbers.
+constexpr BkoqLayout kLayouts[] = {CurrentLayout::kLayout, PreviousLayout::kLayout};
+static_assert(kLayouts[0] == 0 && kLayouts[1] == 1, "tests index by the layout");
+
+// What `visit(CurrentLayout())` or `visit(PreviousLayout())` gives: from a layout at run time to
+// one at compile time.
+template <class Visitor>
+decltype(auto) visitLayout(BkoqLayout layout, Visitor&& visit) {
+  return layout == PreviousLayout::kLayout ? visit(PreviousLayout()) : visit(CurrentLayout());
+}
+
+// As messages name it.
+inline const char* layoutName(BkoqLayout layout) {
+  return layout == PreviousLayout::kLayout ? "previous" : "current";
+}
 
 // The layout whose state variables a conversion into `Layout` must not touch.
 template <class Layout>

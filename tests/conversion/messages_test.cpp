@@ -10,10 +10,10 @@
 #include <utility>
 #include <vector>
 
+#include "tests/catalog/types.h"
 #include "tests/support/foreign_attachments.h"
 #include "tests/support/foreign_filter.h"
 #include "tests/support/free_records.h"
-#include "tests/catalog/types.h"
 #include "tests/support/rows.h"
 #include "tests/support/stderr_capture.h"
 
@@ -399,7 +399,7 @@ class BaseStepMessages : public Messages<L> {
 
   void failEMail(BKQJob& job) {
     job.setOwner("owner");
-    job.setEMailInfo(*new ForeignEMail([this](void* block, bool) {
+    job.setEMailInfo(*new ForeignEMail([this](void* block, BkoqLayout) {
       abandon(static_cast<char*>(block) - ForeignEMail::kBlockOffset);
       return 0;
     }));
@@ -407,7 +407,7 @@ class BaseStepMessages : public Messages<L> {
 
   void failSchedule(BKQJob& job) {
     job.setOwner("owner");
-    job.setSchedule(*new ForeignSchedule([this](void* block, bool) {
+    job.setSchedule(*new ForeignSchedule([this](void* block, BkoqLayout) {
       abandon(static_cast<char*>(block) - ForeignSchedule::kBlockOffset);
       return 0;
     }));
@@ -522,12 +522,12 @@ class ArraysInUse : public Messages<L> {
 
   // Lets the job's e-mail, or its schedule, hang an array of one node in the record.
   static void presetByEMail(BKQJob& job, Node* L::Job::*nodes, Node*& preset) {
-    job.setEMailInfo(*new ForeignEMail([nodes, &preset](void* block, bool) {
+    job.setEMailInfo(*new ForeignEMail([nodes, &preset](void* block, BkoqLayout) {
       return hang(static_cast<char*>(block) - ForeignEMail::kBlockOffset, nodes, preset);
     }));
   }
   static void presetBySchedule(BKQJob& job, Node* L::Job::*nodes, Node*& preset) {
-    job.setSchedule(*new ForeignSchedule([nodes, &preset](void* block, bool) {
+    job.setSchedule(*new ForeignSchedule([nodes, &preset](void* block, BkoqLayout) {
       return hang(static_cast<char*>(block) - ForeignSchedule::kBlockOffset, nodes, preset);
     }));
   }

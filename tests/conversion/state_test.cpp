@@ -9,9 +9,9 @@
 #include <type_traits>
 #include <vector>
 
+#include "tests/catalog/types.h"
 #include "tests/support/free_records.h"
 #include "tests/support/heap.h"
-#include "tests/catalog/types.h"
 #include "tests/support/name_list.h"
 #include "tests/support/state_values.h"
 #include "tests/support/stderr_capture.h"
@@ -90,7 +90,7 @@ TYPED_TEST(TextsInTheDiskName, OverrideADisk) {
   node.pMedia = calloc(1, sizeof(typename TypeParam::Disk));
   ASSERT_EQ(TypeParam::convert(*this->disks_[0], node.pMedia, TypeParam::diskName().data()), 1);
   EXPECT_EQ(this->pathOf(node, 0), this->kLong);
-  freeNodeContents(node, Media::kDisks);
+  freeNodeContents(node, NodeFamily::kDisk);
 }
 
 TYPED_TEST(TextsInTheDiskName, OverrideEveryDiskOfANode) {
@@ -100,7 +100,7 @@ TYPED_TEST(TextsInTheDiskName, OverrideEveryDiskOfANode) {
   ASSERT_EQ(TypeParam::convert(this->addDisks(node), rec, TypeParam::diskName().data()), 1);
   EXPECT_EQ(this->pathOf(record, 0), this->kLong);
   EXPECT_EQ(this->pathOf(record, 1), this->kLong);
-  freeNodeContents(record, Media::kDisks);
+  freeNodeContents(record, NodeFamily::kDisk);
 }
 
 TYPED_TEST(TextsInTheDiskName, OverrideEveryDiskOfAComparison) {
@@ -123,7 +123,7 @@ TYPED_TEST(TextsInTheDiskName, NameTheDisksOfANode) {
   void* rec = &record;
   ASSERT_EQ(TypeParam::convert(this->addDisks(node), rec, names), 1);
   EXPECT_EQ(record.ulMediaCount, 2u);
-  freeNodeContents(record, Media::kDisks);
+  freeNodeContents(record, NodeFamily::kDisk);
 }
 
 TYPED_TEST(TextsInTheDiskName, NameTheNodesOfABackupAndFollowTheirTexts) {
@@ -251,7 +251,7 @@ TYPED_TEST(StateOfAFlattening, IsTakenFromTheClientWhenANodeIsConvertedAlone) {
   EXPECT_EQ(record.ulNodeOptions, 0x160u);
   EXPECT_EQ(disks[0].ulOptions, 0x6020u);
   EXPECT_STREQ(disks[0].pszPassword, "secret");
-  freeNodeContents(record, Media::kDisks);
+  freeNodeContents(record, NodeFamily::kDisk);
   L::diskSessionPassword() = nullptr;
 }
 
@@ -275,7 +275,7 @@ TYPED_TEST(StateOfAFlattening, TapeVariablesAreTakenFromTheClientToo) {
   EXPECT_EQ(tapes[0].usSpanTapeTimeout, 2);
   EXPECT_EQ(tapes[0].usNewTapeMethod, 3);
   EXPECT_EQ(tapes[0].usSpanTapeMethod, 4);
-  freeNodeContents(record, Media::kTapes);
+  freeNodeContents(record, NodeFamily::kTape);
   L::tapeSessionPassword() = nullptr;
 }
 

@@ -4,6 +4,7 @@
 #include <bkoq/kit.h>
 
 #include <cstdint>
+#include <cstdlib>
 #include <cstring>
 #include <vector>
 
@@ -28,7 +29,7 @@ std::uint32_t checksumOf(const Bytes& bytes) {
   return ~crc;
 }
 
-// Makes the header good, so that what lies behind it is reached, which no one could seal by chance.
+// Makes the header good, so that what comes after it is reached, which no one could seal by chance.
 // The layout and the number of blocks stay as they are.
 Bytes sealed(const std::uint8_t* data, std::size_t size) {
   Bytes bytes(data, data + size);
@@ -71,9 +72,10 @@ void use(void* root, BkoqLayout layout) {
   std::size_t sum = 0;
   FUZZ_REQUIRE(bkoqWalk(root, layout, countVisit, &sum) == BKOQ_OK);
   // One way of printing each time: the content chooses it.
-  static const BkoqFormat kFormats[] = {BKOQ_FORMAT_TEXT, BKOQ_FORMAT_JSON, BKOQ_FORMAT_ANNOTATED};
+  static const BkoqFormat kFormats[] = {BKOQ_FORMAT_TEXT, BKOQ_FORMAT_JSON, BKOQ_FORMAT_ANNOTATED,
+                                        BKOQ_FORMAT_PLAIN_JSON};
   BkoqPrintOptions options = {};
-  options.format = kFormats[sum % 3];
+  options.format = kFormats[sum % 4];
   options.showSecrets = static_cast<int>(sum & 1);
   options.hideZero = static_cast<int>(sum >> 1 & 1);
   FUZZ_REQUIRE(bkoqPrint(root, layout, &options, drop, &sum) == BKOQ_OK);
@@ -81,6 +83,31 @@ void use(void* root, BkoqLayout layout) {
   FUZZ_REQUIRE(bkoqCompare(root, layout, root, layout, 0, nullptr, nullptr, &differences) ==
                BKOQ_OK);
   FUZZ_REQUIRE(differences == 0);
+}
+
+// All is freed, unless the bytes look like a tree of the other layout.
+void release(void* root, BkoqLayout layout) {
+  const BkoqStatus fits = bkoqCheckLayout(root, layout);
+  BkoqFreed freed = {};
+  FUZZ_REQUIRE(bkoqFree(root, layout, &freed) == fits);
+  FUZZ_REQUIRE(freed.notFreed == 0 || fits == BKOQ_OTHER_LAYOUT);
+}
+
+// Whatever a reader makes of an image, salvaging makes as much of it, and doubts what it refuses.
+void salvage(const std::uint8_t* bytes, std::size_t size, BkoqStatus read) {
+  BkoqLayout layout = BKOQ_LAYOUT_WIDEST;
+  void* root = nullptr;
+  BkoqSalvage salvage = {};
+  const BkoqStatus status =
+      bkoqSalvageImage(bytes, size, &layout, &root, nullptr, nullptr, &salvage);
+  FUZZ_REQUIRE(status == BKOQ_OK || status == BKOQ_NO_MEMORY ||
+               (status == BKOQ_BAD_IMAGE && size <= kHeader));
+  if (status == BKOQ_OK) {
+    FUZZ_REQUIRE((read == BKOQ_OK) == (salvage.doubts == 0) || read == BKOQ_NO_MEMORY);
+    use(root, layout);
+    release(root, layout);
+  }
+  std::free(salvage.offsets);
 }
 
 void readImage(const Bytes& image) {
@@ -96,6 +123,7 @@ void readImage(const Bytes& image) {
     FUZZ_REQUIRE(std::memchr(error.text, 0, sizeof error.text) != nullptr && error.text[0] != '\0');
     FUZZ_REQUIRE(std::memchr(error.path, 0, sizeof error.path) != nullptr);
   }
+  salvage(bytes, image.size(), status);
   if (root == nullptr) {
     FUZZ_REQUIRE(status != BKOQ_OK);
     return;
@@ -106,9 +134,7 @@ void readImage(const Bytes& image) {
     FUZZ_REQUIRE(bkoqWriteImage(root, layout, keep, &again, nullptr) == BKOQ_OK);
     FUZZ_REQUIRE(again == image);
   }
-  BkoqFreed freed = {};
-  FUZZ_REQUIRE(bkoqFree(root, layout, &freed) == BKOQ_OK);
-  FUZZ_REQUIRE(freed.notFreed == 0);
+  release(root, layout);
 }
 
 }  // namespace

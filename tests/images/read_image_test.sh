@@ -49,10 +49,15 @@ def changed(at, value):
 refuses(b"", "not an image")
 refuses(b"X" + data[1:], "not an image")
 refuses(data[:-4], "a bad header")
+odd = data + bytes(2)
+refuses(sealed(odd[:16] + len(odd).to_bytes(4, "little") + odd[20:]), "a bad header")
 for at in random.Random(1).sample(range(32, len(data)), 10):
     refuses(data[:at] + bytes([data[at] ^ 1]) + data[at + 1:], "a bad checksum")
 refuses(sealed(changed(32 + 16, 36)), "pSourceNodes: no block")
 refuses(sealed(changed(32 + 12, 0xFFFFFFFF)), "pSourceNodes: no block")
 refuses(sealed(changed(32 + 4, 99)), "kind of the job is")
 refuses(sealed(changed(24, 3)), "a wrong number of blocks")
+text = data.rindex(b"tape\0")
+refuses(sealed(data[:text + 5] + b"x" + data[text + 6:]), "padding that is not zero")
+refuses(sealed(data[:text + 4] + b"text"), "a text without an end")
 END

@@ -67,6 +67,12 @@ if [ -e "$work/prefix/bin/bkoq" ]; then
   say "the command, its manual page and its completions"
   quietly "$work/prefix/bin/bkoq" new backup
   grep -q '^.TH BKOQ 1' "$work/prefix/share/man/man1/bkoq.1" || fail "no manual page"
+  for section in NAME SYNOPSIS OPTIONS COMMANDS 'EXIT STATUS' FILES ENVIRONMENT EXAMPLES 'SEE ALSO'; do
+    grep -qx ".SH $section" "$work/prefix/share/man/man1/bkoq.1" || fail "no $section in the manual page"
+  done
+  for file in $(sed -nE 's/^\.I (share.*)/\1/p' "$work/prefix/share/man/man1/bkoq.1" | tr -d '\\'); do
+    [ -e "$work/prefix/$file" ] || fail "the manual page names $file, which is not installed"
+  done
   grep -q '^complete ' "$work/prefix/share/bash-completion/completions/bkoq" || fail "no completion"
   grep -q '^#compdef bkoq' "$work/prefix/share/zsh/site-functions/_bkoq" || fail "no completion"
   "$work/prefix/bin/bkoq" layout --magic | cmp - "$work/prefix/share/bkoq/bkoq.magic" ||

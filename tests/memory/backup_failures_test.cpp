@@ -16,6 +16,7 @@
 #include <vector>
 
 #include "examples/nightly_job.h"
+#include "tests/catalog/forms.h"
 #include "tests/catalog/kinds.h"
 #include "tests/catalog/types.h"
 #include "tests/memory/failures.h"
@@ -78,7 +79,7 @@ void writeNightlyUnixNode(Script& script, const Wanted& wanted) {
   script.node(0);
   script.within("Unix Node", [&] {
     script.within("Base BKQDiskNode", [&] {
-      // OS version and node name; behind the one that gets no text stands an empty one.
+      // OS version and node name; an empty one comes after the one that gets no text.
       hasText&& wanted.unixKind == 1 ? script.firstText(5) : script.silent(5);
       hasText&& wanted.unixKind == 2 ? script.firstText(8) : script.silent(8);
       if (!script.isPrevious()) script.texts({"accounting"});
@@ -107,7 +108,7 @@ void writeNightlyWindowsNode(Script& script) {
     script.disk(1);
     script.within("Disk", [&] {
       script.texts({"D:", "0123abcd", "s3ss10n"});
-      script.silent(16);  // user and second password joined, an empty second text behind them
+      script.silent(16);  // user and second password joined, an empty second text after them
       script.diskItem(0);
       script.within("DiskItem", [&] {
         script.texts({"\\payroll"});
@@ -226,6 +227,7 @@ class NightlyAs {
 };
 
 // Every form of the conversion of a backup.
+static_assert(formsOf(JobFamily::kBackup) == 5, "each form needs its rows here");
 template <class L, class Job>
 void failBackup(Job& job) {
   NameList noNames{};
@@ -249,7 +251,7 @@ void failBackup(Job& job) {
        {true, {"/home"}, 2, "extra"}},
   };
   for (const auto& form : forms) {
-    Script script(L::kPrevious);
+    Script script(L::kLayout);
     writeNightly(script, form.wanted);
     failEveryAllocation(form.convert, script);
   }
@@ -290,7 +292,7 @@ TYPED_TEST(BackupFailures, SecondTextOfAUnixNode) {
     BKQBackupJob job;
     job.addSourceNode(c.node);
     const std::size_t texts = c.isRealloc ? 2 : 0;
-    Script script(TypeParam::kPrevious);
+    Script script(TypeParam::kLayout);
     script.within("Base BKQJob", [&] { script.jobRecord(); });
     script.node(0);
     script.within("Unix Node", [&] {
@@ -298,10 +300,10 @@ TYPED_TEST(BackupFailures, SecondTextOfAUnixNode) {
       script.block(c.field, c.size, c.isRealloc);
     });
     const auto convert = [&](void*& out) { return TypeParam::convert(job, out, "", c.mode, "xy"); };
-    const Flattening whole(convert, script.isPrevious(), Allocations::kNone, false);
+    const Flattening whole(convert, script.layout(), Allocations::kNone, false);
     ASSERT_EQ(whole.allocations.calls().size(), script.steps().size());
 
-    const Flattening failed(convert, script.isPrevious(), script.steps().size() - 1, false);
+    const Flattening failed(convert, script.layout(), script.steps().size() - 1, false);
     EXPECT_EQ(failed.allocations.calls().back().isRealloc, c.isRealloc);
     EXPECT_EQ(failed.allocations.calls().back().size, c.size);
     std::vector<std::string> unfinished = {""};
@@ -321,7 +323,7 @@ TYPED_TEST(BackupFailures, SecondTextBehindAFirstThatFailed) {
   BKQBackupJob job;
   job.addSourceNode(node);
   const auto convert = [&](void*& out) { return TypeParam::convert(job, out, "", 1, "xy"); };
-  const Flattening failed(convert, TypeParam::kPrevious, 2,
+  const Flattening failed(convert, TypeParam::kLayout, 2,
                           false);  // after the job and the node record
   EXPECT_EQ(failed.result, 1);
   EXPECT_EQ(failed.lines, "");

@@ -15,8 +15,9 @@
 #include <vector>
 
 #include "examples/nightly_job.h"
-#include "tests/memory/wrap_malloc.h"
+#include "tests/catalog/kinds.h"
 #include "tests/catalog/layouts.h"
+#include "tests/memory/wrap_malloc.h"
 #include "tests/support/name_list.h"
 #include "tests/support/parts.h"
 #include "tests/support/rows.h"
@@ -34,13 +35,11 @@ class TreeReader {
   void readJob(const void* job) {
     texts(job, "job", {28,  32,  36,  40,  44,  132, 136, 140, 144, 148, 152, 156,
                        160, 164, 168, 172, 176, 180, 184, 188, 192, 196, 260});
-    const std::uint32_t type = numberAt(job, 4, 2);
-    const bool readsTapes =
-        type == 7 || type == 8 || type == 10 || type == 11 || type == 14 || type == 29;
+    const bool hasTapes = readsTapes(familyOfCode(numberAt(job, 4, 2)));
     array(job, "source", 12, 16, 100,
-          [&](const void* node, const std::string& where) { readNode(node, where, readsTapes); });
+          [&](const void* node, const std::string& where) { readNode(node, where, hasTapes); });
     array(job, "destination", 20, 24, 100,
-          [&](const void* node, const std::string& where) { readNode(node, where, !readsTapes); });
+          [&](const void* node, const std::string& where) { readNode(node, where, !hasTapes); });
   }
 
  private:
@@ -111,10 +110,9 @@ class TreeReader {
 
 }  // namespace
 
-Flattening::Flattening(const Convert& convert, bool isPrevious, std::size_t failing,
+Flattening::Flattening(const Convert& convert, BkoqLayout layout, std::size_t failing,
                        bool andAllAfter)
-    : allocations(failing, andAllAfter),
-      layout(isPrevious ? BKOQ_LAYOUT_PREVIOUS : BKOQ_LAYOUT_CURRENT) {
+    : allocations(failing, andAllAfter), layout(layout) {
   void* out = &untouched_;
   lines = standardErrorOf([&] {
     allocations.start();
@@ -127,7 +125,9 @@ Flattening::Flattening(const Convert& convert, bool isPrevious, std::size_t fail
     *password = nullptr;
   }
   // What the other layout's flattenings left is theirs.
-  expectState(isPrevious ? stateOf<CurrentLayout>() : stateOf<PreviousLayout>(), kEmptyState);
+  expectState(
+      visitLayout(layout, [](auto traits) { return stateOf<OtherLayout<decltype(traits)>>(); }),
+      kEmptyState);
   if (out == &untouched_) return;
   record = out;
   TreeReader(tree).readJob(record);
@@ -288,8 +288,7 @@ const auto* const kTotal = testing::AddGlobalTestEnvironment(new Total);
 
 void failEveryAllocation(const Flattening::Convert& convert, const Script& script) {
   const std::vector<Step>& steps = script.steps();
-  const bool isPrevious = script.isPrevious();
-  const Flattening whole(convert, isPrevious, Allocations::kNone, false);
+  const Flattening whole(convert, script.layout(), Allocations::kNone, false);
   ASSERT_EQ(whole.result, 1);
   EXPECT_EQ(whole.lines, "");
   ASSERT_TRUE(whole.tree.lost.empty());
@@ -304,7 +303,7 @@ void failEveryAllocation(const Flattening::Convert& convert, const Script& scrip
   std::vector<std::string> unfinished = {""};
   for (std::size_t i = 0; i < steps.size(); ++i) {
     SCOPED_TRACE("allocation " + std::to_string(i) + " fails");
-    const Flattening failed(convert, isPrevious, i, false);
+    const Flattening failed(convert, script.layout(), i, false);
     if (steps[i].lines.empty()) {
       expectSilent(failed, steps[i], whole);
     } else {
@@ -318,7 +317,7 @@ void failEveryAllocation(const Flattening::Convert& convert, const Script& scrip
     SCOPED_TRACE("memory has run out from allocation " + std::to_string(i) + " on");
     std::size_t reporting = i;
     while (reporting < steps.size() && steps[reporting].lines.empty()) ++reporting;
-    const Flattening failed(convert, isPrevious, i, true);
+    const Flattening failed(convert, script.layout(), i, true);
     if (reporting < steps.size()) {
       std::vector<std::string> anything = {""};
       expectReported(failed, steps[reporting], whole, anything);

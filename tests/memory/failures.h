@@ -19,8 +19,8 @@
 #include <vector>
 
 #include "examples/nightly_job.h"
-#include "tests/memory/wrap_malloc.h"
 #include "tests/catalog/layouts.h"
+#include "tests/memory/wrap_malloc.h"
 #include "tests/support/name_list.h"
 #include "tests/support/parts.h"
 #include "tests/support/rows.h"
@@ -44,13 +44,14 @@ struct Step {
 
 class Script {
  public:
-  explicit Script(bool isPrevious) : isPrevious_(isPrevious) {}
+  explicit Script(BkoqLayout layout) : layout_(layout) {}
 
   const std::vector<Step>& steps() const { return steps_; }
-  bool isPrevious() const { return isPrevious_; }
+  BkoqLayout layout() const { return layout_; }
+  bool isPrevious() const { return layout_ == BKOQ_LAYOUT_PREVIOUS; }
   // The name of a record in the layout's messages.
   std::string name(const char* record) const {
-    return isPrevious_ ? std::string(record) + "_OLD" : record;
+    return isPrevious() ? std::string(record) + "_OLD" : record;
   }
 
   // What reports a failure of the steps that `content` adds, besides what lies further out.
@@ -73,7 +74,7 @@ class Script {
     steps_.push_back({false, size, "", false, 0, nulls, false});
   }
 
-  // A text that gets a second one behind it.
+  // A text that gets a second one after it.
   void firstText(std::size_t size) { steps_.push_back({false, size, "", false, 0, 0, true}); }
 
   void jobRecord() {
@@ -99,7 +100,7 @@ class Script {
   // A node's own filters have one name in both layouts.
   void nodeFilter(uint32_t index) { element("BKFILTER_FILE", 32, index); }
   void extension(std::initializer_list<const char*> values) {
-    if (isPrevious_) return;
+    if (isPrevious()) return;
     block("BKDTAPEX", 64, false);
     texts(values);
   }
@@ -117,7 +118,7 @@ class Script {
     return (isRealloc ? "Failed in realloc " : "Failed in malloc ") + record + "\n" + chain_;
   }
 
-  bool isPrevious_;
+  BkoqLayout layout_;
   std::string chain_;
   std::vector<Step> steps_;
 };
@@ -140,7 +141,7 @@ class Flattening {
  public:
   using Convert = std::function<int(void*& out)>;
 
-  Flattening(const Convert& convert, bool isPrevious, std::size_t failing, bool andAllAfter);
+  Flattening(const Convert& convert, BkoqLayout layout, std::size_t failing, bool andAllAfter);
   // Frees the tree, whatever became of it, as a client does: the blocks of the tree and the session
   // passwords are all that there are, but for the one block that a failing realloc() lost.
   ~Flattening();
@@ -176,7 +177,7 @@ class Failures : public testing::Test {
  protected:
   template <class Job, class... Arguments>
   void failAll(Job& job, const std::function<void(Script&)>& write, Arguments... arguments) {
-    Script script(L::kPrevious);
+    Script script(L::kLayout);
     write(script);
     failEveryAllocation([&](void*& out) { return L::convert(job, out, arguments...); }, script);
   }

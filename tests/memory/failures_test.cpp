@@ -18,6 +18,7 @@
 #include <vector>
 
 #include "examples/nightly_job.h"
+#include "tests/catalog/forms.h"
 #include "tests/catalog/kinds.h"
 #include "tests/catalog/types.h"
 #include "tests/memory/wrap_malloc.h"
@@ -44,7 +45,7 @@ void writeMachine(Script& script, bool isOverridden) {
   script.disk(0);
   script.within("Disk", [&] {
     script.texts({"C:", "key", "own"});
-    script.silent(5);  // only a user, an empty second text behind it
+    script.silent(5);  // only a user, an empty second text after it
     script.diskItem(0);
     if (isOverridden) {
       script.texts({"\\other"});
@@ -137,7 +138,11 @@ void writeLibrary(Script& script, const char* password, Tapes wanted) {
   });
 }
 
-// Every form of the conversions that narrow the tapes.
+// Every form of the conversions that narrow the tapes; compares have two more, with a path.
+static_assert(formsOf(JobFamily::kRestore) == 2 && formsOf(JobFamily::kVerify) == 2 &&
+                  formsOf(JobFamily::kMerge) == 2 && formsOf(JobFamily::kScan) == 2 &&
+                  formsOf(JobFamily::kCompare) == 4,
+              "each form needs its rows here");
 template <class L, class Job>
 void failTapeForms(Job& job, const std::function<void(Script&, Tapes)>& write) {
   const auto session = [](int number) { return static_cast<unsigned short>(number); };
@@ -152,7 +157,7 @@ void failTapeForms(Job& job, const std::function<void(Script&, Tapes)>& write) {
       {[&](void*& out) { return L::convert(job, out, "T", session(9)); }, Tapes::kNone},
   };
   for (const auto& form : forms) {
-    Script script(L::kPrevious);
+    Script script(L::kLayout);
     write(script, form.wanted);
     failEveryAllocation(form.convert, script);
   }
@@ -228,7 +233,7 @@ void writeRestore(Script& script, Tapes wanted) {
       script.diskItem(0);
       script.texts({"accounts"});
     });
-    script.block("pszDiskPW2", 7, false);  // joined, an empty second text behind it
+    script.block("pszDiskPW2", 7, false);  // joined, an empty second text after it
   });
   script.node(2);
   script.within("DB Restore Node", [&] {

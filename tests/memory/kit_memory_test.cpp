@@ -52,7 +52,13 @@ TEST(Memory, RunsOutWithAStatusAndWithoutALeak) {
               }),
               100);
   }
+  // One field needs no memory of its own any more; what a pattern is about does.
   EXPECT_GT(failures([&] {
+              return bkoqPrintField(job.get(), BKOQ_LAYOUT_CURRENT, "**.pszNodeName", nullptr,
+                                    ignore, nullptr);
+            }),
+            20);
+  EXPECT_EQ(failures([&] {
               return bkoqPrintField(job.get(), BKOQ_LAYOUT_CURRENT, "pszOwner", nullptr, ignore,
                                     nullptr);
             }),
@@ -86,6 +92,48 @@ TEST(Memory, RunsOutWithAStatusAndWithoutALeak) {
             20);
 }
 
+TEST(Memory, RunsOutWhileAnImageIsSalvaged) {
+  std::string image;
+  {
+    const CurrentTree job = currentBackup();
+    ASSERT_EQ(bkoqWriteImage(job.get(), BKOQ_LAYOUT_CURRENT, appendToString, &image, nullptr),
+              BKOQ_OK);
+  }
+  image.resize(image.size() - 100);
+  EXPECT_GT(failures([&] {
+              BkoqLayout layout;
+              void* root = nullptr;
+              BkoqSalvage salvage;
+              const BkoqStatus status = bkoqSalvageImage(image.data(), image.size(), &layout, &root,
+                                                         nullptr, nullptr, &salvage);
+              EXPECT_EQ(root == nullptr, status != BKOQ_OK);
+              EXPECT_EQ(salvage.offsets == nullptr, status != BKOQ_OK);
+              bkoqFree(root, layout, nullptr);
+              std::free(salvage.offsets);
+              return status;
+            }),
+            2);
+}
+
+TEST(Memory, RunsOutWhilePathsAreFollowed) {
+  const CurrentTree job = currentBackup();
+  BkoqPrintOptions options{};
+  options.format = BKOQ_FORMAT_PLAIN_JSON;
+  EXPECT_GT(failures([&] {
+              return bkoqPrintField(job.get(), BKOQ_LAYOUT_CURRENT, "**.pszDiskName", &options,
+                                    ignore, nullptr);
+            }),
+            5);
+  char text[200];
+  EXPECT_GT(failures([&] {
+              const BkoqStatus status = bkoqExplainPath(
+                  job.get(), BKOQ_LAYOUT_CURRENT, "pSourceNodes[0].pszNodeNam", text, sizeof text);
+              return status == BKOQ_NOT_FOUND ? BKOQ_OK : status;
+            }),
+            2);
+  EXPECT_STREQ(text, "BKNODE has no field \"pszNodeNam\"; did you mean pszNodeName?");
+}
+
 TEST(Memory, IsNotNeededToWalkFreeOrRead) {
   std::string image;
   {
@@ -114,6 +162,15 @@ TEST(Memory, IsNotNeededToWalkFreeOrRead) {
   EXPECT_GT(fields, 100u);
   EXPECT_EQ(status, BKOQ_OK);
   EXPECT_EQ(freed.blocks, 29u);
+  // Nor to make a tree in place, or to get a value.
+  allocationsLeft = 0;
+  const BkoqStatus used = bkoqUseImage(&image[0], image.size(), &layout, &root, nullptr);
+  BkoqValue value;
+  const BkoqStatus got = bkoqGet(root, layout, "pSourceNodes[0].pszNodeName[1]", &value);
+  allocationsLeft = -1;
+  EXPECT_EQ(used, BKOQ_OK);
+  EXPECT_EQ(got, BKOQ_OK);
+  EXPECT_STREQ(value.text, "extra");
 }
 
 }  // namespace

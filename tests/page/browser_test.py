@@ -208,6 +208,26 @@ def test_comparison():
     assert browser.find_element(By.ID, "difference-title").text == "No difference"
 
 
+def test_elements_are_aligned():
+    names = ["kept", "moving", "leaving", "last"]
+    nodes = {name: pages.node(name, [{"path": name}]) for name in names + ["new"]}
+    first = work / "before.json"
+    pages.write_job(first, [nodes[name] for name in names])
+    second = work / "after.json"
+    pages.write_job(second, [nodes[name] for name in ("moving", "new", "kept", "last")])
+    show("diff", first, second, status=1)
+    found = rows("differences")
+    lines = subprocess.run([bkoq, "diff", str(first), str(second)], capture_output=True, text=True).stdout
+    assert len(found) == lines.count("\n"), (found, lines)
+    assert any('"moving"' in row and "moved to pSourceNodes[0]" in row for row in found), found
+    # What is selected in one tree is so in the other, wherever it is there.
+    for mine, there in (("[0]", "[2]"), ("[1]", "[0]"), ("[3]", "[3]")):
+        search(f"pSourceNodes{mine}.pszNodeName")
+        texts = [browser.find_element(By.CSS_SELECTOR, f"#tree-{n} .selected").text for n in (0, 1)]
+        name = names[int(mine[1])]
+        assert all(f'"{name}"' in text for text in texts), (mine, there, texts)
+
+
 def test_secrets_are_masked():
     job = pages.hostile_job(work / "secrets.json")
     show("show", job)

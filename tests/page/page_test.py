@@ -92,7 +92,8 @@ def damaged_images_say_what_is_wrong():
     data[28:32] = zlib.crc32(data[:28] + bytes(4) + data[32:]).to_bytes(4, "little")
     image.write_bytes(data)
     run = subprocess.run([bkoq, "show", str(image)], capture_output=True, text=True)
-    wrong = run.stderr.strip().split(": ", 2)[2]
+    wrong, hint = run.stderr.strip().split(": ", 2)[2].split("; ")
+    assert "--salvage" in hint, hint
     page = pages.write_page(bkoq, work / "damaged.html", "show", image, status=2).decode()
     assert json.loads(re.search(r'id="page">(.*?)</script>', page).group(1))["warning"] == wrong
     assert "blocks" in wrong, wrong

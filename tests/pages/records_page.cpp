@@ -31,7 +31,7 @@ How the kinds are read:
   its NUL; either may be empty. **text, or two texts**: two in a UNIX machine, which is a node with
   `usNodeType` 3 that holds disks and is no destination of a restore; one in every other node.
 - **text list**: a block with as many texts as its count says, back to back, each with its NUL, and
-  nothing behind the last.
+  nothing after the last.
 - **array of**, **pointer to**: a block with records; **embedded**: a record inside this one.
 - **reserved**: always zero. **opaque**: a filter whose kind is not known, of which nothing can be said.
 - **secret**: a password or key, wholly or in part.
@@ -47,7 +47,8 @@ the node stands:
 | 14, 29: scan, verify | tapes | there are none |
 
 A filter is read by its `usFilterType`, and one of time by its `usTimeRange` as well; the meaning of a
-field says which filters have it.
+field says which filters have it. A filter of another kind, and one of time with another range, has
+nothing but the bytes that every filter has.
 
 # Current layout
 

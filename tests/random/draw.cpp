@@ -399,9 +399,14 @@ std::shared_ptr<JobPlan> Drawer::job(JobClass jobClass) {
   return job;
 }
 
-Call Drawer::call(const JobPlan& job, bool previous) {
+// Which arguments a form takes is told by its number.
+static_assert(formsOf(JobFamily::kBackup) == 5 && formsOf(JobFamily::kRestore) == 2 &&
+                  formsOf(JobFamily::kVerify) == 2 && formsOf(JobFamily::kMerge) == 2 &&
+                  formsOf(JobFamily::kScan) == 2 && formsOf(JobFamily::kCompare) == 4,
+              "draw what each form takes, and expect it in tests/random/expect.cpp");
+Call Drawer::call(const JobPlan& job, BkoqLayout layout) {
   Call call;
-  call.previous = previous;
+  call.layout = layout;
   const auto nodeName = [&] {
     if (job.sources.empty() || chance(1, 4)) return text();
     return job.sources[random_.below(static_cast<std::uint32_t>(job.sources.size()))]->name.value;

@@ -15,7 +15,9 @@ class Drawer {
   explicit Drawer(Random& random) : random_(random) {}
 
   std::shared_ptr<JobPlan> job(JobClass jobClass);
-  Call call(const JobPlan& job, bool previous);
+  Call call(const JobPlan& job, BkoqLayout layout);
+  // Either.
+  BkoqLayout layout() { return kLayouts[chance(1, 2) ? 1 : 0]; }
   // What earlier work of the process may have left in the state variables.
   State state();
 

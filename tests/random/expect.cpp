@@ -142,7 +142,8 @@ void Expectation::base(const JobPlan& plan, Record job) {
     job.text(140, "stFax.pszUserPW", plan.fax->password);
     job.text(144, "stFax.pszFaxNumber", plan.fax->number);
     job.text(148, "stFax.pszCoverPageFile", plan.fax->coverPage);
-    if (previous_) job.text(152, "stFax.pszReceiverName", plan.fax->receiver);
+    if (layout_ == PreviousLayout::kLayout)
+      job.text(152, "stFax.pszReceiverName", plan.fax->receiver);
   }
   if (plan.email) {
     job.text(156, "stEMail.pszHostName", plan.email->host);
@@ -180,7 +181,7 @@ void Expectation::schedule(const SchedulePlan& plan, Record job) {
       break;
   }
   job.text(196, "stScheduleExt.pszSetName", plan.setName);
-  if (previous_ && plan.mask) {
+  if (layout_ == PreviousLayout::kLayout && plan.mask) {
     for (std::size_t i = 0; i < plan.mask->units.size() && i < 8; ++i) {
       job.set8(static_cast<std::uint32_t>(208 + i), plan.mask->units[i]->jobType);
     }
@@ -312,7 +313,7 @@ bool Expectation::virtualNode(const NodePlan& plan, Record node) {
 bool Expectation::baseNode(const NodePlan& plan, Record node) {
   const std::uint32_t kind = nodeTypeOf(plan.nodeClass);
   const bool isNDS = kind == 13;
-  state_.nodeType = isNDS && previous_ ? 6 : kind;
+  state_.nodeType = isNDS && layout_ == PreviousLayout::kLayout ? 6 : kind;
   node.set16(0, state_.nodeType);
   node.set16(2, nodeOSOf(plan));
   node.set16(32, deviceTypeOf(plan));
@@ -332,7 +333,7 @@ bool Expectation::baseNode(const NodePlan& plan, Record node) {
 
   const Text& address = plan.address;
   const Text& domain = plan.domain;
-  if (previous_) {
+  if (layout_ == PreviousLayout::kLayout) {
     node.text(12, "pszNodeAddress", isNDS ? domain : address);
   } else if (isNDS) {
     node.text(12, "pszNodeAddress", address.empty() ? domain : address);
@@ -436,7 +437,7 @@ bool Expectation::restoreNode(const NodePlan& plan, Record node) {
   disk.set16(24, plan.fsType);
   disk.set32(28, plan.dbOptions);
   const std::uint32_t type = plan.fsType;
-  if (type == 22 || type == 31 || (previous_ && type == 11)) {
+  if (type == 22 || type == 31 || (layout_ == PreviousLayout::kLayout && type == 11)) {
     joinedPassword(disk, plan.dbUser, plan.dbPassword);
   } else {
     passwordPair(disk, plan.dbUser, plan.dbPassword);
@@ -523,7 +524,7 @@ int Expectation::tape(const TapePlan& plan) { return tape(plan, tree_.start(72))
 bool Expectation::tape(const TapePlan& plan, Record tape) {
   tape.text(0, "pszDeviceGroup", plan.deviceGroup);
   tape.text(4, "pszTapeName", plan.name);
-  if (previous_) {
+  if (layout_ == PreviousLayout::kLayout) {
     tape.set32(8, plan.id);
   } else {
     tape.set16(8, plan.id);
@@ -545,7 +546,7 @@ bool Expectation::tape(const TapePlan& plan, Record tape) {
   tape.text(56, "pszPath", plan.path);
   tape.text(60, "pszLocation", plan.location);
   const bool extended = hasExtension(plan);
-  if (!previous_) {
+  if (layout_ == CurrentLayout::kLayout) {
     if (extended) tapeExtension(plan.extension.get(), tape.single(68, "pTapeX", 64));
   } else if (extended) {
     tape.set32(

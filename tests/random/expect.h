@@ -1,7 +1,7 @@
 #ifndef BKOQ_TESTS_RANDOM_EXPECT_H_
 #define BKOQ_TESTS_RANDOM_EXPECT_H_
 
-// What a flattening must give: the record tree, the state variables behind it, the result and the
+// What a flattening must give: the record tree, the state variables after it, the result and the
 // messages, computed from the plan alone.
 
 #include <cstdint>
@@ -55,8 +55,8 @@ enum class NodeForm {
 class Expectation {
  public:
   // `standardOffset`: seconds east of UTC of the zone's standard time.
-  Expectation(Tree& tree, State& state, bool previous, std::int32_t standardOffset)
-      : tree_(tree), state_(state), previous_(previous), standardOffset_(standardOffset) {}
+  Expectation(ExpectedTree& tree, State& state, BkoqLayout layout, std::int32_t standardOffset)
+      : tree_(tree), state_(state), layout_(layout), standardOffset_(standardOffset) {}
 
   // The result; the tree is what `out` points to whenever the base step succeeded.
   int job(const JobPlan& plan, const Call& call);
@@ -108,9 +108,9 @@ class Expectation {
     return false;
   }
 
-  Tree& tree_;
+  ExpectedTree& tree_;
   State& state_;
-  bool previous_;
+  BkoqLayout layout_;
   std::int32_t standardOffset_;
   std::string messages_;
 };

@@ -13,6 +13,7 @@
 
 #include "tests/catalog/attributes.h"
 #include "tests/catalog/kinds.h"
+#include "tests/catalog/layouts.h"
 
 namespace bkoq::test {
 
@@ -252,7 +253,7 @@ inline bool isDiskNode(NodeClass c) { return lineOf(c).family == NodeFamily::kDi
 
 // One call of a conversion of a job.
 struct Call {
-  bool previous = false;
+  BkoqLayout layout = BKOQ_LAYOUT_CURRENT;
   unsigned int form = 0;  // of those in tests/catalog/forms.h
   Text nodeName;          // backups
   std::vector<Text> disks;

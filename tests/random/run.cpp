@@ -36,9 +36,9 @@ const Zone kZones[] = {{"UTC0", 0},
 }  // namespace
 
 Run::~Run() {
-  for (const bool previous : {false, true}) {
-    variables(previous).diskPassword = nullptr;
-    variables(previous).tapePassword = nullptr;
+  for (const BkoqLayout layout : kLayouts) {
+    variables(layout).diskSessionPassword = nullptr;
+    variables(layout).tapeSessionPassword = nullptr;
   }
   for (char* password : passwords_) std::free(password);
 }
@@ -47,7 +47,7 @@ bool Run::run() {
   setZone();
   plan_ = drawer_.job(kJobKinds[random_.below(std::size(kJobKinds))].kind);
   BKQJob* job = builder_.job(*plan_);
-  for (const bool previous : {false, true}) setState(previous);
+  for (const BkoqLayout layout : kLayouts) setState(layout);
 
   const bool checks = random_.chance(1, 8);
   if (checks && !checkValues(*job, *plan_, "source")) return false;
@@ -62,9 +62,9 @@ bool Run::run() {
   if (random_.chance(1, 40)) {
     const auto secondPlan = copyOf(*copyPlan);
     BKQJob* second = builder_.copy(*copy, *copyPlan);
-    if (!flatten(*second, *secondPlan, random_.chance(1, 2), "copy of the copy")) return false;
+    if (!flatten(*second, *secondPlan, drawer_.layout(), "copy of the copy")) return false;
   }
-  if (!flatten(*job, *plan_, random_.chance(1, 2), "source after the copy")) return false;
+  if (!flatten(*job, *plan_, drawer_.layout(), "source after the copy")) return false;
   if (checks && !checkValues(*job, *plan_, "source after the copy")) return false;
   return convertParts();
 }
@@ -81,30 +81,30 @@ char* Run::passwordOf(const Text& text) {
   return copy;
 }
 
-void Run::setState(bool previous) {
-  State& state = states_[previous];
+void Run::setState(BkoqLayout layout) {
+  State& state = states_[layout];
   state = drawer_.state();
-  Variables& v = variables(previous);
+  Variables& v = variables(layout);
   v.newTapeTimeout = state.newTapeTimeout;
   v.spanTapeTimeout = state.spanTapeTimeout;
   v.newTapeMethod = state.newTapeMethod;
   v.spanTapeMethod = state.spanTapeMethod;
-  v.diskPassword = state.hasDiskPassword ? passwordOf(state.diskPassword) : nullptr;
-  v.tapePassword = state.hasTapePassword ? passwordOf(state.tapePassword) : nullptr;
-  v.encryption = state.encryption;
-  v.compression = state.compression;
-  v.noEstimate = state.noEstimate;
-  v.nodeType = state.nodeType;
+  v.diskSessionPassword = state.hasDiskPassword ? passwordOf(state.diskPassword) : nullptr;
+  v.tapeSessionPassword = state.hasTapePassword ? passwordOf(state.tapePassword) : nullptr;
+  v.diskEncryption = state.encryption;
+  v.diskCompression = state.compression;
+  v.nodeNoEstimate = state.noEstimate;
+  v.currentNodeType = state.nodeType;
   v.unixOptions = state.unixOptions;
   v.diskName = state.diskName.c_str();
 }
 
-void Run::report(const char* what, bool previous, const Mismatch& mismatch) {
+void Run::report(const char* what, BkoqLayout layout, const Mismatch& mismatch) {
   std::printf("FAILED: seed %" PRIu64
               ", %s, %s, TZ=%s, %s layout%s%s\n  at %s, byte %u\n"
               "  expected %s\n  got      %s\n",
               seed_, plan_ ? lineOf(plan_->jobClass).className : "?", what, zone_->rule,
-              layoutName(previous), call_.empty() ? "" : ", ", call_.c_str(),
+              layoutName(layout), call_.empty() ? "" : ", ", call_.c_str(),
               mismatch.path.empty() ? "the record" : mismatch.path.c_str(), mismatch.offset,
               mismatch.expected.c_str(), mismatch.got.c_str());
   std::fflush(stdout);
@@ -114,7 +114,7 @@ bool Run::checkValues(BKQJob& job, const JobPlan& plan, const char* what) {
   call_ = "attributes";
   const std::string problem = check(job, plan, random_);
   if (problem.empty()) return true;
-  report(what, false, {"an attribute", 0, "", problem});
+  report(what, CurrentLayout::kLayout, {"an attribute", 0, "", problem});
   return false;
 }
 
@@ -131,21 +131,21 @@ bool Run::checkPassword(const char* name, bool expected, const Text& text, char*
   return false;
 }
 
-bool Run::checkState(bool previous) {
-  const State& s = states_[previous];
-  Variables& v = variables(previous);
+bool Run::checkState(BkoqLayout layout) {
+  const State& s = states_[layout];
+  Variables& v = variables(layout);
   if (!(checkWord("new-tape time-out variable", s.newTapeTimeout, v.newTapeTimeout) &&
         checkWord("span-tape time-out variable", s.spanTapeTimeout, v.spanTapeTimeout) &&
         checkWord("new-tape method variable", s.newTapeMethod, v.newTapeMethod) &&
         checkWord("span-tape method variable", s.spanTapeMethod, v.spanTapeMethod) &&
         checkPassword("disk password variable", s.hasDiskPassword, s.diskPassword,
-                      v.diskPassword) &&
+                      v.diskSessionPassword) &&
         checkPassword("tape password variable", s.hasTapePassword, s.tapePassword,
-                      v.tapePassword) &&
-        checkWord("encryption variable", s.encryption, v.encryption) &&
-        checkWord("compression variable", s.compression, v.compression) &&
-        checkWord("no-estimate variable", s.noEstimate, v.noEstimate) &&
-        checkWord("node type variable", s.nodeType, v.nodeType) &&
+                      v.tapeSessionPassword) &&
+        checkWord("encryption variable", s.encryption, v.diskEncryption) &&
+        checkWord("compression variable", s.compression, v.diskCompression) &&
+        checkWord("no-estimate variable", s.noEstimate, v.nodeNoEstimate) &&
+        checkWord("node type variable", s.nodeType, v.currentNodeType) &&
         checkWord("UNIX options variable", s.unixOptions, v.unixOptions))) {
     return false;
   }
@@ -155,68 +155,67 @@ bool Run::checkState(bool previous) {
   return false;
 }
 
-bool Run::compare(const char* what, bool previous, int result, int expectedResult,
+bool Run::compare(const char* what, BkoqLayout layout, int result, int expectedResult,
                   const std::string& expectedMessages, const void* root) {
   ++flattenings;
   const std::string messages = errors_.take();
   if (messages != expectedMessages) {
-    report(what, previous, {"the error stream", 0, expectedMessages, messages});
+    report(what, layout, {"the error stream", 0, expectedMessages, messages});
     return false;
   }
   if (result != expectedResult) {
-    report(what, previous,
-           {"the result", 0, std::to_string(expectedResult), std::to_string(result)});
+    report(what, layout, {"the result", 0, std::to_string(expectedResult), std::to_string(result)});
     return false;
   }
   Mismatch mismatch;
   if (!tree().equals(root, mismatch)) {
-    report(what, previous, mismatch);
+    report(what, layout, mismatch);
     return false;
   }
   blocksCompared += tree().blocks();
-  for (const bool each : {false, true}) {
+  for (const BkoqLayout each : kLayouts) {
     if (checkState(each)) continue;
-    report(what, previous, stateMismatch_);
+    report(what, layout, stateMismatch_);
     return false;
   }
   return true;
 }
 
-Tree& Run::tree() {
-  static Tree tree;  // keeps its memory from job to job
+ExpectedTree& Run::tree() {
+  static ExpectedTree tree;  // keeps its memory from job to job
   return tree;
 }
 
 bool Run::flattenBoth(BKQJob& job, const JobPlan& plan, const char* what) {
-  const bool first = random_.chance(1, 2);
-  return flatten(job, plan, first, what) && flatten(job, plan, !first, what);
+  const BkoqLayout first = drawer_.layout();
+  const BkoqLayout second = kLayouts[first == kLayouts[0]];
+  return flatten(job, plan, first, what) && flatten(job, plan, second, what);
 }
 
-bool Run::flatten(BKQJob& job, const JobPlan& plan, bool previous, const char* what) {
-  const Call call = drawer_.call(plan, previous);
+bool Run::flatten(BKQJob& job, const JobPlan& plan, BkoqLayout layout, const char* what) {
+  const Call call = drawer_.call(plan, layout);
   call_ = "overload " + std::to_string(call.form);
-  Expectation expectation(tree(), states_[previous], previous, zone_->standardOffset);
+  Expectation expectation(tree(), states_[layout], layout, zone_->standardOffset);
   const int expected = expectation.job(plan, call);
   void* root = nullptr;
   const int result = convert(job, plan.jobClass, call, root);
-  if (!compare(what, previous, result, expected, expectation.messages(), root)) return false;
+  if (!compare(what, layout, result, expected, expectation.messages(), root)) return false;
   if (expected == 1 && call.form == 0 && random_.chance(1, 12)) {
     const std::string problem = checkAllHandedOut(job, plan, random_);
     if (!problem.empty()) {
-      report(what, previous, {"lists after it", 0, "", problem});
+      report(what, layout, {"lists after it", 0, "", problem});
       return false;
     }
   }
-  if (random_.chance(1, 16) && !throughImage(root, previous, what)) return false;
+  if (random_.chance(1, 16) && !throughImage(root, layout, what)) return false;
   if (random_.chance(1, 2)) {
     tree().freeFound(true);
     return true;
   }
   BkoqFreed freed = {};
-  const BkoqStatus status =
-      bkoqFree(root, previous ? BKOQ_LAYOUT_PREVIOUS : BKOQ_LAYOUT_CURRENT, &freed);
+  const BkoqStatus status = bkoqFree(root, layout, &freed);
   if (status == BKOQ_OK && freed.blocks == tree().blocks() && freed.notFreed == 0) return true;
-  report(what, previous,
+  report(what, layout,
          {"blocks freed", 0, std::to_string(tree().blocks()), std::to_string(freed.blocks)});
   return false;
 }
@@ -226,27 +225,27 @@ int Run::keepImage(void* image, const char* bytes, size_t size) {
   return 0;
 }
 
-bool Run::throughImage(void* root, bool previous, const char* what) {
+bool Run::throughImage(void* root, BkoqLayout layout, const char* what) {
   std::string image;
-  BkoqLayout layout = previous ? BKOQ_LAYOUT_PREVIOUS : BKOQ_LAYOUT_CURRENT;
+  BkoqLayout readAs = BKOQ_LAYOUT_CURRENT;
   BkoqImageError error = {};
   const bool written = bkoqWriteImage(root, layout, keepImage, &image, &error) == BKOQ_OK;
   void* again = nullptr;
-  if (!written || bkoqReadImage(image.data(), image.size(), &layout, &again, &error) != BKOQ_OK ||
-      (layout == BKOQ_LAYOUT_PREVIOUS) != previous) {
-    report(what, previous, {"its image", 0, "", error.text});
+  if (!written || bkoqReadImage(image.data(), image.size(), &readAs, &again, &error) != BKOQ_OK ||
+      readAs != layout) {
+    report(what, layout, {"its image", 0, "", error.text});
     return false;
   }
   Mismatch mismatch;
   if (!tree().equals(again, mismatch)) {
     mismatch.path = "its image > " + mismatch.path;
-    report(what, previous, mismatch);
+    report(what, layout, mismatch);
     return false;
   }
   std::uint32_t differences = 1;
   if (bkoqCompare(root, layout, again, layout, 1, nullptr, nullptr, &differences) != BKOQ_OK ||
       differences != 0) {
-    report(what, previous, {"its image", 0, "0 differences", std::to_string(differences)});
+    report(what, layout, {"its image", 0, "0 differences", std::to_string(differences)});
     return false;
   }
   bkoqFree(again, layout, nullptr);
@@ -326,8 +325,9 @@ int Run::convert(BKQJob& job, JobClass jobClass, const Call& call, void*& root) 
   arguments.unixText = builder_.text(call.unixText);
   arguments.session = call.session;
   arguments.overridePath = builder_.text(call.overridePath);
-  return call.previous ? convertBy<PreviousLayout>(call.form, job, family, arguments, root)
-                       : convertBy<CurrentLayout>(call.form, job, family, arguments, root);
+  return visitLayout(call.layout, [&](auto traits) {
+    return convertBy<decltype(traits)>(call.form, job, family, arguments, root);
+  });
 }
 
 std::uint64_t Run::blocksCompared = 0;

@@ -2,12 +2,15 @@
 #define BKOQ_TESTS_RANDOM_RUN_H_
 
 #include <bkoq/bkoq.h>
+#include <bkoq/kit.h>
 
 #include <cstdint>
+#include <iterator>
 #include <memory>
 #include <set>
 #include <string>
 
+#include "tests/catalog/layouts.h"
 #include "tests/random/build.h"
 #include "tests/random/draw.h"
 #include "tests/random/error_stream.h"
@@ -43,9 +46,9 @@ class Run {
 
   char* passwordOf(const Text& text);
 
-  void setState(bool previous);
+  void setState(BkoqLayout layout);
 
-  void report(const char* what, bool previous, const Mismatch& mismatch);
+  void report(const char* what, BkoqLayout layout, const Mismatch& mismatch);
 
   bool checkValues(BKQJob& job, const JobPlan& plan, const char* what);
 
@@ -53,30 +56,31 @@ class Run {
 
   bool checkPassword(const char* name, bool expected, const Text& text, char* got);
 
-  bool checkState(bool previous);
+  bool checkState(BkoqLayout layout);
 
   // The result, the messages, the records and the variables of a conversion.
-  bool compare(const char* what, bool previous, int result, int expectedResult,
+  bool compare(const char* what, BkoqLayout layout, int result, int expectedResult,
                const std::string& expectedMessages, const void* root);
 
-  static Tree& tree();
+  static ExpectedTree& tree();
 
   bool flattenBoth(BKQJob& job, const JobPlan& plan, const char* what);
 
-  bool flatten(BKQJob& job, const JobPlan& plan, bool previous, const char* what);
+  bool flatten(BKQJob& job, const JobPlan& plan, BkoqLayout layout, const char* what);
 
   static int keepImage(void* image, const char* bytes, size_t size);
 
   // A tree that was stored and read again is still the expected one.
-  bool throughImage(void* root, bool previous, const char* what);
+  bool throughImage(void* root, BkoqLayout layout, const char* what);
 
   // Changes of the source and its parts after the copy: the copy sees those of shared parts.
   void change(BKQJob& job);
 
   template <class Object, class... Arguments>
-  static int convertTo(bool previous, Object& object, void*& record, Arguments&&... arguments) {
-    return previous ? object.convertToBK2_old(record, arguments...)
-                    : object.convertToBK2(record, arguments...);
+  static int convertTo(BkoqLayout layout, Object& object, void*& record, Arguments&&... arguments) {
+    return visitLayout(layout, [&](auto traits) {
+      return decltype(traits)::convert(object, record, arguments...);
+    });
   }
 
   int convert(BKQJob& job, JobClass jobClass, const Call& call, void*& root);
@@ -88,7 +92,7 @@ class Run {
 
   template <class Expect, class Convert>
   bool convertPart(const char* what, std::size_t size, Expect expect, Convert convert,
-                   int layout = -1);
+                   const BkoqLayout* only = nullptr);
 
   bool convertNode(const NodePlan& plan);
 
@@ -102,7 +106,7 @@ class Run {
   ErrorStream& errors_;
   const Zone* zone_ = nullptr;
   std::shared_ptr<JobPlan> plan_;
-  State states_[2];
+  State states_[std::size(kLayouts)];
   std::set<char*> passwords_;
   std::string call_;
   Mismatch stateMismatch_;

@@ -21,14 +21,14 @@ namespace bkoq::test {
 
 template <class Expect, class Convert>
 bool Run::convertPart(const char* what, std::size_t size, Expect expect, Convert convert,
-                      int layout) {
-  const bool previous = layout >= 0 ? layout == 1 : random_.chance(1, 2);
-  if (random_.chance(2, 3)) setState(previous);
-  Expectation expectation(tree(), states_[previous], previous, zone_->standardOffset);
+                      const BkoqLayout* only) {
+  const BkoqLayout layout = only != nullptr ? *only : drawer_.layout();
+  if (random_.chance(2, 3)) setState(layout);
+  Expectation expectation(tree(), states_[layout], layout, zone_->standardOffset);
   const int expected = expect(expectation);
   void* const record = std::calloc(1, size);
-  const int result = convert(previous, record);
-  if (!compare(what, previous, result, expected, expectation.messages(), record)) return false;
+  const int result = convert(layout, record);
+  if (!compare(what, layout, result, expected, expectation.messages(), record)) return false;
   tree().freeFound(true);
   return true;
 }
@@ -51,8 +51,8 @@ bool Run::convertParts() {
     const FilterPlan& filter = *each;
     if (!convertPart(
             "a filter", 32, [&](Expectation& expected) { return expected.filter(filter); },
-            [&](bool previous, void* record) {
-              return convertTo(previous, builder_.made<BKQFilter>(filter), record);
+            [&](BkoqLayout layout, void* record) {
+              return convertTo(layout, builder_.made<BKQFilter>(filter), record);
             })) {
       return false;
     }
@@ -65,12 +65,11 @@ bool Run::convertSchedule() {
   return convertPart(
       "a schedule", 292,
       [&](Expectation& expected) { return expected.schedule(*plan_->schedule), 1; },
-      [&](bool previous, void* record) {
+      [&](BkoqLayout layout, void* record) {
         void* schedule = static_cast<char*>(record) + 56;
         void* rotation = static_cast<char*>(record) + 196;
         BKQSchedule& object = *builder_.source()->getSchedule();
-        return previous ? object.convertToBK2_old(schedule, rotation)
-                        : object.convertToBK2(schedule, rotation);
+        return convertTo(layout, object, schedule, rotation);
       });
 }
 
@@ -107,27 +106,26 @@ bool Run::convertNode(const NodePlan& plan) {
   auto& node = builder_.made<BKQNode>(plan);
   return convertPart(
       "a node", 100, [&](Expectation& expected) { return expected.node(plan, form, call); },
-      [&](bool previous, void* record) {
+      [&](BkoqLayout layout, void* record) {
         const char* overridePath = builder_.text(call.overridePath);
         switch (form) {
           case NodeForm::kVirtual:
-            return convertTo(previous, node, record);
+            return convertTo(layout, node, record);
           case NodeForm::kNames:
-            return convertTo(previous, static_cast<BKQDiskNode&>(node), record, disks);
+            return convertTo(layout, static_cast<BKQDiskNode&>(node), record, disks);
           case NodeForm::kOverride:
-            return convertTo(previous, static_cast<BKQDiskNode&>(node), record, overridePath);
+            return convertTo(layout, static_cast<BKQDiskNode&>(node), record, overridePath);
           case NodeForm::kNamesOverride:
-            return convertTo(previous, static_cast<BKQDiskNode&>(node), record, disks,
-                             overridePath);
+            return convertTo(layout, static_cast<BKQDiskNode&>(node), record, disks, overridePath);
           case NodeForm::kUnixLong:
-            return convertTo(previous, static_cast<BKQUnixNode&>(node), record, disks,
-                             call.unixKind, builder_.text(call.unixText));
+            return convertTo(layout, static_cast<BKQUnixNode&>(node), record, disks, call.unixKind,
+                             builder_.text(call.unixText));
           case NodeForm::kTapeSelected:
-            return convertTo(previous, static_cast<BKQTapeNode&>(node), record,
+            return convertTo(layout, static_cast<BKQTapeNode&>(node), record,
                              builder_.text(call.tapeName), call.session);
           case NodeForm::kBase:
-            return previous ? node.BKQNode::convertToBK2_old(record)
-                            : node.BKQNode::convertToBK2(record);
+            return layout == PreviousLayout::kLayout ? node.BKQNode::convertToBK2_old(record)
+                                                     : node.BKQNode::convertToBK2(record);
         }
         return 0;
       });
@@ -138,8 +136,8 @@ bool Run::convertDisk(const DiskPlan& plan) {
   call_ = "";
   if (!convertPart(
           "a disk", 52, [&](Expectation& expected) { return expected.disk(plan, overridePath); },
-          [&](bool previous, void* record) {
-            return convertTo(previous, builder_.made<BKQDisk>(plan), record,
+          [&](BkoqLayout layout, void* record) {
+            return convertTo(layout, builder_.made<BKQDisk>(plan), record,
                              builder_.text(overridePath));
           })) {
     return false;
@@ -154,10 +152,10 @@ bool Run::convertDisk(const DiskPlan& plan) {
               expected.diskItem(item, hasOverride, overridePath);
               return 1;
             },
-            [&](bool previous, void* record) {
+            [&](BkoqLayout layout, void* record) {
               auto& object = builder_.made<BKQDiskItem>(item);
-              return hasOverride ? convertTo(previous, object, record, builder_.text(overridePath))
-                                 : convertTo(previous, object, record);
+              return hasOverride ? convertTo(layout, object, record, builder_.text(overridePath))
+                                 : convertTo(layout, object, record);
             })) {
       return false;
     }
@@ -169,8 +167,8 @@ bool Run::convertTape(const TapePlan& plan) {
   call_ = "";
   if (!convertPart(
           "a tape", 72, [&](Expectation& expected) { return expected.tape(plan); },
-          [&](bool previous, void* record) {
-            return convertTo(previous, builder_.made<BKQTape>(plan), record);
+          [&](BkoqLayout layout, void* record) {
+            return convertTo(layout, builder_.made<BKQTape>(plan), record);
           })) {
     return false;
   }
@@ -179,8 +177,8 @@ bool Run::convertTape(const TapePlan& plan) {
     if (!random_.chance(1, 3)) continue;
     if (!convertPart(
             "a tape item", 32, [&](Expectation& expected) { return expected.tapeItem(item), 1; },
-            [&](bool previous, void* record) {
-              return convertTo(previous, builder_.made<BKQTapeItem>(item), record);
+            [&](BkoqLayout layout, void* record) {
+              return convertTo(layout, builder_.made<BKQTapeItem>(item), record);
             })) {
       return false;
     }
@@ -189,10 +187,10 @@ bool Run::convertTape(const TapePlan& plan) {
   return convertPart(
       "a tape extension", 64,
       [&](Expectation& expected) { return expected.tapeExtension(*plan.extension), 1; },
-      [&](bool, void* record) {
+      [&](BkoqLayout /*layout*/, void* record) {
         return builder_.made<BKQTapeXtension>(*plan.extension).convertToBK2(record);
       },
-      0);
+      &CurrentLayout::kLayout);
 }
 
 }  // namespace bkoq::test

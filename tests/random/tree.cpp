@@ -22,7 +22,7 @@ std::string hex(const unsigned char* bytes, std::size_t size) {
   return result;
 }
 
-// Bytes that may be read behind `block`: exact with AddressSanitizer, else what malloc() gave.
+// Whether fewer bytes may be read at `block`: exact with AddressSanitizer, else what malloc() gave.
 bool isTooSmall(const void* block, std::size_t size) {
   return malloc_usable_size(const_cast<void*>(block)) < size;
 }
@@ -92,7 +92,7 @@ void Record::append(std::uint32_t offset, const std::string& bytes, std::size_t 
 Record Record::grow(std::uint32_t countOffset, std::uint32_t offset, const char* field,
                     std::uint32_t size) {
   set32(countOffset, get32(countOffset) + 1);
-  const Tree::Link* link = tree_->linkAt(block_, start_ + offset);
+  const ExpectedTree::Link* link = tree_->linkAt(block_, start_ + offset);
   std::uint32_t block;
   if (link != nullptr) {
     block = link->block;
@@ -118,21 +118,21 @@ Record Record::element(std::uint32_t offset, std::uint32_t index, std::uint32_t 
   return Record(tree_, tree_->linkAt(block_, start_ + offset)->block, index * size);
 }
 
-Record Tree::start(std::uint32_t size) {
+Record ExpectedTree::start(std::uint32_t size) {
   used_ = 0;
   const std::uint32_t block = add();
   blocks_[block].bytes.assign(size, '\0');
   return Record(this, block, 0);
 }
 
-std::uint32_t Tree::add() {
+std::uint32_t ExpectedTree::add() {
   if (used_ == blocks_.size()) blocks_.emplace_back();
   blocks_[used_].bytes.clear();
   blocks_[used_].links.clear();
   return used_++;
 }
 
-Tree::Link* Tree::linkAt(std::uint32_t block, std::uint32_t offset) {
+ExpectedTree::Link* ExpectedTree::linkAt(std::uint32_t block, std::uint32_t offset) {
   std::vector<Link>& links = blocks_[block].links;
   for (std::size_t i = links.size(); i-- > 0;) {
     if (links[i].offset == offset) return &links[i];
@@ -140,7 +140,7 @@ Tree::Link* Tree::linkAt(std::uint32_t block, std::uint32_t offset) {
   return nullptr;
 }
 
-bool Tree::equals(const void* root, Mismatch& mismatch) {
+bool ExpectedTree::equals(const void* root, Mismatch& mismatch) {
   way_.clear();
   found_.clear();
   if (root == nullptr) {
@@ -160,7 +160,7 @@ bool Tree::equals(const void* root, Mismatch& mismatch) {
   return true;
 }
 
-bool Tree::equals(std::uint32_t index, const unsigned char* real, Mismatch& mismatch) {
+bool ExpectedTree::equals(std::uint32_t index, const unsigned char* real, Mismatch& mismatch) {
   Block& block = blocks_[index];
   found_.push_back(real);
   const std::size_t size = block.bytes.size();
@@ -212,7 +212,7 @@ bool Tree::equals(std::uint32_t index, const unsigned char* real, Mismatch& mism
   return true;
 }
 
-std::string Tree::path() const {
+std::string ExpectedTree::path() const {
   std::string result;
   for (std::size_t i = way_.size(); i-- > 0;) {
     if (!way_[i].empty()) result += (result.empty() ? "" : " > ") + way_[i];
@@ -220,7 +220,7 @@ std::string Tree::path() const {
   return result;
 }
 
-void Tree::freeFound(bool withRoot) {
+void ExpectedTree::freeFound(bool withRoot) {
   for (std::size_t i = withRoot ? 0 : 1; i < found_.size(); ++i) {
     std::free(const_cast<void*>(found_[i]));
   }

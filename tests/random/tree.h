@@ -10,13 +10,13 @@
 
 namespace bkoq::test {
 
-class Tree;
+class ExpectedTree;
 
 // A record in an expected block.
 class Record {
  public:
   Record() = default;
-  Record(Tree* tree, std::uint32_t block, std::uint32_t start)
+  Record(ExpectedTree* tree, std::uint32_t block, std::uint32_t start)
       : tree_(tree), block_(block), start_(start) {}
 
   void set8(std::uint32_t offset, std::uint32_t value);
@@ -44,8 +44,8 @@ class Record {
   Record element(std::uint32_t offset, std::uint32_t index, std::uint32_t size) const;
 
  private:
-  friend class Tree;
-  Tree* tree_ = nullptr;
+  friend class ExpectedTree;
+  ExpectedTree* tree_ = nullptr;
   std::uint32_t block_ = 0;
   std::uint32_t start_ = 0;
 };
@@ -57,7 +57,7 @@ struct Mismatch {
   std::string got;
 };
 
-class Tree {
+class ExpectedTree {
  public:
   // Makes the tree one zeroed record.
   Record start(std::uint32_t size);

@@ -3,37 +3,28 @@
 
 #include <bkoq/state.h>
 
+#include "tests/catalog/layouts.h"
+
 namespace bkoq::test {
 
 // The state variables of a layout, as the library exports them.
 struct Variables {
-  unsigned int& newTapeTimeout;
-  unsigned int& spanTapeTimeout;
-  unsigned int& newTapeMethod;
-  unsigned int& spanTapeMethod;
-  char*& diskPassword;
-  char*& tapePassword;
-  unsigned int& encryption;
-  unsigned int& compression;
-  unsigned int& noEstimate;
-  unsigned int& nodeType;
-  unsigned int& unixOptions;
-  RWCollectableString& diskName;
+#define BKOQ_MEMBER(type, name, variable) type& name;
+  BKOQ_STATE_VARIABLES(BKOQ_MEMBER)
+#undef BKOQ_MEMBER
 };
 
-inline Variables& variables(bool previous) {
-  static Variables current = {BK6_NEWTAPETIMEOUT, BK6_SPANTAPETIMEOUT, BK6_NEWTAPEMETHOD,
-                              BK6_SPANTAPEMETHOD, BK6_DISKSESSIONPW,   BK6_TAPESESSIONPW,
-                              DISK_ENCRYPTION,    DISK_COMPRESSION,    NODE_NOESTIMATE,
-                              CURRENT_NODETYPE,   UNIX_OPTIONS,        DISK_DISKNAME};
-  static Variables old = {BK6_NEWTAPETIMEOUT_OLD, BK6_SPANTAPETIMEOUT_OLD, BK6_NEWTAPEMETHOD_OLD,
-                          BK6_SPANTAPEMETHOD_OLD, BK6_DISKSESSIONPW_OLD,   BK6_TAPESESSIONPW_OLD,
-                          DISK_ENCRYPTION_OLD,    DISK_COMPRESSION_OLD,    NODE_NOESTIMATE_OLD,
-                          CURRENT_NODETYPE_OLD,   UNIX_OPTIONS_OLD,        DISK_DISKNAME_OLD};
-  return previous ? old : current;
+template <class Layout>
+Variables& variablesOf() {
+#define BKOQ_VALUE(type, name, variable) Layout::name(),
+  static Variables variables = {BKOQ_STATE_VARIABLES(BKOQ_VALUE)};
+#undef BKOQ_VALUE
+  return variables;
 }
-
-inline const char* layoutName(bool previous) { return previous ? "previous" : "current"; }
+inline Variables& variables(BkoqLayout layout) {
+  return visitLayout(layout,
+                     [](auto traits) -> Variables& { return variablesOf<decltype(traits)>(); });
+}
 
 }  // namespace bkoq::test
 

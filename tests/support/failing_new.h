@@ -4,7 +4,7 @@
 namespace bkoq::test {
 
 // While one of these lives, the `nth` allocation that may answer null (`new (std::nothrow)`) fails,
-// counted from 1; with kFromThenOn, all behind it fail, too.
+// counted from 1; with kFromThenOn, all after it fail, too.
 class FailingNew {
  public:
   enum Mode { kOnce, kFromThenOn };

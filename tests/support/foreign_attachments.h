@@ -2,6 +2,7 @@
 #define BKOQ_TESTS_SUPPORT_FOREIGN_ATTACHMENTS_H_
 
 #include <bkoq/bkoq.h>
+#include <bkoq/kit.h>
 
 #include <functional>
 #include <utility>
@@ -9,9 +10,8 @@
 namespace bkoq::test {
 
 // Schedule and e-mail classes of a client's own, which do in a flattening what the test says. The
-// function gets the block inside the job record and whether it is for the previous layout; its
-// result is the conversion's.
-using ForeignConversion = std::function<int(void* block, bool isPrevious)>;
+// function gets the block inside the job record and its layout; its result is the conversion's.
+using ForeignConversion = std::function<int(void* block, BkoqLayout layout)>;
 
 class ForeignSchedule : public BKQSchedule {
  public:
@@ -22,11 +22,11 @@ class ForeignSchedule : public BKQSchedule {
   unsigned int getType() const override { return 9; }
   int convertToBK2(void*& schedBlock, void*& rotationBlock) override {
     rotationBlock_ = rotationBlock;
-    return conversion_(schedBlock, false);
+    return conversion_(schedBlock, BKOQ_LAYOUT_CURRENT);
   }
   int convertToBK2_old(void*& schedBlock, void*& rotationBlock) override {
     rotationBlock_ = rotationBlock;
-    return conversion_(schedBlock, true);
+    return conversion_(schedBlock, BKOQ_LAYOUT_PREVIOUS);
   }
 
   // The rotation block of the last conversion.
@@ -44,8 +44,8 @@ class ForeignEMail : public BKQEMail {
   explicit ForeignEMail(ForeignConversion conversion) : conversion_(std::move(conversion)) {}
 
   unsigned int emailType() const override { return 9; }
-  int convertToBK2(void*& block) override { return conversion_(block, false); }
-  int convertToBK2_old(void*& block) override { return conversion_(block, true); }
+  int convertToBK2(void*& block) override { return conversion_(block, BKOQ_LAYOUT_CURRENT); }
+  int convertToBK2_old(void*& block) override { return conversion_(block, BKOQ_LAYOUT_PREVIOUS); }
 
  private:
   ForeignConversion conversion_;

@@ -36,11 +36,11 @@ void freeJob(Job* job) {
 }
 
 template <class Job>
-void freeNode(const typename Parts<Job>::Node& node, Media media) {
+void freeNode(const typename Parts<Job>::Node& node, NodeFamily family) {
   constexpr std::uint16_t kBackup = 1;
   constexpr std::uint16_t kRestore = 7;
   Job* job = newRecord<Job>();
-  job->usJobType = media == Media::kTapes ? kRestore : kBackup;
+  job->usJobType = family == NodeFamily::kTape ? kRestore : kBackup;
   job->ulNumSourceNodes = 1;
   job->pSourceNodes = newRecord<typename Parts<Job>::Node>();
   *job->pSourceNodes = node;
@@ -51,11 +51,11 @@ void freeNode(const typename Parts<Job>::Node& node, Media media) {
 }
 
 template <class Job>
-void freeMedia(void* records, std::uint32_t count, Media media) {
+void freeMedia(void* records, std::uint32_t count, NodeFamily family) {
   typename Parts<Job>::Node node{};
   node.ulMediaCount = count;
   node.pMedia = records;
-  freeNode<Job>(node, media);
+  freeNode<Job>(node, family);
 }
 
 }  // namespace
@@ -64,7 +64,7 @@ void freeFilters(BKFILTER_FILE* filters, uint32_t count) {
   BKNODE node{};
   node.ulFilterCount = count;
   node.pFilters = filters;
-  freeNodeContents(node, Media::kDisks);
+  freeNodeContents(node, NodeFamily::kDisk);
 }
 
 void freeDisk(BKDDISK& disk) {
@@ -74,21 +74,21 @@ void freeDisk(BKDDISK& disk) {
 }
 
 void freeDisks(void* disks, uint32_t count) {
-  freeMedia<BKQJDATATRANSFER>(disks, count, Media::kDisks);
+  freeMedia<BKQJDATATRANSFER>(disks, count, NodeFamily::kDisk);
 }
 
 void freeTapes(BKDTAPE* tapes, uint32_t count) {
-  freeMedia<BKQJDATATRANSFER>(tapes, count, Media::kTapes);
+  freeMedia<BKQJDATATRANSFER>(tapes, count, NodeFamily::kTape);
 }
 
 void freeTapes(BKDTAPE_OLD* tapes, uint32_t count) {
-  freeMedia<BKQJDATATRANSFER_OLD>(tapes, count, Media::kTapes);
+  freeMedia<BKQJDATATRANSFER_OLD>(tapes, count, NodeFamily::kTape);
 }
 
-void freeNodeContents(BKNODE& node, Media media) { freeNode<BKQJDATATRANSFER>(node, media); }
+void freeNodeContents(BKNODE& node, NodeFamily family) { freeNode<BKQJDATATRANSFER>(node, family); }
 
-void freeNodeContents(BKNODE_OLD& node, Media media) {
-  freeNode<BKQJDATATRANSFER_OLD>(node, media);
+void freeNodeContents(BKNODE_OLD& node, NodeFamily family) {
+  freeNode<BKQJDATATRANSFER_OLD>(node, family);
 }
 
 void freeJobRecord(BKQJDATATRANSFER* job) { freeJob(job); }

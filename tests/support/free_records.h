@@ -4,6 +4,8 @@
 #include <bkoq/records.h>
 #include <bkoq/records_old.h>
 
+#include "tests/catalog/kinds.h"
+
 namespace bkoq::test {
 
 // What the owner of a record tree does with it in the end. Each takes what a failed conversion left
@@ -16,10 +18,9 @@ void freeTapes(BKDTAPE_OLD* tapes, uint32_t count);
 void freeJobRecord(BKQJDATATRANSFER* job);
 void freeJobRecord(BKQJDATATRANSFER_OLD* job);
 
-enum class Media { kDisks, kTapes };
-// What hangs from a node record; the record itself stays.
-void freeNodeContents(BKNODE& node, Media media);
-void freeNodeContents(BKNODE_OLD& node, Media media);
+// What hangs from the record of a node of that family; the record itself stays.
+void freeNodeContents(BKNODE& node, NodeFamily family);
+void freeNodeContents(BKNODE_OLD& node, NodeFamily family);
 
 // Frees the copies that the flattenings left to the readers of the state variables, so that a test
 // leaves no block behind. Each further flattening abandons the copy before it.

@@ -33,7 +33,7 @@ class UnclonedSchedule : public BKQSchedule {
   unsigned int getType() const override { return 3; }
 };
 
-// Whichever allocation fails, alone or with all behind it, a clone is null or can be used and
+// Whichever allocation fails, alone or with all after it, a clone is null or can be used and
 // deleted, and its source stays as it was.
 inline void expectClonesInScarceMemory(BKQJob& job) {
   const std::size_t parts = partsOf(job).size();

@@ -134,7 +134,7 @@ class Checker {
     std::vector<Row> rows = {
         number(0, 2, 3),                 // usNodeType: UNIX
         number(2, 2, 6),                 // usNodeOS
-        bytes(4, "5.8\0\0"),             // pszNodeOSVer, an empty second text behind it
+        bytes(4, "5.8\0\0"),             // pszNodeOSVer, an empty second text after it
         bytes(8, "ledger\0\0"),          // pszNodeName, likewise
         text(12, "10.0.0.5"),            // pszNodeAddress
         text(16, "root"),                // pszUserName

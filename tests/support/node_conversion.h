@@ -10,8 +10,8 @@
 #include <utility>
 #include <vector>
 
-#include "tests/support/free_records.h"
 #include "tests/catalog/layouts.h"
+#include "tests/support/free_records.h"
 #include "tests/support/media.h"
 #include "tests/support/rows.h"
 
@@ -52,7 +52,7 @@ class NodeConversion : public testing::Test {
   template <class Node, class... Arguments>
   int convert(Node& node, Arguments&&... arguments) {
     clear();
-    media_ = std::is_base_of<BKQTapeNode, Node>::value ? Media::kTapes : Media::kDisks;
+    family_ = std::is_base_of<BKQTapeNode, Node>::value ? NodeFamily::kTape : NodeFamily::kDisk;
     void* rec = &record;
     const int result = L::convert(node, rec, std::forward<Arguments>(arguments)...);
     EXPECT_EQ(rec, static_cast<void*>(&record));
@@ -85,11 +85,11 @@ class NodeConversion : public testing::Test {
 
  private:
   void clear() {
-    freeNodeContents(record, media_);
+    freeNodeContents(record, family_);
     record = {};
   }
 
-  Media media_ = Media::kDisks;
+  NodeFamily family_ = NodeFamily::kDisk;
 };
 
 // The cursors after a conversion, told by what the enumeration still hands out.

@@ -9,45 +9,34 @@
 
 namespace bkoq::test {
 
+// What a variable held, kept apart from it.
+inline unsigned int kept(unsigned int word) { return word; }
+inline const char* kept(const char* password) { return password; }
+inline std::string kept(const RWCollectableString& text) { return text.data(); }
+
 // All variables of a layout, to be compared as a whole.
 struct StateValues {
-  unsigned int newTapeTimeout;
-  unsigned int spanTapeTimeout;
-  unsigned int newTapeMethod;
-  unsigned int spanTapeMethod;
-  const char* diskSessionPassword;
-  const char* tapeSessionPassword;
-  unsigned int diskEncryption;
-  unsigned int diskCompression;
-  unsigned int nodeNoEstimate;
-  unsigned int currentNodeType;
-  unsigned int unixOptions;
-  std::string diskName;
+#define BKOQ_MEMBER(type, name, variable) decltype(kept(CurrentLayout::name())) name;
+  BKOQ_STATE_VARIABLES(BKOQ_MEMBER)
+#undef BKOQ_MEMBER
 };
 
 template <class L>
 StateValues stateOf() {
-  return {L::newTapeTimeout(),  L::spanTapeTimeout(),     L::newTapeMethod(),
-          L::spanTapeMethod(),  L::diskSessionPassword(), L::tapeSessionPassword(),
-          L::diskEncryption(),  L::diskCompression(),     L::nodeNoEstimate(),
-          L::currentNodeType(), L::unixOptions(),         L::diskName().data()};
+#define BKOQ_VALUE(type, name, variable) kept(L::name()),
+  return {BKOQ_STATE_VARIABLES(BKOQ_VALUE)};
+#undef BKOQ_VALUE
 }
 
-inline std::string textOf(const char* text) { return text != nullptr ? text : "(null)"; }
+inline unsigned int shown(unsigned int word) { return word; }
+inline std::string shown(const char* text) { return text != nullptr ? text : "(null)"; }
+inline std::string shown(const std::string& text) { return text; }
 
 inline void expectState(const StateValues& values, const StateValues& expected) {
-  EXPECT_EQ(values.newTapeTimeout, expected.newTapeTimeout);
-  EXPECT_EQ(values.spanTapeTimeout, expected.spanTapeTimeout);
-  EXPECT_EQ(values.newTapeMethod, expected.newTapeMethod);
-  EXPECT_EQ(values.spanTapeMethod, expected.spanTapeMethod);
-  EXPECT_EQ(textOf(values.diskSessionPassword), textOf(expected.diskSessionPassword));
-  EXPECT_EQ(textOf(values.tapeSessionPassword), textOf(expected.tapeSessionPassword));
-  EXPECT_EQ(values.diskEncryption, expected.diskEncryption);
-  EXPECT_EQ(values.diskCompression, expected.diskCompression);
-  EXPECT_EQ(values.nodeNoEstimate, expected.nodeNoEstimate);
-  EXPECT_EQ(values.currentNodeType, expected.currentNodeType);
-  EXPECT_EQ(values.unixOptions, expected.unixOptions);
-  EXPECT_EQ(values.diskName, expected.diskName);
+#define BKOQ_EXPECT(type, name, variable) \
+  EXPECT_EQ(shown(values.name), shown(expected.name)) << #variable;
+  BKOQ_STATE_VARIABLES(BKOQ_EXPECT)
+#undef BKOQ_EXPECT
 }
 
 static const StateValues kEmptyState = {0, 0, 0, 0, nullptr, nullptr, 0, 0, 0, 0, 0, ""};

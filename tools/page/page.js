@@ -4,6 +4,7 @@
   const page = JSON.parse($("page").textContent);
   const [NUMBER, COUNT, FLAGS, TIME, CLIENT_TIME, BYTES, TEXT, TWO_TEXTS, TEXT_LIST, ARRAY, RECORD, EMBEDDED,
     RESERVED, OPAQUE] = Array(14).keys();
+  const [, ADDED, REMOVED, MOVED] = Array(4).keys();  // what a difference is
   const ROW = 22, PER_LINE = 16, MASK = "********", WHOLE = 63, NONE = 0xffffffff;
   const MOST_PIXELS = 8e6;      // higher boxes are not drawn alike by all browsers
   const MOST_PRINTED = 4000;    // rows
@@ -599,12 +600,27 @@
   const views = page.trees.map((description, number) => new View(new Tree(description), number));
   let active = 0;
   const differences = page.differences || [];
-  differences.forEach(([path, otherPath, before, after], number) => {
+  // Of each list of which elements came, went or moved: those of this side, and the list in the other.
+  const alignments = [new Map(), new Map()];
+  differences.forEach(([path, otherPath, before, after, change], number) => {
+    if (change >= ADDED) align(path, otherPath, change);
     if (before !== "absent") views[0].tree.mark(path, number);
     else views[0].tree.mark(path.replace(/\[\d+\]$/, ""), number);
     if (after !== "absent") views[1].tree.mark(otherPath, number);
     else views[1].tree.mark(otherPath.replace(/\[\d+\]$/, ""), number);
   });
+  function align(path, otherPath, change) {
+    const lists = [path, otherPath].map((each) => each.replace(/\[\d+\]$/, ""));
+    const places = [path, otherPath].map((each) => +/\[(\d+)\]$/.exec(each)[1]);
+    lists.forEach((list, side) => {
+      if (!alignments[side].has(list)) alignments[side].set(list, { other: lists[1 - side], apart: [], moved: new Map() });
+      const alignment = alignments[side].get(list);
+      if (change === MOVED) alignment.moved.set(places[side], places[1 - side]);
+      if (change === MOVED || change === (side === 0 ? REMOVED : ADDED)) alignment.apart.push(places[side]);
+    });
+  }
+  // Elements that neither came, went nor moved have the same order in both lists.
+  for (const side of alignments) for (const alignment of side.values()) alignment.apart.sort((a, b) => a - b);
   views.forEach((view) => view.build());
   const shownViews = () => (page.isComparison ? views : [views[active]]);
 
@@ -653,8 +669,8 @@
       if (value.comment) row.append(rich("comment" + (value.isAlarming ? " alarm" : ""), value.comment));
     }
     if (difference !== undefined && views.length > 1) {
-      const [, , before, after] = differences[difference];
-      const other = view.number === 0 ? after : before;
+      const [path, otherPath, before, after, change] = differences[difference];
+      const other = change === MOVED ? `at ${view.number === 0 ? otherPath : path}` : view.number === 0 ? after : before;
       if (other !== "absent" || f < 0) row.append(make("span", "other", `${views[1 - view.number].tree.name}: ${shortened(safe(other))}`));
     }
     return row;
@@ -819,11 +835,30 @@
     texts.slice(0, i).forEach((text) => { from += text.end - text.begin + 1; });
     return { block, from, to: from + texts[i].end - texts[i].begin + 1 };
   }
-  // What a path of one tree is called in the other.
+  // What a path of one tree is called in the other; of an element that the other has not, its list.
   function counterpart(view, path) {
     const [mine, others] = view.number === 0 ? [0, 1] : [1, 0];
-    for (const difference of differences) if (difference[mine] === path) return difference[others];
-    return path;
+    for (const difference of differences) {
+      if (difference[mine] === path && !(difference[4] >= ADDED)) return difference[others];
+    }
+    let here = "", there = "";
+    for (const part of path.match(/\.?\w+|\[\d+\]/g) || []) {
+      const alignment = part[0] === "[" ? alignments[mine].get(here) : undefined;
+      here += part;
+      if (!alignment) {
+        there += part;
+        continue;
+      }
+      const place = +part.slice(1, -1);
+      let other = alignment.moved.get(place);
+      if (other === undefined) {
+        if (alignment.apart.includes(place)) return there;
+        other = place - alignment.apart.filter((each) => each < place).length;
+        for (const each of alignments[others].get(alignment.other).apart) if (each <= other) ++other;
+      }
+      there += `[${other}]`;
+    }
+    return there;
   }
 
   function goToBlock(view, block) {
@@ -1031,11 +1066,12 @@
 
   let differenceAt = -1;
   const differenceList = new List($("differences"), (index) => {
-    const [path, otherPath, before, after] = differences[index];
+    const [path, otherPath, before, after, change] = differences[index];
     const isAlike = path.replace(/\w+$/, "") === otherPath.replace(/\w+$/, "");
-    const name = path === otherPath ? path : `${path} / ${isAlike ? /\w*$/.exec(otherPath)[0] : otherPath}`;
+    const name = path === otherPath || change === MOVED ? path : `${path} / ${isAlike ? /\w*$/.exec(otherPath)[0] : otherPath}`;
     const row = make("div", "row difference" + (index === differenceAt ? " selected" : ""), make("span", "path", name),
-      make("span", "old", shortened(safe(before))), make("span", "arrow", "→"), make("span", "new", shortened(safe(after))));
+      make("span", "old", shortened(safe(before))), make("span", "arrow", "→"),
+      make("span", "new", change === MOVED ? `moved to ${otherPath}` : shortened(safe(after))));
     row.dataset.index = index;
     row.title = name;
     return row;
@@ -1245,7 +1281,8 @@
     const parts = [];
     if (differences.length > 0) {
       parts.push(make("h2", "", $("difference-title").textContent));
-      differences.slice(0, MOST_PRINTED).forEach(([path, , before, after]) => parts.push(make("div", "row", `${path}  ${safe(before)} → ${safe(after)}`)));
+      differences.slice(0, MOST_PRINTED).forEach(([path, otherPath, before, after, change]) => parts.push(make("div", "row",
+        `${path}  ${safe(before)} → ${change === MOVED ? `moved to ${otherPath}` : safe(after)}`)));
     }
     shownViews().forEach((view) => {
       parts.push(make("h2", "", `${safe(view.tree.name)} — ${factsOf(view)}`));

@@ -1,0 +1,106 @@
+#!/usr/bin/env python3
+"""What the command prints of an image never lies in memory as a whole: the command takes no more
+than the image and 32 MB, however long a text is and however many items there are; and what is not
+read any more is not printed either.
+
+    streaming_test.py BKOQ [ITEMS [MEGABYTES_OF_TEXT]]
+"""
+
+import multiprocessing
+import os
+import struct
+import subprocess
+import sys
+import tempfile
+import time
+import zlib
+
+ROOM = 32 * 1024 * 1024
+FORMS = [[], ["--annotate"], ["--json"], ["--json=plain"], ["--width", "80"],
+         ["--only", "BKDISKITEM"], ["--field", "**.pszPath"], ["--field", "**.pszPath", "--json"],
+         ["--salvage"]]
+
+
+def image(blocks, size):
+    """Of blocks in their order; the size is that of all of them."""
+    header = b"BKQIMAGE" + struct.pack("<5I", 1, 1, 32 + size, 32, len(blocks))
+    body = b"".join(block + bytes(-len(block) % 4) for block in blocks)
+    return header + struct.pack("<I", zlib.crc32(header + bytes(4) + body)) + body
+
+
+def record(size, **words):
+    data = bytearray(size)
+    for at, value in words.items():
+        struct.pack_into("<I", data, int(at[1:]), value)
+    return bytes(data)
+
+
+def many_items(count):
+    """A backup of one disk with so many items."""
+    job, node, disk = 32, 32 + 292, 32 + 292 + 100
+    items = disk + 52
+    texts = items + 32 * count
+    blocks = [record(292, _4=1, _12=1, _16=node), record(100, _0=9, _36=1, _40=disk),
+              record(52, _16=count, _20=items),
+              b"".join(struct.pack("<I28x", texts + 12 * i) for i in range(count))]
+    blocks += [b"/f%09d" % i + b"\0" for i in range(count)]
+    return image(blocks, texts + 12 * count - job)
+
+
+def long_text(size):
+    """A job with a comment of so many bytes, of every kind."""
+    piece = "plain text, \"quotes\", \\, \u00e9\u4e2d, \u202e\u200b\n\t".encode() + b"\xff\x01"
+    text = (piece * (size // len(piece) + 1))[:size] + b"\0"
+    return image([record(292, _4=1, _36=32 + 292), text], 292 + len(text) + -len(text) % 4)
+
+
+def write(path, make, *arguments):
+    with open(path, "wb") as file:
+        file.write(make(*arguments))
+
+
+def peak_of(tool, arguments):
+    """The most memory that the command takes, and what it ends with. The system counts what this
+    process takes too, as the command begins as a copy of it; so images are made elsewhere."""
+    with subprocess.Popen([tool, *arguments], stdout=subprocess.DEVNULL) as process:
+        _, status, usage = os.wait4(process.pid, 0)
+        process.returncode = os.waitstatus_to_exitcode(status)
+    return usage.ru_maxrss * 1024, process.returncode
+
+
+def main():
+    tool = os.path.abspath(sys.argv[1])
+    items = int(sys.argv[2]) if len(sys.argv) > 2 else 60000
+    megabytes = int(sys.argv[3]) if len(sys.argv) > 3 else 20
+    with tempfile.TemporaryDirectory() as folder:
+        path = os.path.join(folder, "large.image")
+        for what, make, amount in (("items", many_items, items),
+                                   ("text", long_text, megabytes << 20)):
+            maker = multiprocessing.Process(target=write, args=(path, make, amount))
+            maker.start()
+            maker.join()
+            assert maker.exitcode == 0
+            size = os.path.getsize(path)
+            for form in FORMS:
+                if what == "text" and "**.pszPath" in form or what == "text" and "--only" in form:
+                    continue
+                start = time.monotonic()
+                peak, status = peak_of(tool, ["show", path, *form])
+                # A salvaged tree is a copy, so that what is damaged can harm nothing.
+                room = ROOM + (3 * size if form == ["--salvage"] else 0)
+                print(f"{what} {' '.join(form) or 'text'}: image {size >> 20} MB, "
+                      f"peak {peak >> 20} MB, {time.monotonic() - start:.1f} s")
+                assert status == 0, (what, form, status)
+                assert peak <= size + room, (what, form, peak, size)
+                # The reader goes away after a line.
+                start = time.monotonic()
+                with subprocess.Popen([tool, "show", path, *form], stdout=subprocess.PIPE) as head:
+                    assert head.stdout.read(4)
+                    head.stdout.close()
+                    assert head.wait() != 0, form
+        peak, status = peak_of(tool, ["diff", path, path])
+        assert status == 0 and peak <= 2 * size + ROOM, (status, peak)
+
+
+if __name__ == "__main__":
+    main()
