@@ -87,6 +87,17 @@ struct Experiment::Base {
                      visit.isSecret != 0, visit.number});
   }
 
+  // Of an array that has other elements, the array and its count, once.
+  void noteArray(const std::string& path, std::vector<std::string>& paths) const {
+    if (std::find(paths.begin(), paths.end(), path) != paths.end()) return;
+    const auto array = std::find_if(shown.begin(), shown.end(),
+                                    [&](const RecordField& field) { return field.path == path; });
+    if (array != shown.begin() && array != shown.end() && (array - 1)->kind == BKOQ_FIELD_COUNT) {
+      paths.push_back((array - 1)->path);
+    }
+    paths.push_back(path);
+  }
+
   // False when the trees differ in more than values, so that they cannot be compared so.
   bool compare(std::uint32_t number, const char* other, std::vector<std::uint32_t>& changed) const {
     const Block& block = blocks[number];
@@ -254,13 +265,23 @@ Experiment::Differences Experiment::differences(const std::vector<Replacement>& 
       for (const std::uint32_t index : changed) paths.push_back(base.shown[index].path);
       continue;
     }
-    bkoqCompare(
-        base.tree.root(), layout, other.root(), layout, 1,
-        [](const BkoqDifference* difference, void* user) {
-          static_cast<std::vector<std::string>*>(user)->push_back(difference->path);
+    struct Noted {
+      const Base& base;
+      std::vector<std::string>& paths;
+    } noted = {base, paths};
+    bkoqCompareChanges(
+        base.tree.root(), layout, other.root(), layout, 1, nullptr,
+        [](const BkoqDifference* difference, BkoqChange change, void* user) {
+          const auto& [base, paths] = *static_cast<Noted*>(user);
+          const std::string path = difference->path;
+          if (change == BKOQ_CHANGED) {
+            paths.push_back(path);
+          } else {
+            base.noteArray(path.substr(0, path.rfind('[')), paths);
+          }
           return 0;
         },
-        &paths, nullptr);
+        &noted, nullptr);
   }
   return all;
 }
