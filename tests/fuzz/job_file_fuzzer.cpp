@@ -8,6 +8,7 @@
 #include "tests/fuzz/require.h"
 #include "tools/flattening.h"
 #include "tools/job_file.h"
+#include "tools/warnings.h"
 
 namespace {
 
@@ -36,13 +37,15 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   const std::string text(reinterpret_cast<const char*>(data), size);
   Problems problems;
   LoadedJob loaded = readJob(text, problems);
-  if (problems.empty()) {
+  const bool isRight = problems.empty();
+  addWarnings(*loaded.document, problems);
+  FUZZ_REQUIRE(problems.empty() == isRight);
+  const auto lines = static_cast<std::size_t>(std::count(text.begin(), text.end(), '\n')) + 1;
+  for (const Problem& problem : problems.sorted()) expectInside(problem, lines);
+  if (isRight) {
     FUZZ_REQUIRE(loaded.job != nullptr);
     flattenWhole(*loaded.job, BKOQ_LAYOUT_CURRENT);
     flattenWhole(*loaded.job, BKOQ_LAYOUT_PREVIOUS);
-    return 0;
   }
-  const auto lines = static_cast<std::size_t>(std::count(text.begin(), text.end(), '\n')) + 1;
-  for (const Problem& problem : problems.sorted()) expectInside(problem, lines);
   return 0;
 }
