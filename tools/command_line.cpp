@@ -238,31 +238,49 @@ class CommandLine {
         ->type_name(what);
   }
 
+  // What of a job is flattened.
+  void selection(CLI::App& sub) {
+    Selection& wanted = request_.selection;
+    text(sub, "--node", wanted.node, "NAME", "backups: only the source nodes of that name");
+    sub.add_option("--disk", wanted.disks,
+                   "backups: only the disks of that name; can be given again")
+        ->type_name("NAME")
+        ->allow_extra_args(false);
+    text(sub, "--tape", wanted.tape, "NAME", "other jobs: only the tapes of that name");
+    number(sub, "--session", wanted.session, "N", 0, 65535,
+           "other jobs: only the tapes of that session");
+    text(sub, "--override-path", wanted.overridePath, "PATH",
+         "compares: instead of the items of every disk");
+    number(sub, "--unix-kind", wanted.unixKind, "K", 1, 2,
+           "backups: 1 puts the text behind pszNodeOSVer, 2 behind pszNodeName of UNIX nodes");
+    text(sub, "--unix-text", wanted.unixText, "TEXT", "backups: the text");
+  }
+  void why(CLI::App& sub, const char* meaning) {
+    auto* flag = sub.add_flag("--why", request_.why, meaning);
+    flag->excludes(sub.get_option("--json"))->excludes(sub.get_option("--html"));
+  }
+  void processes(CLI::App& sub) {
+    sub.add_option("-j,--jobs", request_.processes, "share many files among so many processes")
+        ->type_name("N")
+        ->check(between(1, 256));
+  }
+
   void describeFlatten() {
     CLI::App& sub = add("flatten", "flatten a job and print its record trees, or write an image",
                         "  bkoq flatten examples/nightly-backup.json\n"
                         "  bkoq flatten examples/nightly-backup.json --layout previous --json\n"
                         "  bkoq flatten examples/restore.json --tape NIGHT-01 --session 17\n"
-                        "  bkoq flatten examples/nightly-backup.json -o nightly.image",
+                        "  bkoq flatten examples/nightly-backup.json -o nightly.image\n"
+                        "  bkoq flatten jobs/*.json -o images/ --jobs 2\n"
+                        "Exit status: 0 done, 1 a conversion failed, 2 bad usage, a bad file, or\n"
+                        "output that cannot be written; of many files the highest.",
                         [this] { return flattenCommand(request_); });
-    file(sub, "JOB", "the job file");
+    file(sub, "JOB", "the job file, or several with -o FOLDER/")->expected(1, 1000000);
     layout(sub, true, "which layout: both when printing, current for an image unless given");
-    Selection& selection = request_.selection;
-    text(sub, "--node", selection.node, "NAME", "backups: only the source nodes of that name");
-    sub.add_option("--disk", selection.disks,
-                   "backups: only the disks of that name; can be given again")
-        ->type_name("NAME")
-        ->allow_extra_args(false);
-    text(sub, "--tape", selection.tape, "NAME", "other jobs: only the tapes of that name");
-    number(sub, "--session", selection.session, "N", 0, 65535,
-           "other jobs: only the tapes of that session");
-    text(sub, "--override-path", selection.overridePath, "PATH",
-         "compares: instead of the items of every disk");
-    number(sub, "--unix-kind", selection.unixKind, "K", 1, 2,
-           "backups: 1 puts the text behind pszNodeOSVer, 2 behind pszNodeName of UNIX nodes");
-    text(sub, "--unix-text", selection.unixText, "TEXT", "backups: the text");
+    selection(sub);
     auto* image =
-        sub.add_option("-o,--output", request_.image, "write an image that only its owner can read")
+        sub.add_option("-o,--output", request_.image,
+                       "write an image that only its owner can read; into a folder one of each job")
             ->type_name("IMAGE")
             ->check(notEmpty());
     sub.add_flag("--short", request_.isShort, "leave out what is zero or null");
@@ -270,6 +288,7 @@ class CommandLine {
     now(sub);
     jsonOfTrees(sub);
     secrets(sub);
+    processes(sub);
     image->excludes(sub.get_option("--json"))->excludes(sub.get_option("--show-secrets"));
   }
 
@@ -280,7 +299,7 @@ class CommandLine {
                         "  bkoq show examples/nightly-backup.json --html -o nightly.html\n"
                         "  bkoq show examples/nightly-backup.json --only BKDDISK\n"
                         "  bkoq show examples/nightly-backup.json --field "
-                        "'pSourceNodes[0].pszNodeName'\n"
+                        "'pSourceNodes[0].pszNodeName' --why\n"
                         "  bkoq show examples/nightly-backup.json --field "
                         "'pSourceNodes[*].pMedia[*].pszDiskName'\n"
                         "  bkoq show examples/nightly-backup.json --at '#2+16'\n"
@@ -289,6 +308,7 @@ class CommandLine {
                         [this] { return showCommand(request_); });
     file(sub, "FILE", "a job file or an image");
     layout(sub, true, "the layout that a job is flattened in; current unless given");
+    selection(sub);
     auto* annotate = sub.add_flag("--annotate", request_.annotate,
                                   "print every byte of every block, with what it means");
     auto* field = sub.add_option("--field", request_.field,
@@ -318,6 +338,7 @@ class CommandLine {
     now(sub);
     jsonOfTrees(sub);
     auto* html = page(sub, "print a page to look at in a browser, of a job with both layouts");
+    why(sub, "with --field or --at, of a job file: say which of its lines decide it");
     secrets(sub);
     for (const char* other : {"--json", "--depth", "--width"}) {
       annotate->excludes(sub.get_option(other));
@@ -333,6 +354,7 @@ class CommandLine {
                         "  bkoq diff --layouts examples/nightly-backup.json\n"
                         "  bkoq diff examples/verify.json examples/compare.json\n"
                         "  bkoq diff nightly.image examples/nightly-backup.json --json\n"
+                        "  bkoq diff before.json after.json --why\n"
                         "  bkoq diff old.image new.image --ignore 'stSchedule' --ignore "
                         "'**.pszComments'\n"
                         "  bkoq diff monday.image tuesday.image --html -o what-changed.html",
@@ -359,20 +381,23 @@ class CommandLine {
     json(sub);
     page(sub, "print a page to look at in a browser, with the two trees side by side")
         ->excludes(sub.get_option("--json"));
+    why(sub, "say which lines of the job files decide what differs");
     secrets(sub);
   }
 
   void describeCheck() {
-    CLI::App& sub = add("check", "list all mistakes of job files, and what is probably not meant",
-                        "  bkoq check examples/nightly-backup.json\n"
-                        "  bkoq check --strict jobs/*.json\n"
-                        "  bkoq check my-job.json --json\n"
-                        "Exit status: 0 no mistakes, 1 mistakes, 2 a file that cannot be read or\n"
-                        "bad usage.",
-                        [this] { return checkCommand(request_); });
+    CLI::App& sub =
+        add("check", "list all mistakes of job files, and what is probably not meant",
+            "  bkoq check examples/nightly-backup.json\n"
+            "  bkoq check --strict jobs/*.json\n"
+            "  bkoq check my-job.json --json\n"
+            "Exit status: 0 nothing found, 1 mistakes, with --strict also warnings, 2 a file\n"
+            "that cannot be read or bad usage; of many files the highest.",
+            [this] { return checkCommand(request_); });
     file(sub, "JOB", "the job files")->expected(1, 1000000);
     sub.add_flag("--strict", request_.strict, "count warnings as mistakes");
     json(sub);
+    processes(sub);
   }
 
   void describeExplain() {

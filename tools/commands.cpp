@@ -1,19 +1,25 @@
 #include "tools/commands.h"
 
+#include <sys/stat.h>
+
+#include <algorithm>
 #include <cstdlib>
 #include <cstring>
 #include <memory>
 #include <nlohmann/json.hpp>
+#include <unordered_map>
 #include <utility>
 
 #include "tools/attributes.h"
 #include "tools/job_file.h"
+#include "tools/many_files.h"
 #include "tools/page.h"
 #include "tools/problems.h"
 #include "tools/schema.h"
 #include "tools/source.h"
 #include "tools/starter.h"
 #include "tools/warnings.h"
+#include "tools/why.h"
 
 namespace bkoq::tool {
 namespace {
@@ -249,11 +255,33 @@ Source salvageImage(const std::string& content, const std::string& file) {
   return source;
 }
 
-Source readJobSource(const std::string& content, const std::string& file, BkoqLayout layout) {
+// The job of a file, which has what is selected; without a job after messages.
+LoadedJob loadSelected(const std::string& content, const std::string& file,
+                       const Request& request) {
+  const Selection& selection = request.selection;
+  if (selection.unixKind.has_value() != selection.unixText.has_value()) {
+    fail("--unix-kind and --unix-text go together");
+    return {};
+  }
+  LoadedJob loaded = loadJob(content, file);
+  if (loaded.job == nullptr) return loaded;
+  std::string complaint = misfitOf(*loaded.job, selection);
+  if (!complaint.empty()) {
+    complaint += " does not go with this kind of job";
+  } else {
+    complaint = selectsNothing(loaded.document->root(), selection);
+  }
+  if (complaint.empty()) return loaded;
+  fail((request.files.size() > 1 ? shownName(file) + ": " : "") + complaint);
+  return {};
+}
+
+Source readJobSource(const std::string& content, const std::string& file, const Request& request,
+                     BkoqLayout layout) {
   Source source;
-  const LoadedJob loaded = loadJob(content, file);
+  const LoadedJob loaded = loadSelected(content, file, request);
   if (loaded.job == nullptr) return source;
-  Flattened flattened = flatten(*loaded.job, Selection(), layout);
+  Flattened flattened = flatten(*loaded.job, request.selection, layout);
   source.tree = std::move(flattened.tree);
   source.status = flattened.succeeded ? kDone : kDiffers;
   if (!flattened.succeeded) fail(shownName(file) + ": the conversion failed");
@@ -276,30 +304,23 @@ Status printPage(Page page, const Request& request) {
   return page.isComparison && differences > 0 ? kDiffers : kDone;
 }
 
-}  // namespace
+bool isFolder(const std::string& path) {
+  struct stat known = {};
+  return stat(path.c_str(), &known) == 0 && S_ISDIR(known.st_mode);
+}
 
-Status flattenCommand(const Request& request) {
-  const std::string& file = request.files.front();
-  if (!request.image.empty() && request.layout == "both") {
-    return fail("an image holds one layout: give --layout current or --layout previous");
-  }
-  if (request.selection.unixKind.has_value() != request.selection.unixText.has_value()) {
-    return fail("--unix-kind and --unix-text go together");
-  }
-  if (!request.image.empty() && file != "-" && isSameFile(file, request.image)) {
+// Prints the trees of one job, or writes them as an image.
+Status flattenFile(const Request& request, const std::string& file, const std::string& image) {
+  if (!image.empty() && file != "-" && isSameFile(file, image)) {
     return fail("the job file and the image are one file: " + file);
   }
   std::string content;
   if (!readFile(file, content)) return kFailed;
-  const LoadedJob loaded = loadJob(content, file);
+  const LoadedJob loaded = loadSelected(content, file, request);
   if (loaded.job == nullptr) return kFailed;
-  const std::string misfit = misfitOf(*loaded.job, request.selection);
-  if (!misfit.empty()) return fail(misfit + " does not go with this kind of job");
-  const std::string nothing = selectsNothing(loaded.document->root(), request.selection);
-  if (!nothing.empty()) return fail(nothing);
 
   std::string layout = request.layout;
-  if (layout.empty()) layout = request.image.empty() ? "both" : "current";
+  if (layout.empty()) layout = image.empty() ? "both" : "current";
   std::vector<OwnedTree> trees;
   bool succeeded = true;
   for (const BkoqLayout each : layoutsOf(layout)) {
@@ -312,16 +333,89 @@ Status flattenCommand(const Request& request) {
     trees.push_back(std::move(flattened.tree));
   }
   if (!succeeded) return kDiffers;
-  return request.image.empty() ? printTrees(trees, request)
-                               : writeImage(trees.front(), request.image);
+  return image.empty() ? printTrees(trees, request) : writeImage(trees.front(), image);
 }
 
+std::string counted(std::size_t count, const char* one) {
+  return std::to_string(count) + " " + one + (count == 1 ? "" : "s");
+}
+
+// "FOLDER/nightly.image" for "jobs/nightly.json".
+std::string imageIn(std::string folder, const std::string& file) {
+  if (folder.back() != '/') folder += '/';
+  std::string name = file.substr(file.find_last_of('/') + 1);
+  constexpr const char* kEnd = ".json";
+  const std::size_t end = name.size() - std::min(name.size(), std::strlen(kEnd));
+  if (end > 0 && name.compare(end, std::string::npos, kEnd) == 0) name.resize(end);
+  return folder + name + ".image";
+}
+
+Status flattenIntoFolder(const Request& request) {
+  std::unordered_map<std::string, std::string> images;
+  for (const std::string& file : request.files) {
+    if (file == "-") return fail("an image of the standard input has no name in a folder");
+    const auto [known, isNew] = images.emplace(imageIn(request.image, file), file);
+    if (!isNew) {
+      return fail(known->second + " and " + file + " would both become " + known->first);
+    }
+  }
+  const Tally tally =
+      forEachFile(request.files.size(), request.processes, [&request](std::size_t i) {
+        const std::string& file = request.files[i];
+        return flattenFile(request, file, imageIn(request.image, file));
+      });
+  print(std::to_string(tally.ended[kDone]) + " of " + counted(request.files.size(), "job") +
+        " flattened\n");
+  return tally.worst();
+}
+
+}  // namespace
+
+Status flattenCommand(const Request& request) {
+  if (!request.image.empty() && request.layout == "both") {
+    return fail("an image holds one layout: give --layout current or --layout previous");
+  }
+  if (!request.image.empty() && isFolder(request.image)) return flattenIntoFolder(request);
+  if (request.files.size() == 1) return flattenFile(request, request.files[0], request.image);
+  return fail(request.image.empty() ? "several jobs become images: give a folder with -o FOLDER/"
+                                    : request.image + " is no folder, where several jobs go");
+}
+
+namespace {
+
+// Prints what decides the field that was shown.
+Status printWhy(const std::string& content, const Request& request) {
+  unsigned int block = 0;
+  unsigned int offset = 0;
+  if (!request.at.empty() && !parsePlace(request.at, block, offset)) return kFailed;
+  Why why(content, request.files.front(), request.selection);
+  for (const BkoqLayout layout : layoutsOf(request.layout)) {
+    const std::string path = request.at.empty() ? request.field : why.pathAt(block, offset, layout);
+    const std::string line = path.empty() ? "" : why.ofPath(path, layout);
+    if (line.empty()) {
+      return fail("--why goes with one field, and there is none " +
+                  (request.at.empty() ? "of the path " + path : "at " + request.at));
+    }
+    print(line + "\n");
+  }
+  return kDone;
+}
+
+}  // namespace
+
 Status showCommand(const Request& request) {
+  if (request.why && request.field.empty() && request.at.empty()) {
+    return fail("--why goes with --field or --at; \"bkoq explain\" explains all of a job file");
+  }
   const std::string& file = request.files.front();
   std::string content;
   if (!readFile(file, content)) return kFailed;
   if (isImage(content) || request.salvage) {
     if (!request.layout.empty()) return fail("--layout goes with a job file; an image has its own");
+    if (request.why) return fail("--why goes with a job file; an image has no lines");
+    if (!request.selection.isAll()) {
+      return fail("a part is selected of a job file; an image holds what was selected for it");
+    }
     const Source source =
         request.salvage
             ? salvageImage(content, file)
@@ -338,11 +432,14 @@ Status showCommand(const Request& request) {
   // A page has room for both layouts.
   const bool isBoth = request.html && request.layout.empty();
   for (const BkoqLayout layout : layoutsOf(isBoth ? "both" : request.layout)) {
-    Source source = readJobSource(content, file, layout);
+    Source source = readJobSource(content, file, request, layout);
     if (source.status != kDone) return source.status;
     trees.push_back(std::move(source.tree));
   }
-  if (!request.html) return printTrees(trees, request);
+  if (!request.html) {
+    const Status status = printTrees(trees, request);
+    return request.why && status == kDone ? printWhy(content, request) : status;
+  }
   Page page = {baseName(file), {}, false, false, ""};
   for (const OwnedTree& tree : trees) {
     page.trees.push_back({tree.root(), tree.layout(), nameOf(tree.layout())});
@@ -350,12 +447,46 @@ Status showCommand(const Request& request) {
   return printPage(std::move(page), request);
 }
 
+namespace {
+
+// The differences, with the lines of job files that decide either side.
+Status printExplainedChanges(const Source (&sources)[2], const std::string (&contents)[2],
+                             const bool (&areJobs)[2], const BkoqPrintOptions& options,
+                             const BkoqPaths& paths, const Request& request) {
+  Differing differing;
+  const BkoqLayout layouts[2] = {sources[0].tree.layout(), sources[1].tree.layout()};
+  bkoqCompareChanges(
+      sources[0].tree.root(), layouts[0], sources[1].tree.root(), layouts[1], 0, &paths,
+      [](const BkoqDifference* difference, BkoqChange, void* user) {
+        auto& differing = *static_cast<Differing*>(user);
+        differing.paths[0].emplace_back(difference->path);
+        differing.paths[1].emplace_back(difference->otherPath);
+        return 0;
+      },
+      &differing, nullptr);
+  const BkoqStatus status =
+      bkoqPrintChanges(sources[0].tree.root(), layouts[0], sources[1].tree.root(), layouts[1],
+                       &options, &paths, stringSink, &differing.printed, nullptr);
+  if (status != BKOQ_OK) return fail(bkoqStatusText(status));
+  std::unique_ptr<Why> whys[2];
+  for (std::size_t i = 0; i < 2; ++i) {
+    const std::string& file = request.files[request.layouts ? 0 : i];
+    const std::string& content = contents[request.layouts ? 0 : i];
+    if (areJobs[i]) whys[i] = std::make_unique<Why>(content, file, request.selection);
+  }
+  print(withReasons(differing, {whys[0].get(), whys[1].get()}, layouts));
+  return differing.paths[0].empty() ? kDone : kDiffers;
+}
+
+}  // namespace
+
 Status diffCommand(const Request& request) {
   if (request.files.size() != (request.layouts ? 1U : 2U)) {
     return fail(request.layouts ? "diff --layouts takes one job file" : "diff takes two files");
   }
   Source sources[2];
   std::string contents[2];
+  bool jobs[2] = {true, true};
   if (request.files.front() == "-" && request.files.back() == "-" && !request.layouts) {
     return fail("standard input can be one of the two files, not both");
   }
@@ -365,9 +496,9 @@ Status diffCommand(const Request& request) {
   if (request.layouts) {
     const std::string& file = request.files.front();
     if (isImage(contents[0])) return fail("diff --layouts takes a job file, not an image");
-    sources[0] = readJobSource(contents[0], file, BKOQ_LAYOUT_CURRENT);
+    sources[0] = readJobSource(contents[0], file, request, BKOQ_LAYOUT_CURRENT);
     if (sources[0].status != kDone) return sources[0].status;
-    sources[1] = readJobSource(contents[0], file, BKOQ_LAYOUT_PREVIOUS);
+    sources[1] = readJobSource(contents[0], file, request, BKOQ_LAYOUT_PREVIOUS);
     if (sources[1].status != kDone) return sources[1].status;
   } else {
     const bool areImages[] = {isImage(contents[0]), isImage(contents[1])};
@@ -376,8 +507,9 @@ Status diffCommand(const Request& request) {
     for (const bool images : {true, false}) {
       for (std::size_t i = 0; i < 2; ++i) {
         if (areImages[i] != images) continue;
+        jobs[i] = !images;
         sources[i] = images ? readImage(std::move(contents[i]), request.files[i])
-                            : readJobSource(contents[i], request.files[i], layout);
+                            : readJobSource(contents[i], request.files[i], request, layout);
         if (sources[i].status != kDone) return sources[i].status;
         if (images && request.layout.empty()) layout = sources[i].tree.layout();
       }
@@ -400,6 +532,10 @@ Status diffCommand(const Request& request) {
   BkoqPaths paths = {};
   if (!request.onlyPaths.empty()) paths.only = onlyPaths.data();
   paths.ignored = ignoredPaths.data();
+  if (request.why) {
+    if (!jobs[0] && !jobs[1]) return fail("--why goes with a job file; an image has no lines");
+    return printExplainedChanges(sources, contents, jobs, options, paths, request);
+  }
   uint32_t count = 0;
   const Status status = printed(
       bkoqPrintChanges(sources[0].tree.root(), sources[0].tree.layout(), sources[1].tree.root(),
@@ -411,13 +547,25 @@ Status diffCommand(const Request& request) {
 
 namespace {
 
-std::string counted(std::size_t count, const char* one) {
-  return std::to_string(count) + " " + one + (count == 1 ? "" : "s");
+using Json = nlohmann::ordered_json;
+
+std::string inLines(const Json& json) {
+  // What a text of the file holds is known to be UTF-8, its name is not.
+  return json.dump(2, ' ', false, Json::error_handler_t::replace);
 }
 
-// Of one file; counts what it finds.
-Status checkFile(const Request& request, const std::string& file,
-                 nlohmann::ordered_json& document) {
+// Of many files, what is printed of one lies two levels deep.
+std::string deeper(const std::string& text) {
+  std::string result = "    ";
+  for (const char c : text) {
+    result += c;
+    if (c == '\n') result += "    ";
+  }
+  return result;
+}
+
+// Prints what is found in one file; of many files as one element of a list.
+Status checkFile(const Request& request, const std::string& file) {
   std::string content;
   if (!readFile(file, content)) return kFailed;
   if (isImage(content)) return fail(shownName(file) + " is an image, not a job file");
@@ -429,8 +577,10 @@ Status checkFile(const Request& request, const std::string& file,
   for (const Problem& problem : list) warnings += problem.isWarning ? 1 : 0;
   const std::size_t mistakes = list.size() - warnings;
   if (request.json) {
+    const bool areMany = request.files.size() > 1;
+    Json document = areMany ? Json::object() : Json{{"format", "bkoq-check"}, {"version", 1}};
     document["file"] = file;
-    document["problems"] = nlohmann::ordered_json::array();
+    document["problems"] = Json::array();
     for (const Problem& problem : list) {
       document["problems"].push_back({{"line", problem.place.line},
                                       {"column", problem.place.column},
@@ -438,6 +588,7 @@ Status checkFile(const Request& request, const std::string& file,
                                       {"class", problem.isWarning ? "warning" : "mistake"},
                                       {"message", problem.message}});
     }
+    print(areMany ? deeper(inLines(document)) : inLines(document) + "\n");
   } else {
     for (const Problem& problem : list) print(lineOf(problem, shownName(file)) + "\n");
     print(shownName(file) + ": " + (mistakes == 0 ? "no mistakes" : counted(mistakes, "mistake")) +
@@ -449,27 +600,22 @@ Status checkFile(const Request& request, const std::string& file,
 }  // namespace
 
 Status checkCommand(const Request& request) {
-  using Json = nlohmann::ordered_json;
-  const bool areMany = request.files.size() > 1;
-  Json document = {{"format", "bkoq-check"}, {"version", 1}};
-  Status status = kDone;
-  std::size_t right = 0;
-  for (const std::string& file : request.files) {
-    Json own = Json::object();
-    const Status each = checkFile(request, file, areMany ? own : document);
-    if (areMany && !own.empty()) document["files"].push_back(own);
-    if (each == kDone) ++right;
-    if (each > status) status = each;
-  }
+  if (request.files.size() == 1) return checkFile(request, request.files.front());
   if (request.json) {
-    // What a text of the file holds is known to be UTF-8, its name is not.
-    if (areMany || document.contains("file")) {
-      print(document.dump(2, ' ', false, Json::error_handler_t::replace) + "\n");
-    }
-  } else if (areMany) {
-    print(std::to_string(right) + " of " + counted(request.files.size(), "file") + " right\n");
+    print("{\n  \"format\": \"bkoq-check\",\n  \"version\": 1,\n  \"files\": [\n");
   }
-  return status;
+  const Tally tally = forEachFile(request.files.size(), request.processes, [&](std::size_t i) {
+    if (!request.json) return checkFile(request, request.files[i]);
+    if (i != 0) print(",\n");
+    const Status status = checkFile(request, request.files[i]);
+    if (status == kFailed)
+      print(deeper(inLines({{"file", request.files[i]}, {"problems", nullptr}})));
+    return status;
+  });
+  print(request.json ? "\n  ]\n}\n"
+                     : std::to_string(tally.ended[kDone]) + " of " +
+                           counted(request.files.size(), "file") + " right\n");
+  return tally.worst();
 }
 
 Status layoutCommand(const Request& request) {

@@ -41,6 +41,7 @@ struct Request {
   bool all = false;
   std::string attribute;
   bool why = false;
+  unsigned int processes = 1;
   bool strict = false;
   bool isShort = false;
 };

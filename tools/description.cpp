@@ -136,7 +136,8 @@ done
 there are differences, a job file has mistakes, or a conversion failed
 .TP
 .B 2
-bad usage, a file that cannot be read, or output that cannot be written
+bad usage, a file that cannot be read, or output that cannot be written; of many files the highest
+status counts
 .SH ENVIRONMENT
 .TP
 .B NO_COLOR
@@ -144,6 +145,11 @@ set and not empty: no colour, also on a terminal
 .TP
 .B TZ
 the zone of times in job files that name none, and the local clock of the records
+.TP
+.B SOURCE_DATE_EPOCH
+seconds since 1970 that count as now, unless
+.B \-\-now
+is given
 .SH FILES
 Below
 .I /usr

@@ -1,52 +1,18 @@
-#include <unistd.h>
-
 #include <algorithm>
 #include <cctype>
-#include <chrono>
 #include <map>
 #include <nlohmann/json.hpp>
 #include <utility>
 
 #include "tools/commands.h"
 #include "tools/explain.h"
+#include "tools/progress.h"
 #include "tools/source.h"
 
 namespace bkoq::tool {
 namespace {
 
 using Json = nlohmann::ordered_json;
-
-// Shown on a terminal when it takes longer than a second.
-class Progress {
- public:
-  explicit Progress(std::size_t total) : total_(total) {}
-  ~Progress() {
-    if (isShown_) std::fputs("\r\033[K", stderr);
-  }
-  Progress(const Progress&) = delete;
-  Progress& operator=(const Progress&) = delete;
-
-  void at(std::size_t done) {
-    constexpr auto kPatience = std::chrono::seconds(1);
-    constexpr auto kPause = std::chrono::milliseconds(100);
-    if (isatty(STDERR_FILENO) == 0) return;
-    const auto now = std::chrono::steady_clock::now();
-    if (now - begin_ < kPatience || now - last_ < kPause) return;
-    last_ = now;
-    isShown_ = true;
-    constexpr std::size_t kBar = 40;
-    const std::size_t filled = total_ == 0 ? kBar : kBar * done / total_;
-    std::fprintf(stderr, "\r[%s%s] %zu of %zu", std::string(filled, '#').c_str(),
-                 std::string(kBar - filled, '.').c_str(), done, total_);
-    std::fflush(stderr);
-  }
-
- private:
-  std::size_t total_;
-  std::chrono::steady_clock::time_point begin_ = std::chrono::steady_clock::now();
-  std::chrono::steady_clock::time_point last_ = begin_;
-  bool isShown_ = false;
-};
 
 // "pSourceNodes[0].x" and "pSourceNodes[1].x" are two of "pSourceNodes[*].x".
 std::string withoutIndexes(const std::string& path) {

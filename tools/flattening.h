@@ -43,6 +43,10 @@ struct Selection {
   std::optional<std::string> overridePath;
   std::optional<int> unixKind;
   std::optional<std::string> unixText;
+
+  bool isAll() const {
+    return !node && disks.empty() && !tape && !session && !overridePath && !unixKind && !unixText;
+  }
 };
 
 // Names the first option that no conversion of the job's class takes; empty when all fit.

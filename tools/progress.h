@@ -1,0 +1,28 @@
+#ifndef BKOQ_TOOLS_PROGRESS_H_
+#define BKOQ_TOOLS_PROGRESS_H_
+
+#include <chrono>
+#include <cstddef>
+
+namespace bkoq::tool {
+
+// A bar on the standard error stream, if that is a terminal and it takes longer than a second.
+class Progress {
+ public:
+  explicit Progress(std::size_t total) : total_(total) {}
+  ~Progress();
+  Progress(const Progress&) = delete;
+  Progress& operator=(const Progress&) = delete;
+
+  void at(std::size_t done);
+
+ private:
+  std::size_t total_;
+  std::chrono::steady_clock::time_point begin_ = std::chrono::steady_clock::now();
+  std::chrono::steady_clock::time_point last_ = begin_;
+  bool isShown_ = false;
+};
+
+}  // namespace bkoq::tool
+
+#endif  // BKOQ_TOOLS_PROGRESS_H_
