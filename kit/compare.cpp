@@ -153,17 +153,20 @@ class Comparer {
       const bool isInSecond = pair.second != kNoElement;
       const Path::Mark mark = path_.appendIndex(isInFirst ? pair.first : pair.second);
       const Path::Mark otherMark = otherPath_.appendIndex(isInSecond ? pair.second : pair.first);
-      RecordView a;
-      RecordView b;
-      if (isInFirst) a = first.elementAt(firstBlock.bytes + pair.first * first.target()->size);
-      if (isInSecond) b = second.elementAt(secondBlock.bytes + pair.second * second.target()->size);
+      const auto inFirst = [&] {
+        return first.elementAt(firstBlock.bytes + pair.first * first.target()->size);
+      };
+      const auto inSecond = [&] {
+        return second.elementAt(secondBlock.bytes + pair.second * second.target()->size);
+      };
       bool goesOn = true;
       if (!isInFirst) {
-        goesOn = element(BKOQ_ADDED, b, pair.second);
+        goesOn = element(BKOQ_ADDED, inSecond(), pair.second);
       } else if (!isInSecond) {
-        goesOn = element(BKOQ_REMOVED, a, pair.first);
+        goesOn = element(BKOQ_REMOVED, inFirst(), pair.first);
       } else {
-        goesOn = (!pair.hasMoved || element(BKOQ_MOVED, a, pair.first)) && records(a, b);
+        goesOn = (!pair.hasMoved || element(BKOQ_MOVED, inFirst(), pair.first)) &&
+                 records(inFirst(), inSecond());
       }
       path_.cut(mark);
       otherPath_.cut(otherMark);

@@ -199,7 +199,7 @@ TEST(Salvage, FindsAnArrayByWhatItsElementsLeadTo) {
 
 TEST(Salvage, ReadsOnWhereBytesWereTakenOut) {
   // Of the node's reserved bytes and of the disk's; what follows is shown whole.
-  for (const std::uint32_t place : {324U + 92U, 432U + 48U}) {
+  for (const int place : {324 + 92, 432 + 48}) {
     Bytes image = imageWithItems();
     image.erase(image.begin() + place, image.begin() + place + 4);
     const Salvaged result = salvage(image);
