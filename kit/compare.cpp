@@ -15,6 +15,9 @@
 namespace bkoq::kit {
 namespace {
 
+// What a visitor is given of a value at most, in bytes.
+constexpr std::size_t kMostValue = std::size_t{1} << 20;
+
 // A field on one side of a comparison; null where that side has none there.
 using Side = const FieldView*;
 
@@ -377,9 +380,9 @@ BkoqStatus bkoqCompareChanges(const void* first, BkoqLayout firstLayout, const v
       ++found;
       if (visitor == nullptr) return true;
       const std::string oldValue =
-          printedBy([&](Output& out) { putOld(out, difference, showSecrets != 0); });
+          printedBy([&](Output& out) { putOld(out, difference, showSecrets != 0); }, kMostValue);
       const std::string newValue =
-          printedBy([&](Output& out) { putNew(out, difference, showSecrets != 0); });
+          printedBy([&](Output& out) { putNew(out, difference, showSecrets != 0); }, kMostValue);
       const BkoqDifference visit = {difference.path.text(),
                                     difference.otherPath.text(),
                                     difference.record,
