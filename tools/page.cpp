@@ -7,6 +7,7 @@
 #include <nlohmann/json.hpp>
 #include <string_view>
 
+#include "kit/output.h"
 #include "tools/output.h"
 #include "tools/page_parts.h"
 
@@ -17,37 +18,10 @@ using Json = nlohmann::ordered_json;
 
 // ---- Writing
 
-// Hands text to the sink in pieces; remembers whether one was refused.
-class Writer {
- public:
-  Writer(BkoqSink sink, void* user) : sink_(sink), user_(user) {}
-
-  void put(std::string_view text) {
-    pending_ += text;
-    if (pending_.size() >= kPiece) flush();
-  }
-  bool flush() {
-    if (!failed_ && !pending_.empty()) {
-      failed_ = sink_(user_, pending_.data(), pending_.size()) != 0;
-    }
-    pending_.clear();
-    return !failed_;
-  }
-  bool failed() const { return failed_; }
-
- private:
-  static constexpr std::size_t kPiece = 1 << 16;
-
-  BkoqSink sink_;
-  void* user_;
-  std::string pending_;
-  bool failed_ = false;
-};
-
 // Writes bytes as base64, as they come.
 class Base64 {
  public:
-  explicit Base64(Writer& out) : out_(out) {}
+  explicit Base64(kit::Output& out) : out_(out) {}
 
   void put(std::uint8_t byte) {
     bits_ = bits_ << 8 | byte;
@@ -81,7 +55,7 @@ class Base64 {
     bits_ = 0;
   }
 
-  Writer& out_;
+  kit::Output& out_;
   std::uint32_t bits_ = 0;
   std::size_t count_ = 0;
 };
@@ -407,7 +381,7 @@ std::string policy() {
          std::string(kPageStyleHash) + "'; base-uri 'none'; form-action 'none'";
 }
 
-BkoqStatus putTree(const PageTree& tree, bool showSecrets, const std::string& id, Writer& out,
+BkoqStatus putTree(const PageTree& tree, bool showSecrets, const std::string& id, kit::Output& out,
                    Json& description) {
   Shapes shapes;
   const BkoqStatus status = shapes.collect(tree);
@@ -432,7 +406,7 @@ BkoqStatus putTree(const PageTree& tree, bool showSecrets, const std::string& id
 
 BkoqStatus writePage(const Page& page, BkoqSink sink, void* user, std::uint32_t& count) {
   count = 0;
-  Writer out(sink, user);
+  kit::Output out(sink, user);
   out.put(
       "<!DOCTYPE html>\n<html lang=\"en\">\n<head>\n<meta charset=\"utf-8\">\n"
       "<meta http-equiv=\"Content-Security-Policy\" content=\"" +

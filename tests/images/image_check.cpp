@@ -72,7 +72,7 @@ int addLine(const BkoqVisit* visit, void* user) {
 }
 
 template <class Job>
-bool write(const std::string& base, const Tree<Job>& job) {
+bool write(const std::string& base, const TreeOf<Job>& job) {
   std::string image;
   std::string lines;
   const BkoqLayout layout = LayoutOf<Job>::kValue;
