@@ -15,6 +15,9 @@
 namespace bkoq::kit {
 namespace {
 
+// What a visitor is given of a value at most, in bytes.
+constexpr std::size_t kMostValue = std::size_t{1} << 20;
+
 // A field on one side of a comparison; null where that side has none there.
 using Side = const FieldView*;
 
@@ -150,17 +153,20 @@ class Comparer {
       const bool isInSecond = pair.second != kNoElement;
       const Path::Mark mark = path_.appendIndex(isInFirst ? pair.first : pair.second);
       const Path::Mark otherMark = otherPath_.appendIndex(isInSecond ? pair.second : pair.first);
-      RecordView a;
-      RecordView b;
-      if (isInFirst) a = first.elementAt(firstBlock.bytes + pair.first * first.target()->size);
-      if (isInSecond) b = second.elementAt(secondBlock.bytes + pair.second * second.target()->size);
+      const auto inFirst = [&] {
+        return first.elementAt(firstBlock.bytes + pair.first * first.target()->size);
+      };
+      const auto inSecond = [&] {
+        return second.elementAt(secondBlock.bytes + pair.second * second.target()->size);
+      };
       bool goesOn = true;
       if (!isInFirst) {
-        goesOn = element(BKOQ_ADDED, b, pair.second);
+        goesOn = element(BKOQ_ADDED, inSecond(), pair.second);
       } else if (!isInSecond) {
-        goesOn = element(BKOQ_REMOVED, a, pair.first);
+        goesOn = element(BKOQ_REMOVED, inFirst(), pair.first);
       } else {
-        goesOn = (!pair.hasMoved || element(BKOQ_MOVED, a, pair.first)) && records(a, b);
+        goesOn = (!pair.hasMoved || element(BKOQ_MOVED, inFirst(), pair.first)) &&
+                 records(inFirst(), inSecond());
       }
       path_.cut(mark);
       otherPath_.cut(otherMark);
@@ -377,9 +383,9 @@ BkoqStatus bkoqCompareChanges(const void* first, BkoqLayout firstLayout, const v
       ++found;
       if (visitor == nullptr) return true;
       const std::string oldValue =
-          printedBy([&](Output& out) { putOld(out, difference, showSecrets != 0); });
+          printedBy([&](Output& out) { putOld(out, difference, showSecrets != 0); }, kMostValue);
       const std::string newValue =
-          printedBy([&](Output& out) { putNew(out, difference, showSecrets != 0); });
+          printedBy([&](Output& out) { putNew(out, difference, showSecrets != 0); }, kMostValue);
       const BkoqDifference visit = {difference.path.text(),
                                     difference.otherPath.text(),
                                     difference.record,

@@ -251,6 +251,31 @@ TEST(Compare, HandsDifferencesToAVisitorUntilItStops) {
             BKOQ_OK);
 }
 
+TEST(Compare, HandsOnNoMoreThanTheBeginningOfALongValue) {
+  const CurrentTree first = currentJob(1);
+  const CurrentTree second = currentJob(1);
+  std::string content = "ab";
+  while (content.size() < std::size_t{2} << 20) content += "\u00e9";
+  second->pszOwner = text(content.c_str());
+  struct Seen {
+    std::string oldValue;
+    std::string newValue;
+  } seen;
+  const BkoqDifferenceVisitor visitor = [](const BkoqDifference* difference, void* user) {
+    *static_cast<Seen*>(user) = {difference->oldValue, difference->newValue};
+    return 0;
+  };
+  std::uint32_t count = 0;
+  EXPECT_EQ(bkoqCompare(first.get(), BKOQ_LAYOUT_CURRENT, second.get(), BKOQ_LAYOUT_CURRENT, 0,
+                        visitor, &seen, &count),
+            BKOQ_OK);
+  EXPECT_EQ(count, 1u);
+  EXPECT_EQ(seen.oldValue, "null");
+  // As much of 1 MiB as there are whole characters, after the quotation mark.
+  const std::size_t whole = (std::size_t{1} << 20) - 1 - ((std::size_t{1} << 20) - 3) % 2;
+  EXPECT_TRUE(seen.newValue == "\"" + content.substr(0, whole) + "...") << seen.newValue.size();
+}
+
 TEST(Compare, RefusesBadArguments) {
   const CurrentTree job = currentJob(1);
   const auto layout = static_cast<BkoqLayout>(2);

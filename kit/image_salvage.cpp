@@ -149,7 +149,12 @@ class Salvager {
                    words("blocks that take the image once"), words("more"),
                    words("not read: too much leads to the same bytes"));
     }
-    const std::uint32_t start = std::min(startOf(offset, position), size_);
+    if (isTakenLater(offset, position)) {
+      return doubt(BKOQ_IMAGE_OVERLAP, nextBlock(), position, words("null"),
+                   words("offset %u", unsigned{offset}),
+                   words("not read: another offset leads to the block that comes here"));
+    }
+    const std::uint32_t start = std::min(startOf(field, offset, position), size_);
     const bool isCounted =
         field.def().kind == FieldKind::kArray || field.def().kind == FieldKind::kTextList;
     if (start >= size_ && !(isCounted && field.count() == 0)) {
@@ -170,10 +175,35 @@ class Salvager {
           words("offset %u", unsigned{offset}), words("cut off: nothing of it is left"));
   }
 
+  // Whether an offset was none: a later one in the same record leads to the very block that must
+  // come now.
+  bool isTakenLater(std::uint32_t offset, std::uint32_t position) const {
+    constexpr std::uint32_t kWords = 24;
+    if (offset == next_) return false;
+    for (std::uint32_t i = 1; i <= kWords; ++i) {
+      if (word(position + 4 * i) == next_) return true;
+    }
+    return false;
+  }
+
+  // Whether the records of an array point to what comes right after them, or by `shift` from there.
+  bool leadsOn(const FieldView& field, std::uint32_t start, std::uint32_t shift = 0) const {
+    if (field.def().kind != FieldKind::kArray) return false;
+    const std::uint32_t count = std::max(field.count(), 1U);
+    const std::uint64_t end = start + std::uint64_t{count} * field.target()->size;
+    const std::uint32_t first = firstOffset(field, start, count);
+    return first != 0 && first + shift == end;
+  }
+
   // An offset only repeats what the order of the blocks says. Where the two disagree, an offset
-  // that leads on, or into a text that has lost its end, is believed; any other is not.
-  std::uint32_t startOf(std::uint32_t offset, std::uint32_t position) {
-    if (offset == next_) return offset;
+  // that leads on, or into a text that has lost its end, is believed; any other is not, such as one
+  // into the middle of a text, or one that is wrong by as much as the one before: there bytes were
+  // taken out or put in.
+  std::uint32_t startOf(const FieldView& field, std::uint32_t offset, std::uint32_t position) {
+    if (offset == next_) {
+      shift_ = 0;
+      return offset;
+    }
     const bool isCutOff = offset >= size_ && loadWord(image_ + kSizeAt) > size_ &&
                           offset < loadWord(image_ + kSizeAt);
     if (isCutOff && next_ >= size_) return size_;
@@ -182,7 +212,14 @@ class Salvager {
         offset % kAlignment == 0 && offset >= least && (offset < size_ || isCutOff);
     const std::uint32_t following = word(position + 4);
     const bool isContradicted = following > next_ && following < offset && following % 4 == 0;
-    const bool isBelieved = isPossible && !(offset > next_ && isContradicted);
+    const bool isShifted = shift_ != 0 && offset + shift_ == next_;
+    const bool isInText =
+        field.target() == nullptr && offset > next_ && offset < size_ && image_[offset - 1] != 0;
+    const bool isNext = leadsOn(field, next_) || leadsOn(field, next_, next_ - offset);
+    const bool isBelieved = isPossible && !isShifted && !isInText &&
+                            !(offset > next_ && isContradicted) &&
+                            !(isNext && !leadsOn(field, offset));
+    shift_ = isBelieved ? 0 : next_ - offset;
     doubt(offset > next_ ? BKOQ_IMAGE_GAP : BKOQ_IMAGE_OVERLAP, nextBlock(), position,
           words("offset %u", unsigned{next_}), words("offset %u", unsigned{offset}),
           isBelieved ? words("read from the offset, not from where the block should be")
@@ -190,20 +227,23 @@ class Salvager {
     return isBelieved ? std::min(offset, size_) : next_;
   }
 
-  // The first block after an array is the first to which its elements point. 0 when none does.
+  // The first block after an array is the first to which its elements point. 0 when none does, or
+  // when the offset after it does not lead further on.
   std::uint32_t firstOffset(const FieldView& field, std::uint32_t start,
                             std::uint32_t count) const {
     std::uint32_t first = 0;
+    std::uint32_t second = 0;
     const std::uint32_t size = field.target()->size;
-    for (std::uint32_t i = 0; i < count && first == 0; ++i) {
+    for (std::uint32_t i = 0; i < count && second == 0; ++i) {
       const std::uint32_t place = start + i * size;
       if (available(place) < size) break;
       forEachField(field.elementAt(image_ + place), [&](const FieldView& inner) {
-        if (inner.def().isPointer()) first = word(place + inner.def().offset);
-        return first == 0;
+        if (inner.def().isPointer())
+          (first == 0 ? first : second) = word(place + inner.def().offset);
+        return second == 0;
       });
     }
-    return first;
+    return second != 0 && second <= first ? 0 : first;
   }
 
   void readElements(const FieldView& field, std::uint32_t start, std::uint32_t position) {
@@ -300,6 +340,7 @@ class Salvager {
   std::uint32_t last_ = 0;              // where the last block began
   bool lastHasTexts_ = false;
   std::uint32_t next_ = kHeaderSize;  // where the next one must begin
+  std::uint32_t shift_ = 0;           // what an offset that was not believed lacked
   std::uint64_t copied_ = 0;
   std::uint32_t doubts_ = 0;
   std::uint32_t doubtfulFrom_ = 0;

@@ -141,6 +141,74 @@ TEST(Salvage, LosesNoMoreThanTheBlockThatNothingLeadsTo) {
   EXPECT_TRUE(has(result.text, "\"library1\""));
 }
 
+// One node "alpha" with one disk "bravo" with four items: blocks at 32, 324 (the node), 424
+// "alpha", 432 (the disk), 484 "bravo", 492 (the items), 620 and so on their paths.
+Bytes imageWithItems() {
+  const CurrentTree job = currentJob(1);
+  BKNODE* node = give<BKNODE>(job->ulNumSourceNodes, job->pSourceNodes, 1);
+  node->pszNodeName = text("alpha");
+  BKDDISK* disk = give<BKDDISK>(node->ulMediaCount, node->pMedia, 1);
+  disk->pszDiskName = text("bravo");
+  BKDISKITEM* items = give<BKDISKITEM>(disk->ulDiskItemCount, disk->pDiskItems, 4);
+  for (const char* path : {"/charlie", "/delta", "/echo", "/foxtrot"}) {
+    (items++)->pszPath = text(path);
+  }
+  return imageOf(job);
+}
+
+void expectItems(const Salvaged& result, const std::string& what) {
+  for (const char* text : {"alpha", "bravo", "/charlie", "/delta", "/echo", "/foxtrot"}) {
+    EXPECT_TRUE(has(result.text, "\"" + std::string(text) + "\"")) << what << text << result.doubts;
+  }
+  EXPECT_GT(result.salvage.doubts, 0u);
+}
+
+TEST(Salvage, TakesNoBlockFromTheOffsetThatLeadsToIt) {
+  // pszNodeOSVer, which was null, in front of pszNodeName.
+  for (const std::uint32_t damaged : {1U, 64U, 484U, 0xFFFFFFFFU}) {
+    Bytes image = imageWithItems();
+    ASSERT_EQ(kit::loadWord(&image[324 + 8]), 424u);
+    kit::storeWord(&image[324 + 4], damaged);
+    seal(image);
+    const Salvaged result = salvage(image);
+    expectItems(result, std::to_string(damaged));
+    EXPECT_TRUE(has(result.doubts, "another offset leads to the block that comes here"));
+    EXPECT_EQ(result.salvage.blocks, 10u);
+  }
+}
+
+TEST(Salvage, BelievesNoFirstOffsetThatLaterOnesContradict) {
+  for (const std::uint32_t more : {32U, 64U}) {
+    Bytes image = imageWithItems();
+    ASSERT_EQ(kit::loadWord(&image[492]), 620u);
+    kit::storeWord(&image[492], 620 + more);
+    seal(image);
+    const Salvaged result = salvage(image);
+    expectItems(result, std::to_string(more));
+    EXPECT_FALSE(has(result.doubts, "there are")) << result.doubts;
+  }
+}
+
+TEST(Salvage, FindsAnArrayByWhatItsElementsLeadTo) {
+  Bytes image = imageWithItems();
+  ASSERT_EQ(kit::loadWord(&image[432 + 20]), 492u);
+  kit::storeWord(&image[432 + 20], 492 + 64);
+  seal(image);
+  expectItems(salvage(image), "");
+}
+
+TEST(Salvage, ReadsOnWhereBytesWereTakenOut) {
+  // Of the node's reserved bytes and of the disk's; what follows is shown whole.
+  for (const int place : {324 + 92, 432 + 48}) {
+    Bytes image = imageWithItems();
+    image.erase(image.begin() + place, image.begin() + place + 4);
+    const Salvaged result = salvage(image);
+    for (const char* text : {"/charlie", "/delta", "/echo", "/foxtrot"}) {
+      EXPECT_TRUE(has(result.text, "\"" + std::string(text) + "\"")) << place << result.text;
+    }
+  }
+}
+
 TEST(Salvage, FindsOutHowManyRecordsThereAre) {
   const CurrentTree job = currentBackup();
   for (const std::uint32_t count : {1U, 3U, 0U, 0xFFFFFFFFU}) {

@@ -3,6 +3,7 @@
 
 #include <string>
 #include <string_view>
+#include <utility>
 
 #include "bkoq/kit.h"
 
@@ -42,18 +43,27 @@ class Output {
   bool failed_ = false;
 };
 
-// What `print(Output&)` prints, as a string.
+// What `print(Output&)` prints, as a string; of more than `most` bytes the first, and "...".
 template <class Print>
-std::string printedBy(const Print& print) {
-  std::string text;
+std::string printedBy(const Print& print, std::size_t most = std::string::npos) {
+  struct Bounded {
+    std::string text;
+    std::size_t most;
+  } bounded{{}, most};
   const BkoqSink append = [](void* user, const char* piece, std::size_t size) {
-    static_cast<std::string*>(user)->append(piece, size);
-    return 0;
+    auto& all = *static_cast<Bounded*>(user);
+    const std::size_t room = all.most - all.text.size();
+    all.text.append(piece, size < room ? size : room);
+    return size <= room ? 0 : 1;
   };
-  Output out(append, &text);
+  Output out(append, &bounded);
   print(out);
-  out.flush();
-  return text;
+  if (out.flush()) return std::move(bounded.text);
+  // Without the part of a character.
+  std::string& text = bounded.text;
+  while (!text.empty() && (text.back() & 0xC0) == 0x80) text.pop_back();
+  if (!text.empty() && (text.back() & 0x80) != 0) text.pop_back();
+  return text + "...";
 }
 
 }  // namespace bkoq::kit

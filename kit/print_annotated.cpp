@@ -20,11 +20,12 @@ std::uint32_t countBlocks(const FieldView& field, const Block& block);
 std::uint32_t countBlocks(const RecordView& record) {
   std::uint32_t count = 0;
   forEachField(record, [&](const FieldView& field) {
-    if (field.def().kind == FieldKind::kEmbedded) {
+    const bool hasRecords = field.target() != nullptr;
+    if (hasRecords && field.def().kind == FieldKind::kEmbedded) {
       count += countBlocks(field.elementAt(field.bytes()));
     } else if (field.pointsSomewhere() && field.pointer() != nullptr) {
       // How long a text is makes no difference to how many blocks there are.
-      count += field.target() != nullptr ? countBlocks(field, blockOf(field)) : 1;
+      count += hasRecords ? countBlocks(field, blockOf(field)) : 1;
     }
     return true;
   });

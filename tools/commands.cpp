@@ -8,6 +8,7 @@
 
 #include "tools/attributes.h"
 #include "tools/job_file.h"
+#include "tools/leftover.h"
 #include "tools/page.h"
 #include "tools/problems.h"
 #include "tools/schema.h"
@@ -266,15 +267,23 @@ class Doubts {
 
   static void add(const BkoqImageError* error, void* user) {
     auto& self = *static_cast<Doubts*>(user);
+    if (self.first_.empty()) self.first_ = error->text;
     if (++self.count_ <= kMost) fail(self.file_ + ": " + error->text);
   }
   void end() const {
     if (count_ > kMost) fail(file_ + ": " + std::to_string(count_ - kMost) + " more doubts");
   }
+  // In one line; "" when there are none.
+  std::string words() const {
+    if (count_ < 2) return first_;
+    return first_ + "; and " + std::to_string(count_ - 1) +
+           (count_ == 2 ? " doubt more" : " doubts more");
+  }
 
  private:
   static constexpr unsigned int kMost = 20;
   std::string file_;
+  std::string first_;
   unsigned int count_ = 0;
 };
 
@@ -290,6 +299,7 @@ Source salvageImage(const std::string& content, const std::string& file) {
   source.tree = OwnedTree(root, layout);
   source.offsets.reset(salvage.offsets);
   source.doubtfulFrom = salvage.doubtfulFrom;
+  source.problem = doubts.words();
   if (status == BKOQ_OK && salvage.doubts == 0) source.status = kDone;
   if (status == BKOQ_BAD_IMAGE) fail(shownName(file) + ": nothing of it can be read");
   if (status == BKOQ_NO_MEMORY) fail(shownName(file) + ": " + bkoqStatusText(status));
@@ -370,10 +380,17 @@ Status showCommand(const Request& request) {
             : readImage(std::move(content), file, "; --salvage shows all that can still be read");
     if (source.tree.root() == nullptr) return source.status;
     // Of a bad image what could be read.
-    const PageTree whole = {source.tree.root(), source.tree.layout(), baseName(file)};
-    const Status status =
+    const PageTree whole = {source.tree.root(), source.tree.layout(), baseName(file),
+                            source.doubtfulFrom};
+    Status status =
         request.html ? printPage({baseName(file), {whole}, false, false, source.problem}, request)
                      : printTree(source.tree, request, bkoqFileSink, stdout, &source);
+    if (status == kDone && request.annotate && request.salvage) {
+      const auto ranges =
+          leftovers(source.tree.root(), source.tree.layout(), source.offsets.get(), content);
+      status =
+          printed(printLeftovers(ranges, content, request.showSecrets, bkoqFileSink, stdout), "");
+    }
     return source.status == kDone ? status : source.status;
   }
   std::vector<OwnedTree> trees;

@@ -398,6 +398,7 @@ BkoqStatus putTree(const PageTree& tree, bool showSecrets, const std::string& id
                  {"records", writer.records()},
                  {"blocks", writer.blocks()},
                  {"isWhole", isWhole},
+                 {"doubtfulFrom", tree.doubtfulFrom},
                  {"shapes", shapes.json()}};
   return BKOQ_OK;
 }

@@ -14,6 +14,8 @@ struct PageTree {
   const void* root;
   BkoqLayout layout;
   std::string name;
+  std::uint32_t doubtfulFrom =
+      0;  // the block from which on a salvaged tree is doubtful; 0 for none
 };
 
 // A page about one tree, about the two layouts of a job in tabs, or about two trees side by side.

@@ -239,7 +239,8 @@ typedef enum BkoqChange {
   BKOQ_MOVED        /**< an element that both have, in another order among those that both have */
 } BkoqChange;
 
-/** One difference between two trees. Lives as long as the call of the visitor. */
+/** One difference between two trees. Lives as long as the call of the visitor. Of a value of more
+   than 1 MiB there is the beginning, with "..." after it. */
 typedef struct BkoqDifference {
   const char* path;      /**< in the first tree */
   const char* otherPath; /**< in the second; the same unless the field is called otherwise there */

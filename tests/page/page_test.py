@@ -99,6 +99,18 @@ def damaged_images_say_what_is_wrong():
     assert "blocks" in wrong, wrong
 
 
+def salvaged_images_say_from_where_they_are_doubtful():
+    image = work / "cut.image"
+    subprocess.run([bkoq, "flatten", str(nightly), "-o", str(image)], check=True)
+    data = image.read_bytes()
+    image.write_bytes(data[:len(data) * 2 // 3])
+    page = pages.write_page(bkoq, work / "salvaged.html", "show", image, "--salvage", status=2).decode()
+    description = json.loads(re.search(r'id="page">(.*?)</script>', page).group(1))
+    assert description["warning"].startswith("cut short by "), description["warning"]
+    tree = description["trees"][0]
+    assert 1 < tree["doubtfulFrom"] <= tree["blocks"], (tree["doubtfulFrom"], tree["blocks"])
+
+
 def a_page_is_bounded():
     job = work / "long.json"
     items = [{"path": "x" * 200000}]
@@ -124,7 +136,8 @@ def every_example_makes_a_page():
 
 tests = [only_its_owner_can_read_it, it_needs_nothing_else_and_lets_nothing_else_run,
          secrets_are_nowhere_unless_asked_for, hostile_texts_end_no_element,
-         damaged_images_say_what_is_wrong, a_page_is_bounded, every_example_makes_a_page]
+         damaged_images_say_what_is_wrong, salvaged_images_say_from_where_they_are_doubtful,
+         a_page_is_bounded, every_example_makes_a_page]
 for test in tests:
     test()
     print(test.__name__.replace("_", " "))

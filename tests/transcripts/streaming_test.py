@@ -8,6 +8,7 @@ read any more is not printed either.
 
 import multiprocessing
 import os
+import shutil
 import struct
 import subprocess
 import sys
@@ -18,7 +19,7 @@ import zlib
 ROOM = 32 * 1024 * 1024
 FORMS = [[], ["--annotate"], ["--json"], ["--json=plain"], ["--width", "80"],
          ["--only", "BKDISKITEM"], ["--field", "**.pszPath"], ["--field", "**.pszPath", "--json"],
-         ["--salvage"]]
+         ["--html"], ["--salvage"]]
 
 
 def image(blocks, size):
@@ -52,6 +53,20 @@ def long_text(size):
     piece = "plain text, \"quotes\", \\, \u00e9\u4e2d, \u202e\u200b\n\t".encode() + b"\xff\x01"
     text = (piece * (size // len(piece) + 1))[:size] + b"\0"
     return image([record(292, _4=1, _36=32 + 292), text], 292 + len(text) + -len(text) % 4)
+
+
+def change(path):
+    """Makes a byte of the last text another, so that what is long differs."""
+    with open(path, "rb") as file:
+        data = bytearray(file.read())
+    at = len(data) - 1
+    while data[at - 1] == 0:
+        at -= 1
+    data[at - 1] ^= 1
+    data[28:32] = bytes(4)
+    data[28:32] = struct.pack("<I", zlib.crc32(data))
+    with open(path, "wb") as file:
+        file.write(data)
 
 
 def write(path, make, *arguments):
@@ -98,8 +113,18 @@ def main():
                     assert head.stdout.read(4)
                     head.stdout.close()
                     assert head.wait() != 0, form
-        peak, status = peak_of(tool, ["diff", path, path])
-        assert status == 0 and peak <= 2 * size + ROOM, (status, peak)
+            other = os.path.join(folder, "other.image")
+            with open(path, "rb") as file, open(other, "wb") as copy:
+                shutil.copyfileobj(file, copy)
+            maker = multiprocessing.Process(target=change, args=(other,))
+            maker.start()
+            maker.join()
+            for form in ([], ["--json"], ["--html"]):
+                start = time.monotonic()
+                peak, status = peak_of(tool, ["diff", path, other, *form])
+                print(f"{what} diff {' '.join(form)}: two images of {size >> 20} MB, "
+                      f"peak {peak >> 20} MB, {time.monotonic() - start:.1f} s")
+                assert status == 1 and peak <= 2 * size + ROOM, (what, form, status, peak)
 
 
 if __name__ == "__main__":

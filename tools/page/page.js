@@ -96,6 +96,7 @@
       this.name = description.name;
       this.layout = description.layout;
       this.isWhole = description.isWhole;
+      this.doubtfulFrom = description.doubtfulFrom || Infinity;
       this.shapes = description.shapes.map((each) => new Shape(each));
       const records = description.records + 1, blocks = description.blocks + 2;
       for (const name of ["position", "block", "offset", "index", "slot"]) this[name] = new Uint32Array(records);
@@ -645,6 +646,9 @@
     indent.style.width = depth * 16 + "px";
     indent.style.flex = "none";
     row.append(indent);
+    // A record, or the texts or the records behind a pointer.
+    const isDoubtful = (f < 0 ? tree.block[r] : tree.target(r, f)) >= tree.doubtfulFrom;
+    if (isDoubtful) row.classList.add("doubtful");
     const canOpen = view.canOpen(r, f, i);
     if (canOpen) row.setAttribute("aria-expanded", view.isOpen(r, f));
     row.append(make("span", "twist", canOpen ? (view.isOpen(r, f) ? "▾" : "▸") : ""));
@@ -668,6 +672,7 @@
       row.append(rich(`value ${value.kind}`, forPrint ? value.text : shortened(value.text)));
       if (value.comment) row.append(rich("comment" + (value.isAlarming ? " alarm" : ""), value.comment));
     }
+    if (isDoubtful) row.append(make("span", "alarm", "doubtful"));
     if (difference !== undefined && views.length > 1) {
       const [path, otherPath, before, after, change] = differences[difference];
       const other = change === MOVED ? `at ${view.number === 0 ? otherPath : path}` : view.number === 0 ? after : before;

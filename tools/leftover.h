@@ -1,0 +1,30 @@
+#ifndef BKOQ_TOOLS_LEFTOVER_H_
+#define BKOQ_TOOLS_LEFTOVER_H_
+
+#include <bkoq/kit.h>
+
+#include <cstdint>
+#include <string>
+#include <vector>
+
+namespace bkoq::tool {
+
+// Bytes of an image from `begin` up to `end`.
+struct ByteRange {
+  std::uint32_t begin;
+  std::uint32_t end;
+};
+
+// The bytes of a damaged image that are in no block that could be read: nothing leads to them any
+// more. `offsets` are those that bkoqSalvageImage() gives. Zeros after a block are none.
+std::vector<ByteRange> leftovers(const void* root, BkoqLayout layout, const std::uint32_t* offsets,
+                                 const std::string& image);
+
+// Prints them for people, since they may be what was looked for. They may be secret as well: unless
+// secrets are to be shown, it is only said how many there are.
+BkoqStatus printLeftovers(const std::vector<ByteRange>& ranges, const std::string& image,
+                          bool showSecrets, BkoqSink sink, void* user);
+
+}  // namespace bkoq::tool
+
+#endif  // BKOQ_TOOLS_LEFTOVER_H_
