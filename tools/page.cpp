@@ -303,7 +303,7 @@ class TreeWriter {
 
   void hideAddresses(const Shape& shape, std::uint32_t base) {
     for (const ShapeField& field : shape.fields) {
-      const auto begin = record_.begin() + base + field.offset;
+      std::uint8_t* begin = record_.data() + base + field.offset;
       if (isPointer(field.kind, field.name.c_str())) {
         const bool isNull = std::all_of(begin, begin + field.width, [](int b) { return b == 0; });
         std::fill(begin, begin + field.width, std::uint8_t{0});
@@ -405,8 +405,8 @@ BkoqStatus putTree(const PageTree& tree, bool showSecrets, const std::string& id
 
 }  // namespace
 
-BkoqStatus writePage(const Page& page, BkoqSink sink, void* user, std::uint32_t& count) {
-  count = 0;
+BkoqStatus writePage(const Page& page, BkoqSink sink, void* user, std::uint32_t& differences) {
+  differences = 0;
   kit::Output out(sink, user);
   out.put(
       "<!DOCTYPE html>\n<html lang=\"en\">\n<head>\n<meta charset=\"utf-8\">\n"
@@ -431,12 +431,12 @@ BkoqStatus writePage(const Page& page, BkoqSink sink, void* user, std::uint32_t&
     description["trees"].push_back(std::move(each));
   }
   if (page.trees.size() > 1) {
-    Differences differences;
-    const BkoqStatus status = compare(page, differences);
+    Differences found;
+    const BkoqStatus status = compare(page, found);
     if (status != BKOQ_OK) return status;
-    description["differences"] = std::move(differences.list);
-    description["differenceCount"] = differences.count;
-    count = differences.count;
+    description["differences"] = std::move(found.list);
+    description["differenceCount"] = found.count;
+    differences = found.count;
   }
   out.put("<script type=\"application/json\" id=\"page\">" + scriptJson(description) +
           "</script>\n<script>");
