@@ -12,42 +12,6 @@ namespace {
 
 using namespace bkoq::kit;
 
-const char* nameOf(FieldKind kind) {
-  switch (kind) {
-    case FieldKind::kNumber:
-      return "number";
-    case FieldKind::kCount:
-      return "count";
-    case FieldKind::kFlags:
-      return "flags";
-    case FieldKind::kTime:
-      return "time";
-    case FieldKind::kClientTime:
-      return "clientTime";
-    case FieldKind::kByteList:
-      return "byteList";
-    case FieldKind::kText:
-      return "text";
-    case FieldKind::kTwoTexts:
-      return "twoTexts";
-    case FieldKind::kNodeText:
-      return "nodeText";
-    case FieldKind::kTextList:
-      return "textList";
-    case FieldKind::kArray:
-      return "array";
-    case FieldKind::kRecord:
-      return "record";
-    case FieldKind::kEmbedded:
-      return "embedded";
-    case FieldKind::kReserved:
-      return "reserved";
-    case FieldKind::kOpaque:
-      return "opaque";
-  }
-  return "";
-}
-
 const char* nameOf(Secret secret) {
   switch (secret) {
     case Secret::kNone:
@@ -95,7 +59,7 @@ Json wordsOf(const Word* words) {
 
 Json fieldOf(const FieldDef& field, BkoqLayout layout) {
   Json json = {{"name", field.name},           {"offset", field.offset},
-               {"width", field.width},         {"kind", nameOf(field.kind)},
+               {"width", field.width},         {"kind", kindName(field.kind)},
                {"pointer", field.isPointer()}, {"variants", field.variants}};
   const RecordDef* target = recordDef(layout, field.target);
   if (target != nullptr) json["target"] = target->name;

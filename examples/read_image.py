@@ -150,7 +150,7 @@ class Image:
         self.take("job", 32, RECORDS["job"][0])
         yield from self.record("job", 32)
         if self.next != len(self.data) or self.blocks != 0:
-            raise ValueError("something behind the last block, or a wrong number of blocks")
+            raise ValueError("something after the last block, or a wrong number of blocks")
 
 
 def main():

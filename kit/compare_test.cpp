@@ -9,7 +9,7 @@ namespace bkoq::test {
 namespace {
 
 template <class First, class Second>
-std::string differences(const Tree<First>& first, const Tree<Second>& second,
+std::string differences(const TreeOf<First>& first, const TreeOf<Second>& second,
                         const BkoqPrintOptions& options = {}) {
   std::string text;
   std::uint32_t count = 0;
@@ -29,7 +29,7 @@ TEST(Compare, FindsNothingBetweenEqualTrees) {
 }
 
 // One change in a tree, and the line that tells it.
-struct Row {
+struct Case {
   const char* what;
   void (*change)(BKQJDATATRANSFER& job);
   const char* line;
@@ -40,7 +40,7 @@ BKDDISK& diskOf(BKQJDATATRANSFER& job) {
 }
 BKDTAPE& tapeOf(BKQJDATATRANSFER& job) { return *static_cast<BKDTAPE*>(job.pDestNodes[0].pMedia); }
 
-const Row kRows[] = {
+const Case kCases[] = {
     {"number", [](BKQJDATATRANSFER& job) { job.usJobType = 21; },
      "usJobType (BKQJDATATRANSFER+4): 20 (rotation backup) -> 21 (rotation makeup)\n"},
     {"flags", [](BKQJDATATRANSFER& job) { job.pSourceNodes[1].ulNodeOptions = 0x40; },
@@ -100,12 +100,12 @@ const Row kRows[] = {
 };
 
 TEST(Compare, TellsEachDifferenceByItsPath) {
-  for (const Row& row : kRows) {
-    SCOPED_TRACE(row.what);
+  for (const Case& each : kCases) {
+    SCOPED_TRACE(each.what);
     const CurrentTree first = currentBackup();
     const CurrentTree second = currentBackup();
-    row.change(*second);
-    EXPECT_EQ(differences(first, second), row.line);
+    each.change(*second);
+    EXPECT_EQ(differences(first, second), each.line);
   }
 }
 
@@ -289,18 +289,18 @@ TEST(Compare, RefusesBadArguments) {
     const void* second;
     BkoqLayout secondLayout;
   };
-  const Arguments rows[] = {{nullptr, current, job.get(), current},
-                            {job.get(), layout, job.get(), current},
-                            {job.get(), current, nullptr, current},
-                            {job.get(), current, job.get(), layout}};
-  for (const Arguments& row : rows) {
+  const Arguments cases[] = {{nullptr, current, job.get(), current},
+                             {job.get(), layout, job.get(), current},
+                             {job.get(), current, nullptr, current},
+                             {job.get(), current, job.get(), layout}};
+  for (const Arguments& each : cases) {
     std::uint32_t count = 9;
-    EXPECT_EQ(bkoqCompare(row.first, row.firstLayout, row.second, row.secondLayout, 0, nullptr,
+    EXPECT_EQ(bkoqCompare(each.first, each.firstLayout, each.second, each.secondLayout, 0, nullptr,
                           nullptr, &count),
               BKOQ_BAD_ARGUMENT);
     EXPECT_EQ(count, 0u);
     count = 9;
-    EXPECT_EQ(bkoqPrintDifferences(row.first, row.firstLayout, row.second, row.secondLayout,
+    EXPECT_EQ(bkoqPrintDifferences(each.first, each.firstLayout, each.second, each.secondLayout,
                                    nullptr, appendToString, &text, &count),
               BKOQ_BAD_ARGUMENT);
     EXPECT_EQ(count, 0u);

@@ -9,7 +9,7 @@ namespace bkoq::test {
 namespace {
 
 template <class Job>
-BkoqFreed freeTree(Tree<Job> job) {
+BkoqFreed freeTree(TreeOf<Job> job) {
   BkoqFreed freed{};
   EXPECT_EQ(bkoqFree(job.release(), LayoutOf<Job>::kValue, &freed), BKOQ_OK);
   return freed;
@@ -60,14 +60,14 @@ TEST(Free, TakesPartlyFilledRecords) {
 }
 
 TEST(Free, KnowsWhatEveryKindOfJobHolds) {
-  struct Row {
+  struct Case {
     std::uint16_t kind;
     char sources;  // d disks, t tapes, - nothing
     char destinations;
   };
-  const Row rows[] = {{1, 'd', 't'},  {3, 'd', 't'},  {5, 'd', 't'},  {9, 'd', 't'},
-                      {20, 'd', 't'}, {21, 'd', 't'}, {7, 't', 'd'},  {10, 't', 'd'},
-                      {8, 't', 'd'},  {11, 't', 'd'}, {14, 't', '-'}, {29, 't', '-'}};
+  const Case cases[] = {{1, 'd', 't'},  {3, 'd', 't'},  {5, 'd', 't'},  {9, 'd', 't'},
+                        {20, 'd', 't'}, {21, 'd', 't'}, {7, 't', 'd'},  {10, 't', 'd'},
+                        {8, 't', 'd'},  {11, 't', 'd'}, {14, 't', '-'}, {29, 't', '-'}};
   // Three blocks each. Where a disk keeps its second text and its key, a tape has a list of
   // filters.
   const auto addMedia = [](BKNODE& node, char media) {
@@ -81,13 +81,13 @@ TEST(Free, KnowsWhatEveryKindOfJobHolds) {
       makePatternFilter(*give<BKFILTER_FILE>(tape.ulFilterCount, tape.pFilters, 1), 1, "vol*");
     }
   };
-  for (const Row& row : rows) {
-    SCOPED_TRACE(row.kind);
-    CurrentTree job = currentJob(row.kind);
-    addMedia(*give<BKNODE>(job->ulNumSourceNodes, job->pSourceNodes, 1), row.sources);
-    addMedia(*give<BKNODE>(job->ulNumDestNodes, job->pDestNodes, 1), row.destinations);
+  for (const Case& each : cases) {
+    SCOPED_TRACE(each.kind);
+    CurrentTree job = currentJob(each.kind);
+    addMedia(*give<BKNODE>(job->ulNumSourceNodes, job->pSourceNodes, 1), each.sources);
+    addMedia(*give<BKNODE>(job->ulNumDestNodes, job->pDestNodes, 1), each.destinations);
     const BkoqFreed freed = freeTree(std::move(job));
-    EXPECT_EQ(freed.blocks, row.destinations == '-' ? 6u : 9u);
+    EXPECT_EQ(freed.blocks, each.destinations == '-' ? 6u : 9u);
     EXPECT_EQ(freed.notFreed, 0u);
   }
 }

@@ -94,12 +94,12 @@ TEST(Image, HasAHeaderAndItsBlocksInOrder) {
   const Bytes image = written(job.get(), BKOQ_LAYOUT_CURRENT);
   ASSERT_EQ(image.size(), 592u);
   EXPECT_EQ(std::string(image.begin(), image.begin() + 8), "BKQIMAGE");
-  struct Row {
+  struct Case {
     const char* what;
     std::size_t at;
     std::uint32_t value;
   };
-  const Row rows[] = {
+  const Case cases[] = {
       {"version", 8, 1},
       {"layout", 12, 1},
       {"size", 16, 592},
@@ -117,7 +117,7 @@ TEST(Image, HasAHeaderAndItsBlocksInOrder) {
       {"pFileList", 532 + 8, 572},
       {"pszOwner", 32 + 28, 580},
   };
-  for (const Row& row : rows) EXPECT_EQ(wordAt(image, row.at), row.value) << row.what;
+  for (const Case& each : cases) EXPECT_EQ(wordAt(image, each.at), each.value) << each.what;
   EXPECT_EQ(std::string(image.begin() + 572, image.begin() + 592),
             std::string("a\0bc\0\0\0\0operator\0\0\0\0", 20));
   Bytes unsealed = image;
@@ -148,20 +148,20 @@ TEST(Image, GivesBackTheSameTree) {
   const CurrentTree current = currentBackup();
   const PreviousTree previous = previousBackup();
   const CurrentTree plain = currentJob(29);
-  struct Row {
+  struct Case {
     const void* root;
     BkoqLayout layout;
   };
-  const Row rows[] = {{current.get(), BKOQ_LAYOUT_CURRENT},
-                      {previous.get(), BKOQ_LAYOUT_PREVIOUS},
-                      {plain.get(), BKOQ_LAYOUT_CURRENT}};
-  for (const Row& row : rows) {
-    const Bytes image = written(row.root, row.layout);
+  const Case cases[] = {{current.get(), BKOQ_LAYOUT_CURRENT},
+                        {previous.get(), BKOQ_LAYOUT_PREVIOUS},
+                        {plain.get(), BKOQ_LAYOUT_CURRENT}};
+  for (const Case& each : cases) {
+    const Bytes image = written(each.root, each.layout);
     Reading reading;
     read(image, reading);
     EXPECT_EQ(reading.status, BKOQ_OK) << reading.error.text;
-    EXPECT_EQ(reading.layout, row.layout);
-    EXPECT_EQ(differences(row.root, row.layout, reading.root, reading.layout), 0u);
+    EXPECT_EQ(reading.layout, each.layout);
+    EXPECT_EQ(differences(each.root, each.layout, reading.root, reading.layout), 0u);
     EXPECT_EQ(written(reading.root, reading.layout), image);
   }
 }
@@ -296,7 +296,7 @@ const BadImage kBadImages[] = {
      "an offset from 32 to 592",
      "offset 4",
      1},
-    {"an offset behind the end",
+    {"an offset after the end",
      {{60, {0, 0, 0, 0x80}}},
      592,
      BKOQ_IMAGE_OUTSIDE,
@@ -350,7 +350,7 @@ const BadImage kBadImages[] = {
      "offset 432",
      "offset 436",
      3},
-    {"a text that ends behind the end",
+    {"a text that ends after the end",
      {{588, {'x', 'x', 'x', 'x'}}},
      592,
      BKOQ_IMAGE_UNTERMINATED,
@@ -395,7 +395,7 @@ const BadImage kBadImages[] = {
      "zero between two blocks",
      "0x01",
      2},
-    {"something behind the last block",
+    {"something after the last block",
      {{16, {0x54, 2}}},
      596,
      BKOQ_IMAGE_TRAILING,
@@ -427,24 +427,24 @@ const BadImage kBadImages[] = {
 TEST(Image, IsReadAsHostileInput) {
   const CurrentTree job = smallBackup();
   const Bytes good = written(job.get(), BKOQ_LAYOUT_CURRENT);
-  for (const BadImage& row : kBadImages) {
-    SCOPED_TRACE(row.what);
+  for (const BadImage& each : kBadImages) {
+    SCOPED_TRACE(each.what);
     Bytes image = good;
-    image.resize(row.size);
-    for (const Change& change : row.changes) {
+    image.resize(each.size);
+    for (const Change& change : each.changes) {
       std::copy(change.bytes.begin(), change.bytes.end(), image.data() + change.at);
     }
-    if (row.problem != BKOQ_IMAGE_CHECKSUM) seal(image);
+    if (each.problem != BKOQ_IMAGE_CHECKSUM) seal(image);
 
     Reading reading;
     read(image, reading);
     EXPECT_EQ(reading.status, BKOQ_BAD_IMAGE);
-    EXPECT_EQ(reading.error.problem, row.problem);
-    EXPECT_STREQ(reading.error.path, row.path);
-    EXPECT_EQ(reading.error.position, row.position);
-    if (row.expected != nullptr) {
-      EXPECT_STREQ(reading.error.expected, row.expected);
-      EXPECT_STREQ(reading.error.found, row.found);
+    EXPECT_EQ(reading.error.problem, each.problem);
+    EXPECT_STREQ(reading.error.path, each.path);
+    EXPECT_EQ(reading.error.position, each.position);
+    if (each.expected != nullptr) {
+      EXPECT_STREQ(reading.error.expected, each.expected);
+      EXPECT_STREQ(reading.error.found, each.found);
     }
     // What could be read is a tree like any other.
     if (reading.root != nullptr) {
@@ -455,7 +455,7 @@ TEST(Image, IsReadAsHostileInput) {
     BkoqFreed freed;
     bkoqFree(reading.root, reading.layout, &freed);
     reading.root = nullptr;
-    EXPECT_EQ(freed.blocks, row.blocksRead);
+    EXPECT_EQ(freed.blocks, each.blocksRead);
   }
 }
 

@@ -9,7 +9,7 @@
 namespace bkoq::kit {
 namespace {
 
-// Puts the blocks one behind the other in the order of the walk and makes their pointers offsets.
+// Puts the blocks one after the other in the order of the walk and makes their pointers offsets.
 class ImageWriter : public WalkHandler {
  public:
   explicit ImageWriter(BkoqImageError& error) : error_(error), image_(kHeaderSize) {}

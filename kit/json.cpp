@@ -60,42 +60,6 @@ std::string jsonStart(const char* format) {
          "\",\n  \"version\": " + std::to_string(kJsonVersion);
 }
 
-const char* kindName(FieldKind kind) {
-  switch (kind) {
-    case FieldKind::kNumber:
-      return "number";
-    case FieldKind::kCount:
-      return "count";
-    case FieldKind::kFlags:
-      return "flags";
-    case FieldKind::kTime:
-      return "time";
-    case FieldKind::kClientTime:
-      return "client time";
-    case FieldKind::kByteList:
-      return "byte list";
-    case FieldKind::kText:
-      return "text";
-    case FieldKind::kTwoTexts:
-      return "two texts";
-    case FieldKind::kNodeText:
-      return "text, or two texts";
-    case FieldKind::kTextList:
-      return "text list";
-    case FieldKind::kArray:
-      return "array";
-    case FieldKind::kRecord:
-      return "record";
-    case FieldKind::kEmbedded:
-      return "embedded";
-    case FieldKind::kReserved:
-      return "reserved";
-    case FieldKind::kOpaque:
-      break;
-  }
-  return "opaque";
-}
-
 void putJsonValue(Output& out, const FieldView& field, const Block& block, bool showSecrets) {
   const FieldKind kind = field.kind();
   out.put(std::string("\"kind\": \"") + kindName(kind) + "\"");

@@ -13,9 +13,6 @@ constexpr int kJsonVersion = 1;
 // What stands first in every JSON document of the kit: "{" and the members that say what follows.
 std::string jsonStart(const char* format);
 
-// "number", "text list": the kind of a field for programs.
-const char* kindName(FieldKind kind);
-
 // The members that tell a field's value: "kind", "value" and what belongs to it. Arrays and records
 // give their "block", "size" and "count" only.
 void putJsonValue(Output& out, const FieldView& field, const Block& block, bool showSecrets);

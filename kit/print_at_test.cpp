@@ -6,12 +6,12 @@ namespace bkoq::test {
 namespace {
 
 TEST(PrintAt, SaysWhichFieldLiesThere) {
-  struct Row {
+  struct Case {
     std::uint32_t block;
     std::uint32_t offset;
     const char* text;
   };
-  const Row rows[] = {
+  const Case cases[] = {
       {1, 0,
        "#1+0: byte 0 of ulReserved0, BKQJDATATRANSFER+0, 4 bytes\nulReserved0: zero  4 "
        "bytes\nmeaning: reserved: zero\n"},
@@ -36,12 +36,12 @@ TEST(PrintAt, SaysWhichFieldLiesThere) {
        "********\nmeaning: encryption key\n"},
   };
   const CurrentTree job = currentBackup();
-  for (const Row& row : rows) {
+  for (const Case& each : cases) {
     std::string text;
-    EXPECT_EQ(bkoqPrintAt(job.get(), BKOQ_LAYOUT_CURRENT, row.block, row.offset, nullptr,
+    EXPECT_EQ(bkoqPrintAt(job.get(), BKOQ_LAYOUT_CURRENT, each.block, each.offset, nullptr,
                           appendToString, &text),
               BKOQ_OK);
-    EXPECT_EQ(text, row.text);
+    EXPECT_EQ(text, each.text);
   }
 }
 
@@ -77,11 +77,11 @@ TEST(PrintAt, GivesJson) {
 
 TEST(PrintAt, SaysWhenThereIsNoSuchPlace) {
   const CurrentTree job = currentBackup();
-  const std::pair<std::uint32_t, std::uint32_t> rows[] = {{0, 0},   {30, 0},  {1, 292},
-                                                          {2, 200}, {12, 16}, {12, 0xFFFFFFFF}};
-  for (const auto& row : rows) {
+  const std::pair<std::uint32_t, std::uint32_t> cases[] = {{0, 0},   {30, 0},  {1, 292},
+                                                           {2, 200}, {12, 16}, {12, 0xFFFFFFFF}};
+  for (const auto& each : cases) {
     std::string text;
-    EXPECT_EQ(bkoqPrintAt(job.get(), BKOQ_LAYOUT_CURRENT, row.first, row.second, nullptr,
+    EXPECT_EQ(bkoqPrintAt(job.get(), BKOQ_LAYOUT_CURRENT, each.first, each.second, nullptr,
                           appendToString, &text),
               BKOQ_NOT_FOUND);
     EXPECT_EQ(text, "");

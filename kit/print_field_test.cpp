@@ -6,11 +6,11 @@ namespace bkoq::test {
 namespace {
 
 TEST(PrintField, GivesAValueAlone) {
-  struct Row {
+  struct Case {
     const char* path;
     const char* text;
   };
-  const Row rows[] = {
+  const Case cases[] = {
       {"usJobType", "20\n"},
       {"ulOptions", "0x00100008\n"},
       {"pszOwner", "\"operator\"\n"},
@@ -58,13 +58,13 @@ BKDISKITEM pSourceNodes[0].pMedia[0].pDiskItems[0]  #10+0
 )"},
   };
   const CurrentTree job = currentBackup();
-  for (const Row& row : rows) {
+  for (const Case& each : cases) {
     std::string text;
     EXPECT_EQ(
-        bkoqPrintField(job.get(), BKOQ_LAYOUT_CURRENT, row.path, nullptr, appendToString, &text),
+        bkoqPrintField(job.get(), BKOQ_LAYOUT_CURRENT, each.path, nullptr, appendToString, &text),
         BKOQ_OK)
-        << row.path;
-    EXPECT_EQ(text, row.text[0] == '\n' ? expected(row.text) : row.text) << row.path;
+        << each.path;
+    EXPECT_EQ(text, each.text[0] == '\n' ? expected(each.text) : each.text) << each.path;
   }
 }
 
@@ -80,7 +80,7 @@ TEST(PrintField, GivesJson) {
   const CurrentTree job = currentBackup();
   BkoqPrintOptions options = withoutZeros();
   options.format = BKOQ_FORMAT_JSON;
-  const std::pair<const char*, const char*> rows[] = {
+  const std::pair<const char*, const char*> cases[] = {
       {"usJobType", R"(
 {
   "format": "bkoq-field",
@@ -128,12 +128,12 @@ TEST(PrintField, GivesJson) {
 }
 )"},
   };
-  for (const auto& row : rows) {
+  for (const auto& each : cases) {
     std::string text;
     EXPECT_EQ(
-        bkoqPrintField(job.get(), BKOQ_LAYOUT_CURRENT, row.first, &options, appendToString, &text),
+        bkoqPrintField(job.get(), BKOQ_LAYOUT_CURRENT, each.first, &options, appendToString, &text),
         BKOQ_OK);
-    EXPECT_EQ(text, expected(row.second));
+    EXPECT_EQ(text, expected(each.second));
   }
 }
 

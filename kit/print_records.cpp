@@ -13,22 +13,22 @@
 namespace bkoq::kit {
 namespace {
 
-using Row = std::vector<std::string>;
+using Cells = std::vector<std::string>;
 
 // Rows under a heading each, aligned for people or as Markdown.
 struct Table {
-  Row headings;
-  std::vector<Row> rows;
+  Cells headings;
+  std::vector<Cells> rows;
   std::vector<bool> isNumeric;  // by column: numbers are aligned to the right
 };
 
 std::string textTable(const Table& table) {
   std::vector<std::size_t> widths;
   for (const std::string& heading : table.headings) widths.push_back(columns(heading));
-  for (const Row& row : table.rows) {
+  for (const Cells& row : table.rows) {
     for (std::size_t i = 0; i < row.size(); ++i) widths[i] = std::max(widths[i], columns(row[i]));
   }
-  const auto line = [&](const Row& row) {
+  const auto line = [&](const Cells& row) {
     std::string text;
     for (std::size_t i = 0; i < row.size(); ++i) {
       text += "  ";
@@ -38,12 +38,12 @@ std::string textTable(const Table& table) {
     return text + "\n";
   };
   std::string text = line(table.headings);
-  for (const Row& row : table.rows) text += line(row);
+  for (const Cells& row : table.rows) text += line(row);
   return text;
 }
 
 std::string markdownTable(const Table& table) {
-  const auto line = [](const Row& row) {
+  const auto line = [](const Cells& row) {
     std::string text = "|";
     for (const std::string& cell : row) {
       text += cell.empty() ? " |" : " " + cell + " |";
@@ -53,7 +53,7 @@ std::string markdownTable(const Table& table) {
   std::string text = line(table.headings) + "|";
   for (const bool isNumeric : table.isNumeric) text += isNumeric ? "---:|" : "---|";
   text += "\n";
-  for (const Row& row : table.rows) text += line(row);
+  for (const Cells& row : table.rows) text += line(row);
   return text;
 }
 
@@ -64,12 +64,12 @@ std::string meaningOf(const FieldDef& field) {
 }
 
 // The names of the records behind or in a field.
-Row targetsOf(const FieldDef& field, BkoqLayout layout) {
+Cells targetsOf(const FieldDef& field, BkoqLayout layout) {
   if (field.target == RecordType::kMedia) {
     return {recordDef(layout, RecordType::kDisk)->name, recordDef(layout, RecordType::kTape)->name};
   }
   const RecordDef* target = recordDef(layout, field.target);
-  return target != nullptr ? Row{target->name} : Row{};
+  return target != nullptr ? Cells{target->name} : Cells{};
 }
 
 std::string code(const std::string& text, bool isMarkdown) {

@@ -64,12 +64,12 @@ BKDDISK pSourceNodes[0].pMedia[4]  #4+208
 }
 
 TEST(Print, LetsNothingOfATextReachTheTerminalUnseen) {
-  struct Row {
+  struct Case {
     const char* text;
     const char* text_;
     const char* json;
   };
-  const Row rows[] = {
+  const Case cases[] = {
       {"", "\"\"", "\"\""},
       {"a\"b\\c", "\"a\\\"b\\\\c\"", "\"a\\\"b\\\\c\""},
       {"a\nb\tc\x1b[2J\x7f", "\"a\\nb\\tc\\x1b[2J\\x7f\"",
@@ -90,19 +90,19 @@ TEST(Print, LetsNothingOfATextReachTheTerminalUnseen) {
       {"\xf4\x90\x80\x80", "\"\\xf4\\x90\\x80\\x80\"", "{\"hex\": \"f4 90 80 80\"}"},
       {"\xe2\x82", "\"\\xe2\\x82\"", "{\"hex\": \"e2 82\"}"},
   };
-  for (const Row& row : rows) {
+  for (const Case& each : cases) {
     const CurrentTree job = currentJob(1);
-    job->pszOwner = text(row.text);
+    job->pszOwner = text(each.text);
     std::string value;
     EXPECT_EQ(
         bkoqPrintField(job.get(), BKOQ_LAYOUT_CURRENT, "pszOwner", nullptr, appendToString, &value),
         BKOQ_OK);
-    EXPECT_EQ(value, std::string(row.text_) + "\n");
+    EXPECT_EQ(value, std::string(each.text_) + "\n");
     BkoqPrintOptions options{};
     options.format = BKOQ_FORMAT_JSON;
-    EXPECT_NE(printed(job, options).find(std::string("\"value\": ") + row.json + "}"),
+    EXPECT_NE(printed(job, options).find(std::string("\"value\": ") + each.json + "}"),
               std::string::npos)
-        << row.text_;
+        << each.text_;
   }
 }
 

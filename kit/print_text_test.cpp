@@ -530,11 +530,11 @@ BKQJDATATRANSFER  #1+0
 }
 
 TEST(Print, TellsTimesByTheirOwnClock) {
-  struct Row {
+  struct Case {
     std::int32_t seconds;
     const char* line;
   };
-  const Row rows[] = {
+  const Case cases[] = {
       {0, "  lSubmitTime    0\n"},
       {1, "  lSubmitTime    1             1970-01-01 00:00:01\n"},
       {-1, "  lSubmitTime    -1            1969-12-31 23:59:59\n"},
@@ -545,12 +545,12 @@ TEST(Print, TellsTimesByTheirOwnClock) {
       {2147483647, "  lSubmitTime    2147483647    2038-01-19 03:14:07\n"},
       {-2147483647 - 1, "  lSubmitTime    -2147483648   1901-12-13 20:45:52\n"},
   };
-  for (const Row& row : rows) {
+  for (const Case& each : cases) {
     const CurrentTree job = currentJob(1);
-    job->stSchedule.lSubmitTime = row.seconds;
+    job->stSchedule.lSubmitTime = each.seconds;
     BkoqPrintOptions options{};
     options.onlyRecord = "BKSCHEDINFO";
-    EXPECT_NE(printed(job, options).find(row.line), std::string::npos) << row.line;
+    EXPECT_NE(printed(job, options).find(each.line), std::string::npos) << each.line;
   }
 }
 

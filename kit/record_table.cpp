@@ -192,6 +192,42 @@ const RecordDef* findRecordDef(BkoqLayout layout, const char* name) {
   return nullptr;
 }
 
+const char* kindName(FieldKind kind) {
+  switch (kind) {
+    case FieldKind::kNumber:
+      return "number";
+    case FieldKind::kCount:
+      return "count";
+    case FieldKind::kFlags:
+      return "flags";
+    case FieldKind::kTime:
+      return "time";
+    case FieldKind::kClientTime:
+      return "client time";
+    case FieldKind::kByteList:
+      return "byte list";
+    case FieldKind::kText:
+      return "text";
+    case FieldKind::kTwoTexts:
+      return "two texts";
+    case FieldKind::kNodeText:
+      return "text, or two texts";
+    case FieldKind::kTextList:
+      return "text list";
+    case FieldKind::kArray:
+      return "array";
+    case FieldKind::kRecord:
+      return "record";
+    case FieldKind::kEmbedded:
+      return "embedded";
+    case FieldKind::kReserved:
+      return "reserved";
+    case FieldKind::kOpaque:
+      break;
+  }
+  return "opaque";
+}
+
 const char* layoutName(BkoqLayout layout) {
   return layout == BKOQ_LAYOUT_CURRENT ? "current" : "previous";
 }

@@ -54,7 +54,7 @@ enum class FieldKind : std::uint8_t {
 enum class Secret : std::uint8_t {
   kNone,
   kWhole,
-  kCredentials  // the second text, and in the first what stands behind ":"
+  kCredentials  // the second text, and in the first what comes after ":"
 };
 
 // How the bytes of a filter from 4 on are read; one bit each, so that a row can name several.
@@ -164,6 +164,8 @@ const RecordDef* recordDef(BkoqLayout layout, RecordType type);
 // By name, with or without the suffix of the previous layout; null when there is none.
 const RecordDef* findRecordDef(BkoqLayout layout, const char* name);
 const char* layoutName(BkoqLayout layout);
+// "number", "text list": the kind of a field for programs and documents.
+const char* kindName(FieldKind kind);
 
 // The kinds of job, ending with a null name.
 const JobKind* jobKinds();

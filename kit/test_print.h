@@ -13,7 +13,7 @@ namespace bkoq::test {
 inline std::string expected(const char* text) { return text + 1; }
 
 template <class Job>
-std::string printed(const Tree<Job>& job, const BkoqPrintOptions& options) {
+std::string printed(const TreeOf<Job>& job, const BkoqPrintOptions& options) {
   std::string text;
   EXPECT_EQ(bkoqPrint(job.get(), LayoutOf<Job>::kValue, &options, appendToString, &text), BKOQ_OK);
   return text;

@@ -48,13 +48,13 @@ struct FreeTree {
 };
 // A tree that the kit frees at the end of the test; LeakSanitizer sees what it forgets.
 template <class Job>
-using Tree = std::unique_ptr<Job, FreeTree<Job>>;
-using CurrentTree = Tree<BKQJDATATRANSFER>;
-using PreviousTree = Tree<BKQJDATATRANSFER_OLD>;
+using TreeOf = std::unique_ptr<Job, FreeTree<Job>>;
+using CurrentTree = TreeOf<BKQJDATATRANSFER>;
+using PreviousTree = TreeOf<BKQJDATATRANSFER_OLD>;
 
 template <class Job>
-Tree<Job> makeJob(std::uint16_t kind) {
-  Tree<Job> job(zeroed<Job>());
+TreeOf<Job> makeJob(std::uint16_t kind) {
+  TreeOf<Job> job(zeroed<Job>());
   job->usJobType = kind;
   return job;
 }
@@ -80,8 +80,8 @@ inline void makePatternFilter(BKFILTER_FILE& filter, std::uint16_t type, const c
 // A backup of a UNIX machine to a tape, with something of every kind of field; the previous
 // layout's is what the same job would give there.
 template <class Job, class Node, class Tape>
-Tree<Job> makeBackup() {
-  Tree<Job> job = makeJob<Job>(20);
+TreeOf<Job> makeBackup() {
+  TreeOf<Job> job = makeJob<Job>(20);
   job->usJobStatus = 2;
   job->pszOwner = text("operator");
   job->ulOptions = 0x00100008;

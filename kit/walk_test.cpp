@@ -179,14 +179,14 @@ TEST(Walk, GivesOffsetsNumbersAndWords) {
 // Whether the name of a node is one text or two depends on where the node stands, not only on its
 // type.
 TEST(Walk, ReadsTwoTextsOfUnixMachinesOnly) {
-  struct Row {
+  struct Case {
     const char* what;
     std::uint16_t jobKind;
     bool isSource;
     std::uint16_t nodeType;
     std::uint32_t texts;
   };
-  const Row rows[] = {
+  const Case cases[] = {
       {"UNIX machine, source of a backup", 20, true, 3, 2},
       {"Windows machine, source of a backup", 20, true, 9, 1},
       {"tape node, destination of a backup", 20, false, 3, 1},
@@ -200,21 +200,21 @@ TEST(Walk, ReadsTwoTextsOfUnixMachinesOnly) {
       {"tape node, source of a verify", 29, true, 3, 1},
       {"node of an unknown kind of job", 99, true, 3, 1},
   };
-  for (const Row& row : rows) {
-    SCOPED_TRACE(row.what);
-    const CurrentTree job = currentJob(row.jobKind);
-    auto& node = row.isSource ? *give<BKNODE>(job->ulNumSourceNodes, job->pSourceNodes, 1)
-                              : *give<BKNODE>(job->ulNumDestNodes, job->pDestNodes, 1);
-    node.usNodeType = row.nodeType;
-    node.pszNodeOSVer = row.texts == 2 ? texts({"1", "2"}) : text("1");
-    node.pszNodeName = row.texts == 2 ? texts({"1", "2"}) : text("1");
+  for (const Case& each : cases) {
+    SCOPED_TRACE(each.what);
+    const CurrentTree job = currentJob(each.jobKind);
+    auto& node = each.isSource ? *give<BKNODE>(job->ulNumSourceNodes, job->pSourceNodes, 1)
+                               : *give<BKNODE>(job->ulNumDestNodes, job->pDestNodes, 1);
+    node.usNodeType = each.nodeType;
+    node.pszNodeOSVer = each.texts == 2 ? texts({"1", "2"}) : text("1");
+    node.pszNodeName = each.texts == 2 ? texts({"1", "2"}) : text("1");
     const auto counts =
         walked(job.get(), BKOQ_LAYOUT_CURRENT, [](const BkoqVisit& visit) -> std::string {
           if (visit.event != BKOQ_FIELD || std::strcmp(visit.record, "BKNODE") != 0) return "";
           const bool isText = visit.target != 0;
           return isText ? std::string(visit.field) + " " + std::to_string(visit.count) : "";
         });
-    const std::string number = std::to_string(row.texts);
+    const std::string number = std::to_string(each.texts);
     EXPECT_EQ(counts,
               (std::vector<std::string>{"pszNodeOSVer " + number, "pszNodeName " + number}));
   }
@@ -262,7 +262,7 @@ TEST(Walk, RefusesBadArguments) {
 }
 
 TEST(Status, HasAText) {
-  const std::pair<BkoqStatus, const char*> rows[] = {
+  const std::pair<BkoqStatus, const char*> cases[] = {
       {BKOQ_OK, "done"},
       {BKOQ_STOPPED, "stopped by the visitor"},
       {BKOQ_SINK_FAILED, "the output could not be written"},
@@ -272,7 +272,7 @@ TEST(Status, HasAText) {
       {BKOQ_BAD_IMAGE, "the image is damaged"},
       {BKOQ_BAD_TREE, "the tree holds what cannot be told"},
   };
-  for (const auto& row : rows) EXPECT_STREQ(bkoqStatusText(row.first), row.second);
+  for (const auto& each : cases) EXPECT_STREQ(bkoqStatusText(each.first), each.second);
 }
 
 }  // namespace

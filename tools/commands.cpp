@@ -75,6 +75,7 @@ bool parseFilePlace(const std::string& text, unsigned int& offset) {
 // For the kit, which wants a null pointer at the end.
 std::vector<const char*> listOf(const std::vector<std::string>& texts) {
   std::vector<const char*> list;
+  list.reserve(texts.size() + 1);
   for (const std::string& text : texts) list.push_back(text.c_str());
   list.push_back(nullptr);
   return list;
@@ -426,10 +427,13 @@ Status showCommand(const Request& request) {
     if (!request.selection.isAll()) {
       return fail("a part is selected of a job file; an image holds what was selected for it");
     }
-    const Source source =
-        request.salvage
-            ? salvageImage(content, file)
-            : readImage(std::move(content), file, "; --salvage shows all that can still be read");
+    Source source;
+    if (request.salvage) {
+      source = salvageImage(content, file);
+    } else {
+      source = readImage(std::move(content), file, "; --salvage shows all that can still be read");
+      content.clear();
+    }
     if (source.tree.root() == nullptr) return source.status;
     // Of a bad image what could be read.
     const PageTree whole = {source.tree.root(), source.tree.layout(), baseName(file),

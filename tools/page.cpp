@@ -7,6 +7,7 @@
 #include <nlohmann/json.hpp>
 #include <string_view>
 
+#include "kit/output.h"
 #include "tools/output.h"
 #include "tools/page_parts.h"
 
@@ -17,37 +18,10 @@ using Json = nlohmann::ordered_json;
 
 // ---- Writing
 
-// Hands text to the sink in pieces; remembers whether one was refused.
-class Writer {
- public:
-  Writer(BkoqSink sink, void* user) : sink_(sink), user_(user) {}
-
-  void put(std::string_view text) {
-    pending_ += text;
-    if (pending_.size() >= kPiece) flush();
-  }
-  bool flush() {
-    if (!failed_ && !pending_.empty()) {
-      failed_ = sink_(user_, pending_.data(), pending_.size()) != 0;
-    }
-    pending_.clear();
-    return !failed_;
-  }
-  bool failed() const { return failed_; }
-
- private:
-  static constexpr std::size_t kPiece = 1 << 16;
-
-  BkoqSink sink_;
-  void* user_;
-  std::string pending_;
-  bool failed_ = false;
-};
-
 // Writes bytes as base64, as they come.
 class Base64 {
  public:
-  explicit Base64(Writer& out) : out_(out) {}
+  explicit Base64(kit::Output& out) : out_(out) {}
 
   void put(std::uint8_t byte) {
     bits_ = bits_ << 8 | byte;
@@ -81,7 +55,7 @@ class Base64 {
     bits_ = 0;
   }
 
-  Writer& out_;
+  kit::Output& out_;
   std::uint32_t bits_ = 0;
   std::size_t count_ = 0;
 };
@@ -329,7 +303,7 @@ class TreeWriter {
 
   void hideAddresses(const Shape& shape, std::uint32_t base) {
     for (const ShapeField& field : shape.fields) {
-      const auto begin = record_.begin() + base + field.offset;
+      std::uint8_t* begin = record_.data() + base + field.offset;
       if (isPointer(field.kind, field.name.c_str())) {
         const bool isNull = std::all_of(begin, begin + field.width, [](int b) { return b == 0; });
         std::fill(begin, begin + field.width, std::uint8_t{0});
@@ -407,7 +381,7 @@ std::string policy() {
          std::string(kPageStyleHash) + "'; base-uri 'none'; form-action 'none'";
 }
 
-BkoqStatus putTree(const PageTree& tree, bool showSecrets, const std::string& id, Writer& out,
+BkoqStatus putTree(const PageTree& tree, bool showSecrets, const std::string& id, kit::Output& out,
                    Json& description) {
   Shapes shapes;
   const BkoqStatus status = shapes.collect(tree);
@@ -431,9 +405,9 @@ BkoqStatus putTree(const PageTree& tree, bool showSecrets, const std::string& id
 
 }  // namespace
 
-BkoqStatus writePage(const Page& page, BkoqSink sink, void* user, std::uint32_t& count) {
-  count = 0;
-  Writer out(sink, user);
+BkoqStatus writePage(const Page& page, BkoqSink sink, void* user, std::uint32_t& differences) {
+  differences = 0;
+  kit::Output out(sink, user);
   out.put(
       "<!DOCTYPE html>\n<html lang=\"en\">\n<head>\n<meta charset=\"utf-8\">\n"
       "<meta http-equiv=\"Content-Security-Policy\" content=\"" +
@@ -457,12 +431,12 @@ BkoqStatus writePage(const Page& page, BkoqSink sink, void* user, std::uint32_t&
     description["trees"].push_back(std::move(each));
   }
   if (page.trees.size() > 1) {
-    Differences differences;
-    const BkoqStatus status = compare(page, differences);
+    Differences found;
+    const BkoqStatus status = compare(page, found);
     if (status != BKOQ_OK) return status;
-    description["differences"] = std::move(differences.list);
-    description["differenceCount"] = differences.count;
-    count = differences.count;
+    description["differences"] = std::move(found.list);
+    description["differenceCount"] = found.count;
+    differences = found.count;
   }
   out.put("<script type=\"application/json\" id=\"page\">" + scriptJson(description) +
           "</script>\n<script>");

@@ -226,7 +226,7 @@ class RecordPrinter:
             shown = ", ".join(shown_texts(field, texts, show_secrets()))
             if len(texts) < field.count:
                 shown += "..."
-            return "{%s}" % shown if field.kind == "textList" else shown
+            return "{%s}" % shown if field.kind == "text list" else shown
         if field.kind == "opaque" and field.is_pointer and field.number:
             return "0x%08x (what it leads to depends on the job: print that, or `bkoq tree`)" % (
                 field.number)

@@ -80,13 +80,13 @@ class Field:
     def _kind(self):
         record, layout = self.record, self.record.layout
         kind = self.row["kind"]
-        if kind == "nodeText":
+        if kind == "text, or two texts":
             # Tape nodes and restore destinations may carry the number of UNIX machines.
             is_machine = (record.role.media and not record.role.is_tapes and
                           not record.role.is_restore_destination)
             node_kind = record.number(layout.table["nodeKindAt"], 2)
             is_unix = is_machine and node_kind == tables.RECORDS["unixNodeKind"]
-            return "twoTexts" if is_unix else "text"
+            return "two texts" if is_unix else "text"
         if self.row.get("media") and not record.role.media:
             return "opaque"
         return kind
@@ -124,9 +124,9 @@ class Field:
 
     @property
     def count(self):
-        if self.row["kind"] in ("array", "textList"):
+        if self.row["kind"] in ("array", "text list"):
             return self.record.number(self.row["countOffset"], 4)
-        return {"record": 1, "text": 1, "twoTexts": 2}.get(self.kind, 0)
+        return {"record": 1, "text": 1, "two texts": 2}.get(self.kind, 0)
 
     def words(self):
         if self.record.role.is_tapes and "tapeNodeWords" in self.row:
@@ -338,7 +338,7 @@ def describe(field, block, show_secrets):
     kind, number = field.kind, field.number
     if field.is_followed:
         if block is None:
-            if kind in ("array", "textList") and field.count > 0:
+            if kind in ("array", "text list") and field.count > 0:
                 return Value("null", comment="unfinished: the count is %d" % field.count,
                              is_alarming=True)
             return Value("null")
@@ -346,7 +346,7 @@ def describe(field, block, show_secrets):
         if field.target:
             return Value(lead + "  " + field.content_name(block.count),
                          comment=counted(len(block.data), "byte", "bytes"))
-        if kind == "textList":
+        if kind == "text list":
             lead += "  " + field.content_name(block.count) + ":"
         return Value(lead, shown_texts(field, block.texts, show_secrets))
     if kind == "reserved":
@@ -355,17 +355,17 @@ def describe(field, block, show_secrets):
         return Value(field.data.hex(" "), comment="reserved, but not zero", is_alarming=True)
     if kind == "embedded":
         return Value(field.target, comment=counted(field.width, "byte", "bytes"))
-    if kind == "byteList":
+    if kind == "byte list":
         return Value(" ".join(str(byte) for byte in field.data))
     if kind == "opaque" and field.is_pointer:
         if number == 0:
             return Value("null")
         return Value("not followed", comment="what the node holds depends on the kind of the job, "
                      "which is unknown", is_alarming=True)
-    if kind in ("time", "clientTime"):
+    if kind in ("time", "client time"):
         date = clock_date(field.signed) if number else ""
         return Value(str(field.signed),
-                     comment=date + (" UTC" if date and kind == "clientTime" else ""))
+                     comment=date + (" UTC" if date and kind == "client time" else ""))
     if kind in ("flags", "opaque"):
         comment = ""
         if kind == "flags" and number:

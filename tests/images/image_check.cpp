@@ -72,7 +72,7 @@ int addLine(const BkoqVisit* visit, void* user) {
 }
 
 template <class Job>
-bool write(const std::string& base, const Tree<Job>& job) {
+bool write(const std::string& base, const TreeOf<Job>& job) {
   std::string image;
   std::string lines;
   const BkoqLayout layout = LayoutOf<Job>::kValue;
@@ -110,7 +110,7 @@ int judge(const char* path) {
   std::uint32_t size = 0;
   while (file.read(reinterpret_cast<char*>(&size), sizeof size)) {
     std::string image(size, '\0');
-    if (!file.read(&image[0], size)) return 1;
+    if (!file.read(&image[0], static_cast<std::streamsize>(size))) return 1;
     BkoqLayout layout = BKOQ_LAYOUT_CURRENT;
     void* root = nullptr;
     const BkoqStatus status = bkoqReadImage(image.data(), size, &layout, &root, nullptr);

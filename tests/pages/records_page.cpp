@@ -3,6 +3,8 @@
 
 #include <cstdio>
 
+#include "kit/record_table.h"
+
 namespace {
 
 bool print(const char* text) { return std::fputs(text, stdout) >= 0; }
@@ -39,13 +41,11 @@ How the kinds are read:
 What a node's `pMedia` holds depends on the kind of the job (`usJobType`) and on the array in which
 the node stands:
 
-| kinds of job | source nodes hold | destination nodes hold |
-|---|---|---|
-| 1, 3, 5, 9, 20, 21: backups | disks | tapes |
-| 7, 10: restores | tapes | disks |
-| 8, 11: merge, compare | tapes | disks |
-| 14, 29: scan, verify | tapes | there are none |
+| kind of job | | source nodes hold | destination nodes hold |
+|---|---|---|---|
+)";
 
+constexpr const char* kFilters = R"(
 A filter is read by its `usFilterType`, and one of time by its `usTimeRange` as well; the meaning of a
 field says which filters have it. A filter of another kind, and one of time with another range, has
 nothing but the bytes that every filter has.
@@ -54,12 +54,35 @@ nothing but the bytes that every filter has.
 
 )";
 
+const char* contentOf(const bkoq::kit::NodeRole& nodes) {
+  switch (nodes.media) {
+    case bkoq::kit::Media::kDisks:
+      return "disks";
+    case bkoq::kit::Media::kTapes:
+      return "tapes";
+    case bkoq::kit::Media::kUnknown:
+      break;
+  }
+  return "there are none";
+}
+
+bool kindsOfJobs() {
+  for (const auto* kind = bkoq::kit::jobKinds(); kind->name != nullptr; ++kind) {
+    if (std::printf("| %u | %s | %s | %s |\n", static_cast<unsigned int>(kind->code), kind->name,
+                    contentOf(kind->sources), contentOf(kind->destinations)) < 0) {
+      return false;
+    }
+  }
+  return true;
+}
+
 }  // namespace
 
 int main() {
   const bool isPrinted =
-      print(kStart) && records(BKOQ_LAYOUT_CURRENT) && print("\n# Previous layout\n\n") &&
-      records(BKOQ_LAYOUT_PREVIOUS) && print("\n# What differs between the layouts\n\n") &&
+      print(kStart) && kindsOfJobs() && print(kFilters) && records(BKOQ_LAYOUT_CURRENT) &&
+      print("\n# Previous layout\n\n") && records(BKOQ_LAYOUT_PREVIOUS) &&
+      print("\n# What differs between the layouts\n\n") &&
       bkoqPrintLayoutDifferences(nullptr, BKOQ_FORMAT_MARKDOWN, bkoqFileSink, stdout) == BKOQ_OK;
   return isPrinted && std::fflush(stdout) == 0 ? 0 : 1;
 }

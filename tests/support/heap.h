@@ -5,17 +5,14 @@
 
 namespace bkoq::test {
 
-// Memory runs out in four ways, each where no other reaches:
-//   FailingNew (failing_new.h)           what the classes ask for by `new (std::nothrow)`, also
-//   with
-//                                        AddressSanitizer, which knows nothing of the class below
-//   Allocations (memory/wrap_malloc.h)   the library's own malloc() and realloc(), one by one,
-//   which
-//                                        only a program that links its objects can tell apart
-//   HeapWatch (here)                     every allocation of the process, all libraries included
-//   kit_memory_test.cpp, failing_malloc.c  `new` of the kit, which throws; and one allocation of
-//   the
-//                                        library inside the command, which is another process
+// Memory runs out in five ways, each where no other reaches:
+// - FailingNew (failing_new.h): what the classes ask for by `new (std::nothrow)`, also with
+//   AddressSanitizer, which knows nothing of the class below
+// - Allocations (memory/wrap_malloc.h): the library's own malloc() and realloc(), one by one, which
+//   only a program that links its objects can tell apart
+// - HeapWatch (here): every allocation of the process, all libraries included
+// - kit_memory_test.cpp: `new` of the kit, which throws
+// - failing_malloc.c: one allocation of the library inside the command, which is another process
 
 // The heap of the whole process, all its libraries included. With AddressSanitizer, which brings a
 // heap of its own, allocations are not seen; blocks that are freed are.

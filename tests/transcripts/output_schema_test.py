@@ -55,6 +55,11 @@ layout --json --previous
 layout --json --compare
 check {jobs}/restore.json --json
 check bad.json --json
+check bad.json {jobs}/restore.json missing.json --json
+attributes --json
+explain {jobs}/rotation-backup.json --json
+explain {jobs}/rotation-backup.json --json --layout previous
+explain {jobs}/rotation-backup.json --field pszHost --layout both --json
 """
 
 
