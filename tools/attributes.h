@@ -246,7 +246,7 @@ const FamilyOf<BKQEMail>& emails();
 const FamilyOf<BKQPrintQueue>& printQueues();
 const FamilyOf<BKQOpenFileInfo>& openFileInfos();
 
-// All of them, each behind those that can hold it.
+// All of them, each after those that can hold it.
 const std::vector<const Family*>& families();
 
 // ---------------------------------------------------------------------- writing down the tables

@@ -252,7 +252,7 @@ class CommandLine {
     text(sub, "--override-path", wanted.overridePath, "PATH",
          "compares: instead of the items of every disk");
     number(sub, "--unix-kind", wanted.unixKind, "K", 1, 2,
-           "backups: 1 puts the text behind pszNodeOSVer, 2 behind pszNodeName of UNIX nodes");
+           "backups: 1 puts the text after pszNodeOSVer, 2 after pszNodeName of UNIX nodes");
     text(sub, "--unix-text", wanted.unixText, "TEXT", "backups: the text");
   }
   void why(CLI::App& sub, const char* meaning) {
@@ -448,7 +448,9 @@ class CommandLine {
                         "  bkoq layout --kaitai > bkoq_image.ksy",
                         [this] { return layoutCommand(request_); });
     auto* record = sub.add_option("RECORD", request_.record, "its name; all records unless given");
-    auto* previous = sub.add_flag("--previous", request_.previous, "those of the previous layout");
+    auto* previous = sub.add_flag_callback(
+        "--previous", [this] { request_.recordLayout = BKOQ_LAYOUT_PREVIOUS; },
+        "those of the previous layout");
     auto* compare =
         sub.add_flag("--compare", request_.compare, "only what differs between the layouts")
             ->excludes(previous);

@@ -646,7 +646,7 @@ Status layoutCommand(const Request& request) {
                             : request.magic  ? BKOQ_FORMAT_MAGIC
                             : request.kaitai ? BKOQ_FORMAT_KAITAI
                                              : BKOQ_FORMAT_TEXT;
-  const BkoqLayout layout = request.previous ? BKOQ_LAYOUT_PREVIOUS : BKOQ_LAYOUT_CURRENT;
+  const BkoqLayout layout = request.recordLayout;
   const BkoqStatus status = request.compare
                                 ? bkoqPrintLayoutDifferences(record, format, bkoqFileSink, stdout)
                                 : bkoqPrintRecords(record, layout, format, bkoqFileSink, stdout);
@@ -657,9 +657,9 @@ Status layoutCommand(const Request& request) {
       status,
       "there is no record \"" + name + "\"" +
           (request.compare ? std::string() : std::string(" in the ") + nameOf(layout) + " layout") +
-          (isPreviousName && !request.previous ? "; its table comes with --previous"
-           : !hint.empty()                     ? hint
-                                               : "; see \"bkoq layout\""));
+          (isPreviousName && layout == BKOQ_LAYOUT_CURRENT ? "; its table comes with --previous"
+           : !hint.empty()                                 ? hint
+                                                           : "; see \"bkoq layout\""));
 }
 
 Status schemaCommand(const Request& /*request*/) {

@@ -32,7 +32,7 @@ struct Request {
   std::vector<std::string> ignoredPaths;
   bool layouts = false;
   std::string record;
-  bool previous = false;
+  BkoqLayout recordLayout = BKOQ_LAYOUT_CURRENT;
   bool compare = false;
   bool c = false;
   bool magic = false;

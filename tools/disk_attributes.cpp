@@ -11,7 +11,7 @@ const FamilyOf<BKQDiskItem>& diskItems() {
           t.text("path", &BKQDiskItem::setPath, &BKQDiskItem::getPath,
                  "path, on UNIX machines below the disk's name")
               .shown("\"/home\"");
-          // A new name sets the options to 0, so they come behind.
+          // A new name sets the options to 0, so they come after it.
           t.texts("files", &BKQDiskItem::addFile,
                   "names of the only files wanted; giving any sets the options to 0");
           t.number("options", &BKQDiskItem::setOptions, &BKQDiskItem::getOptions, "option bits");

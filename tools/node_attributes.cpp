@@ -101,7 +101,7 @@ void addMachine(FamilyOf<BKQDiskNode>& family, const char* kind, const char* nam
 template <class Node>
 void describeRestoreNode(Table<Node>& t) {
   describeNode(t);
-  // Also sets the operating-system code, so that comes behind.
+  // Also sets the operating-system code, so that comes after it.
   t.number("actualNodeType", &BKQRestoreNode::setActualNodeType, &BKQRestoreNode::getActualNodeType,
            "kind of the machine; also sets nodeOS")
       .upTo(0xFFFF)

@@ -94,7 +94,7 @@ const FamilyOf<BKQTape>& tapes() {
           t.seconds("sessionEndTime", &BKQTape::setSessionEndTime, &BKQTape::getSessionEndTime,
                     "end of the session, recorded as given")
               .carriedOnlyIn("previous");
-          // An extension adds its bit to the options, so it comes behind.
+          // An extension adds its bit to the options, so it comes after them.
           t.number("options", &BKQTape::setOptions, &BKQTape::getOptions, "option bits");
           t.kept("tapeXtension", tapeExtensions,
                  adopting<BKQTape, BKQTapeXtension>(&BKQTape::setTapeXtension),
