@@ -57,9 +57,9 @@ check {jobs}/restore.json --json
 check bad.json --json
 check bad.json {jobs}/restore.json missing.json --json
 attributes --json
-explain {jobs}/rotation-backup.json --json
-explain {jobs}/rotation-backup.json --json --layout previous
-explain {jobs}/rotation-backup.json --field pszHost --layout both --json
+explain {jobs}/nightly-backup.json --json
+explain {jobs}/nightly-backup.json --json --layout previous
+explain {jobs}/nightly-backup.json --field pszHost --layout both --json
 """
 
 
