@@ -101,7 +101,7 @@ TEST(Memory, RunsOutWhileAnImageIsSalvaged) {
   }
   image.resize(image.size() - 100);
   EXPECT_GT(failures([&] {
-              BkoqLayout layout;
+              BkoqLayout layout = BKOQ_LAYOUT_CURRENT;
               void* root = nullptr;
               BkoqSalvage salvage;
               const BkoqStatus status = bkoqSalvageImage(image.data(), image.size(), &layout, &root,
