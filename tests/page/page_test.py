@@ -1,7 +1,7 @@
 #!/usr/bin/env python3
 """What can be told of a page of `bkoq show --html` and `bkoq diff --html` without a browser.
 
-Usage: page_test.py <bkoq> <folder of job files>
+Usage: page_test.py <bkoq> <folder of job files> [--quick]
 """
 
 import base64
