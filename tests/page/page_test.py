@@ -18,7 +18,7 @@ import zlib
 
 import pages
 
-bkoq, examples = sys.argv[1:]
+bkoq, examples, *options = sys.argv[1:]
 examples = pathlib.Path(examples)
 work = pathlib.Path(tempfile.mkdtemp())
 nightly = examples / "nightly-backup.json"
@@ -138,7 +138,7 @@ tests = [only_its_owner_can_read_it, it_needs_nothing_else_and_lets_nothing_else
          secrets_are_nowhere_unless_asked_for, hostile_texts_end_no_element,
          damaged_images_say_what_is_wrong, salvaged_images_say_from_where_they_are_doubtful,
          every_example_makes_a_page]
-if "--quick" not in sys.argv[3:]:
+if "--quick" not in options:
     tests.append(a_page_is_bounded)
 for test in tests:
     test()
