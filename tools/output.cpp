@@ -139,7 +139,11 @@ PrivateFile::PrivateFile(const std::string& path) : path_(path) {
   if (path == "-") return;
   // What is opened is looked at, so that it cannot become another in between.
   const int existing = open(path.c_str(), O_WRONLY | O_CLOEXEC);
-  if (existing < 0 && errno != ENOENT) {
+  struct stat link = {};
+  const bool isNew = existing < 0 && errno == ENOENT && lstat(path.c_str(), &link) != 0;
+  if (existing < 0 && !isNew) {
+    // Also of a link to nothing, which would be replaced.
+    if (S_ISLNK(link.st_mode)) errno = ENOENT;
     fail();
     return;
   }
