@@ -73,7 +73,6 @@ class PlacePrinter : public WalkHandler {
   PlacePrinter(std::uint32_t block, std::uint32_t offset, const Options& options, Output& out)
       : block_(block),
         offset_(offset),
-        options_(options),
         out_(out),
         isJson_(options.format == BKOQ_FORMAT_JSON),
         showSecrets_(options.showSecrets != 0) {}
@@ -164,7 +163,6 @@ class PlacePrinter : public WalkHandler {
   std::uint32_t block_;
   std::uint32_t offset_;
   std::uint32_t byte_ = 0;  // where the text begins in the block
-  const Options& options_;
   Output& out_;
   bool isJson_;
   bool showSecrets_;
