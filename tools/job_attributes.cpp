@@ -1,4 +1,5 @@
 #include "tools/attributes.h"
+#include "tools/credentials.h"
 
 namespace bkoq::tool {
 namespace {
@@ -84,36 +85,14 @@ void describeJob(Table<Job>& t) {
        "ovix", [](Job& job, int on) { on != 0 ? job.setOvixOn() : job.setOvixOff(); },
        &BKQJob::OvixOn, "whether Ovix is told")
       .unrecorded();
-  t.text(
-       "scriptUserID",
-       [](Job& job, const char* text) {
-         RWCollectableString user;
-         RWCollectableString password;
-         job.getScriptUserID(user, password);
-         job.setScriptUserID(text, password);
-       },
-       [](BKQJob& object) {
-         RWCollectableString user;
-         RWCollectableString password;
-         object.getScriptUserID(user, password);
-         return user;
-       },
-       "account for the script")
+  t.text("scriptUserID",
+         settingCredential<Credential::kUser>(&BKQJob::getScriptUserID, &BKQJob::setScriptUserID),
+         gettingCredential<Credential::kUser>(&BKQJob::getScriptUserID), "account for the script")
       .unrecorded();
   t.text(
        "scriptUserPassword",
-       [](Job& job, const char* text) {
-         RWCollectableString user;
-         RWCollectableString password;
-         job.getScriptUserID(user, password);
-         job.setScriptUserID(user, text);
-       },
-       [](BKQJob& object) {
-         RWCollectableString user;
-         RWCollectableString password;
-         object.getScriptUserID(user, password);
-         return password;
-       },
+       settingCredential<Credential::kPassword>(&BKQJob::getScriptUserID, &BKQJob::setScriptUserID),
+       gettingCredential<Credential::kPassword>(&BKQJob::getScriptUserID),
        "password of that account")
       .unrecorded();
   t.adopted("faxInfo", faxes, adopting<BKQJob, BKQFax>(&BKQJob::setFaxInfo), "notification by fax");

@@ -1,4 +1,5 @@
 #include "tools/attributes.h"
+#include "tools/credentials.h"
 
 namespace bkoq::tool {
 namespace {
@@ -205,36 +206,16 @@ const FamilyOf<BKQRestoreNode>& restoreNodes() {
           t.number("fsType", &BKQDBRestoreNode::setFStype, &BKQDBRestoreNode::getFStype,
                    "the server's code of the database")
               .upTo(0xFFFF);
-          t.text(
-              "dbUser",
-              [](BKQDBRestoreNode& node, const char* text) {
-                RWCollectableString user;
-                RWCollectableString password;
-                node.getDBuser(user, password);
-                node.setDBuser(text, password);
-              },
-              [](BKQDBRestoreNode& object) {
-                RWCollectableString user;
-                RWCollectableString password;
-                object.getDBuser(user, password);
-                return user;
-              },
-              "account of the database");
-          t.text(
-              "dbPassword",
-              [](BKQDBRestoreNode& node, const char* text) {
-                RWCollectableString user;
-                RWCollectableString password;
-                node.getDBuser(user, password);
-                node.setDBuser(user, text);
-              },
-              [](BKQDBRestoreNode& object) {
-                RWCollectableString user;
-                RWCollectableString password;
-                object.getDBuser(user, password);
-                return password;
-              },
-              "password of that account");
+          t.text("dbUser",
+                 settingCredential<Credential::kUser>(&BKQDBRestoreNode::getDBuser,
+                                                      &BKQDBRestoreNode::setDBuser),
+                 gettingCredential<Credential::kUser>(&BKQDBRestoreNode::getDBuser),
+                 "account of the database");
+          t.text("dbPassword",
+                 settingCredential<Credential::kPassword>(&BKQDBRestoreNode::getDBuser,
+                                                          &BKQDBRestoreNode::setDBuser),
+                 gettingCredential<Credential::kPassword>(&BKQDBRestoreNode::getDBuser),
+                 "password of that account");
         });
     return nodes;
   }();
