@@ -6,6 +6,7 @@
 
 #include "tools/commands.h"
 #include "tools/explain.h"
+#include "tools/problems.h"
 #include "tools/progress.h"
 #include "tools/source.h"
 
@@ -103,7 +104,7 @@ Status explainField(Experiment& experiment, const Request& request,
   }
   if (!isFound)
     return fail("there is no field \"" + request.field + "\" in the records of " + file);
-  if (request.json) print(document.dump(2) + "\n");
+  if (request.json) print(printableJson(document.dump(2)) + "\n");
   return kDone;
 }
 
@@ -149,7 +150,7 @@ Status explainAttributes(Experiment& experiment, const Request& request,
           "\n";
     }
   }
-  print(request.json ? document.dump(2) + "\n" : text);
+  print(request.json ? printableJson(document.dump(2)) + "\n" : text);
   return kDone;
 }
 
