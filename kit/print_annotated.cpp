@@ -172,7 +172,7 @@ class Annotator {
 
   // Where the block lies in its image. After a masked text this would tell how long the text is.
   std::string filePlace(const Block& block) const {
-    if (options_.places.image == nullptr && options_.places.offsets == nullptr) return "";
+    if (options_.places.image == nullptr) return "";
     if (isAnythingMasked_) return "? (--show-secrets)";
     return std::to_string(imageOffset(block, options_));
   }

@@ -92,11 +92,10 @@ Status printed(BkoqStatus status, const std::string& missing) {
 struct Source {
   Status status = kFailed;
   OwnedTree tree;
-  std::string image;    // in which the tree lies, if it lies in one
-  std::string problem;  // with an image; "" when nothing is wrong
-  // Of a salvaged image.
-  std::unique_ptr<std::uint32_t, void (*)(void*)> offsets{nullptr, std::free};
-  unsigned int doubtfulFrom = 0;
+  // In which the tree lies, if it lies in one; after a salvaged image there is room for it.
+  std::string image;
+  std::string problem;            // with an image; "" when nothing is wrong
+  unsigned int doubtfulFrom = 0;  // of a salvaged image
 };
 
 std::string missingPath(const OwnedTree& tree, const std::string& path) {
@@ -118,7 +117,7 @@ Status printPlace(const OwnedTree& tree, const std::string& place, const BkoqPri
   unsigned int block = 0;
   unsigned int offset = 0;
   if (parseFilePlace(place, offset)) {
-    if (places.image == nullptr && places.offsets == nullptr) {
+    if (places.image == nullptr) {
       return fail("--at " + place + " goes with an image, not with a job file");
     }
     return printed(
@@ -143,7 +142,6 @@ Status printTree(const OwnedTree& tree, const Request& request, BkoqSink sink, v
   BkoqImagePlaces places = {};
   if (source != nullptr) {
     places.image = source->image.empty() ? nullptr : source->image.data();
-    places.offsets = source->offsets.get();
     places.doubtfulFrom = source->doubtfulFrom;
   }
   if (!request.field.empty()) {
@@ -247,17 +245,19 @@ class Doubts {
   unsigned int count_ = 0;
 };
 
-Source salvageImage(const std::string& content, const std::string& file) {
+Source salvageImage(std::string content, const std::string& file) {
   Source source;
+  source.image = std::move(content);
+  const std::size_t size = source.image.size();
+  source.image.append(BKOQ_SALVAGE_ROOM, '\0');
   BkoqLayout layout = BKOQ_LAYOUT_CURRENT;
   void* root = nullptr;
   BkoqSalvage salvage = {};
   Doubts doubts(shownName(file));
-  const BkoqStatus status = bkoqSalvageImage(content.data(), content.size(), &layout, &root,
-                                             Doubts::add, &doubts, &salvage);
+  const BkoqStatus status =
+      bkoqSalvageImage(&source.image[0], size, &layout, &root, Doubts::add, &doubts, &salvage);
   doubts.end();
-  source.tree = OwnedTree(root, layout);
-  source.offsets.reset(salvage.offsets);
+  source.tree = OwnedTree(root, layout, true);
   source.doubtfulFrom = salvage.doubtfulFrom;
   source.problem = doubts.words();
   if (status == BKOQ_OK && salvage.doubts == 0) source.status = kDone;
@@ -429,10 +429,9 @@ Status showCommand(const Request& request) {
     }
     Source source;
     if (request.salvage) {
-      source = salvageImage(content, file);
+      source = salvageImage(std::move(content), file);
     } else {
       source = readImage(std::move(content), file, "; --salvage shows all that can still be read");
-      content.clear();
     }
     if (source.tree.root() == nullptr) return source.status;
     // Of a bad image what could be read.
@@ -442,10 +441,10 @@ Status showCommand(const Request& request) {
         request.html ? printPage({baseName(file), {whole}, false, false, source.problem}, request)
                      : printTree(source.tree, request, bkoqFileSink, stdout, &source);
     if (status == kDone && request.annotate && request.salvage) {
-      const auto ranges =
-          leftovers(source.tree.root(), source.tree.layout(), source.offsets.get(), content);
+      const std::string_view image(source.image.data(), source.image.size() - BKOQ_SALVAGE_ROOM);
+      const auto ranges = leftovers(source.tree.root(), source.tree.layout(), image);
       status =
-          printed(printLeftovers(ranges, content, request.showSecrets, bkoqFileSink, stdout), "");
+          printed(printLeftovers(ranges, image, request.showSecrets, bkoqFileSink, stdout), "");
     }
     return source.status == kDone ? status : source.status;
   }
