@@ -120,6 +120,7 @@ class Salvager {
     if (start == 0) return;
     ++blocks_;
     lastHasTexts_ = field.target() == nullptr;
+    lastIsSecret_ = lastHasTexts_ && field.def().secret != Secret::kNone;
     if (field.target() != nullptr) {
       endTexts(start);
       readElements(field, start, position);
@@ -141,6 +142,20 @@ class Salvager {
       doubt(BKOQ_IMAGE_OVERLAP, nextBlock(), position, words("blocks that take the image once"),
             words("more"), words("not read: too much leads to the same bytes"));
       return 0;
+    }
+    // Texts that run into one another: what is secret is to be found in no other text.
+    const bool isInTextBefore =
+        lastHasTexts_ && offset > last_ && offset < next_ && offset % kAlignment == 0;
+    const bool isSecret = field.def().secret != Secret::kNone;
+    if (isInTextBefore && lastIsSecret_ && !leadsOn(field, offset)) {
+      doubt(BKOQ_IMAGE_OVERLAP, nextBlock(), position, words("offset %u", unsigned{next_}),
+            words("offset %u", unsigned{offset}), words("not read: it leads into a secret"));
+      return 0;
+    }
+    if (isInTextBefore && isSecret && !lastIsSecret_) {
+      endTexts(offset);
+      shift_ = 0;
+      return offset;
     }
     if (isTakenLater(offset, position)) {
       doubt(BKOQ_IMAGE_OVERLAP, nextBlock(), position, words("null"),
@@ -300,13 +315,13 @@ class Salvager {
                           field.kind() == FieldKind::kTwoTexts});
   }
 
-  // Records begin at `start`: whatever text runs into them has lost its end, and ends before them.
+  // Records or a secret begin at `start`: whatever text runs into them has lost its end, and ends
+  // before them.
   void endTexts(std::uint32_t start) {
     for (const OpenText& text : openTexts_) {
       if (text.end <= start) continue;
       doubt(BKOQ_IMAGE_OVERLAP, text.block, text.start, words("an end before %u", unsigned{start}),
-            words("%u", unsigned{text.end}),
-            words("cut off: the text runs into the records that come here"));
+            words("%u", unsigned{text.end}), words("cut off: the text runs into what comes here"));
       const std::uint32_t end = start - 1;
       if (mode_ == Mode::kRepair) image_[end] = 0;
       if (text.areTwo && mode_ == Mode::kRepair) image_[end - 1] = 0;
@@ -353,6 +368,7 @@ class Salvager {
   std::uint32_t blocks_ = 0;
   std::uint32_t last_ = 0;  // where the last block began
   bool lastHasTexts_ = false;
+  bool lastIsSecret_ = false;
   std::uint32_t next_ = kHeaderSize;  // where the next one must begin
   std::uint32_t shift_ = 0;           // what an offset that was not believed lacked
   std::uint64_t read_ = 0;

@@ -295,7 +295,7 @@ TEST(Salvage, EndsATextBeforeTheRecordsThatItRunsInto) {
   seal(image);
   const Salvaged result = salvage(image);
   EXPECT_TRUE(has(result.text, "\"bravooo\" ")) << result.text;
-  EXPECT_TRUE(has(result.doubts, "cut off: the text runs into the records that come here"));
+  EXPECT_TRUE(has(result.doubts, "cut off: the text runs into what comes here"));
   for (const char* text : {"alpha", "/charlie", "/delta", "/echo", "/foxtrot"}) {
     EXPECT_TRUE(has(result.text, "\"" + std::string(text) + "\"")) << text << result.doubts;
   }

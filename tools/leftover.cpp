@@ -91,12 +91,12 @@ BkoqStatus printLeftovers(const std::vector<ByteRange>& ranges, std::string_view
   std::size_t count = 0;
   for (const ByteRange& range : ranges) count += range.end - range.begin;
   if (count == 0) return BKOQ_OK;
-  const std::string bytes = std::to_string(count) + (count == 1 ? " byte" : " bytes");
   if (!showSecrets) {
-    const std::string text = "\nin no block: " + bytes +
-                             "; --show-secrets prints them, since nothing says what they are\n";
+    const std::string text =
+        "\nin no block: more bytes; --show-secrets prints them, since nothing says what they are\n";
     return put(sink, user, text) ? BKOQ_OK : BKOQ_SINK_FAILED;
   }
+  const std::string bytes = std::to_string(count) + (count == 1 ? " byte" : " bytes");
   if (!put(sink, user, "\nin no block: " + bytes + "\n")) return BKOQ_SINK_FAILED;
   for (const ByteRange& range : ranges) {
     for (std::uint32_t at = range.begin; at < range.end; at += kPerLine) {

@@ -21,7 +21,7 @@ struct ByteRange {
 std::vector<ByteRange> leftovers(const void* root, BkoqLayout layout, std::string_view image);
 
 // Prints them for people, since they may be what was looked for. They may be secret as well: unless
-// secrets are to be shown, it is only said how many there are.
+// secrets are to be shown, it is only said that there are some.
 BkoqStatus printLeftovers(const std::vector<ByteRange>& ranges, std::string_view image,
                           bool showSecrets, BkoqSink sink, void* user);
 
