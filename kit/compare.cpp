@@ -209,13 +209,14 @@ void putSide(Output& out, Side side, bool showSecrets) {
   if (side == nullptr) return out.put("absent");
   const Block block = blockOf(*side);
   if (block.bytes != nullptr && side->target() != nullptr) {
-    return out.put(contentName(*side, block));
+    return putContentName(out, *side, block);
   }
-  Value value = describe(*side, block);
+  Value value;
+  describe(*side, block, value);
   if (value.hasTexts) value.lead.clear();
   putValue(out, value, *side, block, showSecrets);
-  if (!value.comment.empty() && side->kind() != FieldKind::kReserved) {
-    out.put(" (" + value.comment + ")");
+  if (!value.comment.isEmpty() && side->kind() != FieldKind::kReserved) {
+    out.put(" (", value.comment, ")");
   }
 }
 
@@ -249,18 +250,16 @@ std::string otherName(const Difference& difference) {
 }
 
 void putTextLine(Output& out, const Difference& difference, bool showSecrets, const Style& style) {
-  out.put(style.name(difference.path.text()));
+  out.put(style.nameStart(), difference.path.text(), style.end());
   const bool isElsewhere = std::strcmp(difference.path.text(), difference.otherPath.text()) != 0;
   if (isElsewhere && difference.change != BKOQ_MOVED) {
-    out.put(" / " + style.name(otherName(difference)));
+    out.put(" / ", style.nameStart(), otherName(difference), style.end());
   }
-  out.put(" " +
-          style.faint("(" + std::string(difference.record) + "+" +
-                      std::to_string(difference.offset) + ")") +
-          ": ");
+  out.put(" ", style.faintStart(), "(", difference.record, "+", decimal(difference.offset), ")",
+          style.end(), ": ");
   if (difference.change == BKOQ_MOVED) {
     putElement(out, difference);
-    return out.put(" moved to " + style.name(difference.otherPath.text()) + "\n");
+    return out.put(" moved to ", style.nameStart(), difference.otherPath.text(), style.end(), "\n");
   }
   out.put(style.removedStart());
   putOld(out, difference, showSecrets);
@@ -269,7 +268,9 @@ void putTextLine(Output& out, const Difference& difference, bool showSecrets, co
   out.put(style.textStart());
   putNew(out, difference, showSecrets);
   out.put(style.end());
-  if (isMasked(difference, showSecrets)) out.put(" " + style.faint("(masked)"));
+  if (isMasked(difference, showSecrets)) {
+    out.put(" ", style.faintStart(), "(masked)", style.end());
+  }
   out.put("\n");
 }
 
@@ -282,7 +283,7 @@ void putJsonSide(Output& out, Side side, bool showSecrets) {
 
 void putJsonElement(Output& out, const Difference& difference, bool isThere) {
   if (!isThere) return out.put("null");
-  out.put("{\"kind\": \"record\", \"value\": \"" + std::string(difference.record) + "\"");
+  out.put("{\"kind\": \"record\", \"value\": \"", difference.record, "\"");
   if (difference.name != nullptr) {
     out.put(", \"name\": ");
     putJsonText(out, difference.name);
@@ -304,10 +305,12 @@ const char* changeName(BkoqChange change) {
 }
 
 void putJsonDifference(Output& out, const Difference& difference, bool showSecrets) {
-  out.put(std::string("{\"change\": \"") + changeName(difference.change) +
-          "\", \"path\": " + jsonQuoted(difference.path.text()) + ", \"otherPath\": " +
-          jsonQuoted(difference.otherPath.text()) + ", \"record\": \"" + difference.record +
-          "\", \"offset\": " + std::to_string(difference.offset) + ", \"old\": ");
+  out.put("{\"change\": \"", changeName(difference.change), "\", \"path\": ");
+  putJsonText(out, difference.path.text());
+  out.put(", \"otherPath\": ");
+  putJsonText(out, difference.otherPath.text());
+  out.put(", \"record\": \"", difference.record, "\", \"offset\": ", decimal(difference.offset),
+          ", \"old\": ");
   if (difference.change == BKOQ_CHANGED) {
     putJsonSide(out, difference.first, showSecrets);
     out.put(", \"new\": ");
@@ -346,8 +349,8 @@ BkoqStatus printDifferences(const RecordView& first, const RecordView& second,
   const Style style(options.colour != 0);
   Output out(sink, user);
   if (isJson) {
-    out.put(jsonStart("bkoq-differences") + ",\n  \"layouts\": [\"" + layoutName(first.layout) +
-            "\", \"" + layoutName(second.layout) + "\"],\n  \"differences\": [");
+    out.put(jsonStart("bkoq-differences"), ",\n  \"layouts\": [\"", layoutName(first.layout),
+            "\", \"", layoutName(second.layout), "\"],\n  \"differences\": [");
   }
   compare(first, second, [&](const Difference& difference) {
     if (!isWanted(difference, paths)) return !out.failed();

@@ -85,6 +85,7 @@ class ImageReader {
   // `place` is where the record lies in the image.
   bool readRecord(const RecordView& record, std::uint32_t place) {
     return forEachField(record, [&](const FieldView& field) {
+      if (!field.def().isPointer() && field.def().kind != FieldKind::kEmbedded) return true;
       const Path::Mark mark = path_.append(field.def().name);
       const bool isRead = readField(field, place + field.def().offset);
       if (isRead) path_.cut(mark);
@@ -96,7 +97,6 @@ class ImageReader {
     if (field.def().kind == FieldKind::kEmbedded) {
       return readRecord(field.elementAt(field.bytes()), position);
     }
-    if (!field.def().isPointer()) return true;
     const std::uint32_t offset = word(position);
     if (offset == 0) return true;
     if (!field.pointsSomewhere()) {

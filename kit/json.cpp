@@ -6,24 +6,19 @@
 namespace bkoq::kit {
 namespace {
 
-std::string member(const char* name, const std::string& value) {
-  return std::string(", \"") + name + "\": " + value;
-}
-
-std::string byteArray(const FieldView& field) {
-  std::string array = "[";
-  for (std::uint32_t i = 0; i < field.def().width; ++i) {
-    array += (i > 0 ? ", " : "") + std::to_string(field.bytes()[i]);
-  }
-  return array + "]";
-}
-
 // A comparison looks at blocks outside a walk, where they have no number.
-std::string labelMember(const Block& block) {
-  return block.label != 0 ? member("block", std::to_string(block.label)) : "";
+void putLabelMember(Output& out, const Block& block) {
+  if (block.label != 0) out.put(", \"block\": ", decimal(block.label));
 }
 
-std::string sizeMember(const Block& block) { return member("size", std::to_string(block.size)); }
+void putSizeMember(Output& out, const Block& block) {
+  out.put(", \"size\": ", decimal(block.size));
+}
+
+void putWordMember(Output& out, std::string_view word) {
+  out.put(", \"word\": ");
+  putJsonText(out, word);
+}
 
 // The texts of a block: one, or a list.
 void putTexts(Output& out, const FieldView& field, const Block& block, bool showSecrets) {
@@ -39,12 +34,12 @@ void putTexts(Output& out, const FieldView& field, const Block& block, bool show
 
 void putTextMembers(Output& out, const FieldView& field, const Block& block, bool showSecrets) {
   const bool isAnyMasked = isMasked(field, block, showSecrets);
-  out.put(labelMember(block));
+  putLabelMember(out, block);
   // The size would tell the length of what is masked.
-  if (!isAnyMasked) out.put(sizeMember(block));
+  if (!isAnyMasked) putSizeMember(out, block);
   out.put(", \"value\": ");
   putTexts(out, field, block, showSecrets);
-  if (isAnyMasked) out.put(member("masked", "true"));
+  if (isAnyMasked) out.put(", \"masked\": true");
 }
 
 // Numbers and flags are told in both ways in which people write them.
@@ -62,17 +57,18 @@ std::string jsonStart(const char* format) {
 
 void putJsonValue(Output& out, const FieldView& field, const Block& block, bool showSecrets) {
   const FieldKind kind = field.kind();
-  out.put(std::string("\"kind\": \"") + kindName(kind) + "\"");
+  out.put("\"kind\": \"", kindName(kind), "\"");
   if (field.pointsSomewhere()) {
     if (block.bytes == nullptr) {
       if (field.count() > 0 && kind != FieldKind::kRecord) {
-        out.put(member("count", std::to_string(field.count())));
+        out.put(", \"count\": ", decimal(field.count()));
       }
-      return out.put(member("value", "null"));
+      return out.put(", \"value\": null");
     }
     if (field.target() != nullptr) {
-      return out.put(labelMember(block) + sizeMember(block) +
-                     member("count", std::to_string(block.count)));
+      putLabelMember(out, block);
+      putSizeMember(out, block);
+      return out.put(", \"count\": ", decimal(block.count));
     }
     return putTextMembers(out, field, block, showSecrets);
   }
@@ -81,30 +77,35 @@ void putJsonValue(Output& out, const FieldView& field, const Block& block, bool 
       return;
     case FieldKind::kReserved:
     case FieldKind::kByteList:
-      return out.put(member("value", byteArray(field)));
+      out.put(", \"value\": [");
+      putByteList(out, field, ", ");
+      return out.put("]");
     case FieldKind::kTime:
     case FieldKind::kClientTime: {
       const auto seconds = static_cast<std::int32_t>(field.number());
-      out.put(member("value", std::to_string(seconds)));
-      if (seconds != 0) out.put(member("date", "\"" + clockDate(seconds) + "\""));
+      out.put(", \"value\": ", decimal(seconds));
+      if (seconds != 0) out.put(", \"date\": \"", clockDate(seconds), "\"");
       return;
     }
     case FieldKind::kOpaque:
       // An address means nothing to anyone else.
       if (field.def().isPointer()) {
-        return out.put(member("value", field.pointer() == nullptr ? "null" : "\"not followed\""));
+        return out.put(field.pointer() == nullptr ? ", \"value\": null"
+                                                  : ", \"value\": \"not followed\"");
       }
       break;
     default:
       break;
   }
-  out.put(member("value", std::to_string(field.number())));
-  if (hasHex(kind)) {
-    out.put(member("hex", "\"" + hexNumber(field.number(), field.def().width) + "\""));
+  const std::uint32_t number = field.number();
+  out.put(", \"value\": ", decimal(number));
+  if (hasHex(kind)) out.put(", \"hex\": \"", hexNumber(number, field.def().width), "\"");
+  if (kind == FieldKind::kFlags) {
+    // None of the names needs an escape.
+    if (putBitNames(out, field, ", \"word\": \"")) out.put("\"");
+  } else if (const char* word = field.word()) {
+    putWordMember(out, word);
   }
-  const std::string names = kind == FieldKind::kFlags ? bitNames(field) : "";
-  if (!names.empty()) out.put(member("word", jsonQuoted(names)));
-  if (field.word() != nullptr) out.put(member("word", jsonQuoted(field.word())));
 }
 
 void putPlainValue(Output& out, const FieldView& field, const Block& block, bool showSecrets) {
@@ -118,17 +119,19 @@ void putPlainValue(Output& out, const FieldView& field, const Block& block, bool
       return;
     case FieldKind::kReserved:
     case FieldKind::kByteList:
-      return out.put(byteArray(field));
+      out.put("[");
+      putByteList(out, field, ", ");
+      return out.put("]");
     case FieldKind::kTime:
     case FieldKind::kClientTime:
-      return out.put(std::to_string(static_cast<std::int32_t>(field.number())));
+      return out.put(decimal(static_cast<std::int32_t>(field.number())));
     case FieldKind::kOpaque:
       if (field.def().isPointer()) return out.put("null");
       break;
     default:
       break;
   }
-  out.put(std::to_string(field.number()));
+  out.put(decimal(field.number()));
 }
 
 }  // namespace bkoq::kit

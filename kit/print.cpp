@@ -47,11 +47,11 @@ class Finder : public WalkHandler {
   Finder(const Scope& scope) : scope_(scope) {}
 
   bool beginRecord(const RecordView& record, const Position& at) {
-    isFound_ |= record.def == scope_.only || scope_.isExactly(at.path.text());
+    isFound_ |= record.def == scope_.only || scope_.isExactly(at.path);
     return !isFound_;
   }
   bool field(const FieldView&, const Block&, const Position& at) {
-    isFound_ |= scope_.isExactly(at.path.text());
+    isFound_ |= scope_.isExactly(at.path);
     return !isFound_;
   }
   bool isFound() const { return isFound_; }
@@ -99,20 +99,23 @@ class PlacePrinter : public WalkHandler {
     isFound_ = true;
     if (isJson_) {
       putJsonStart(at);
-      out_.put(", \"byte\": " + std::to_string(byte) + ", \"record\": \"" +
-               field.record().def->name + "\", \"fieldOffset\": " + std::to_string(def.offset) +
-               ", \"width\": " + std::to_string(def.width) +
-               ", \"meaning\": " + jsonQuoted(def.meaning) + ", ");
+      out_.put(", \"byte\": ", decimal(byte), ", \"record\": \"", field.record().def->name,
+               "\", \"fieldOffset\": ", decimal(def.offset), ", \"width\": ", decimal(def.width),
+               ", \"meaning\": ");
+      putJsonText(out_, def.meaning);
+      out_.put(", ");
       putJsonValue(out_, field, block, showSecrets_);
       return out_.put("}\n}\n");
     }
-    const Value value = describe(field, block);
-    out_.put(placeName(block_, offset_) + ": byte " + std::to_string(byte) + " of " +
-             at.path.text() + ", " + field.record().def->name + "+" + std::to_string(def.offset) +
-             ", " + counted(def.width, "byte", "bytes") + "\n" + def.name + ": ");
+    Value value;
+    describe(field, block, value);
+    out_.put(placeName(block_, offset_), ": byte ", decimal(byte), " of ", at.path.text(), ", ",
+             field.record().def->name, "+", decimal(def.offset), ", ");
+    putCounted(out_, def.width, "byte", "bytes");
+    out_.put("\n", def.name, ": ");
     putValue(out_, value, field, block, showSecrets_);
-    out_.put((value.comment.empty() ? "" : "  " + value.comment) + "\nmeaning: " + def.meaning +
-             "\n");
+    if (!value.comment.isEmpty()) out_.put("  ", value.comment);
+    out_.put("\nmeaning: ", def.meaning, "\n");
   }
 
   void putTextPlace(const FieldView& field, const Block& block, const Position& at) {
@@ -135,29 +138,34 @@ class PlacePrinter : public WalkHandler {
 
   void putText(const FieldView& field, const Block& block, const Position& at,
                const ShownText& shown, std::uint32_t index, bool isHidden, bool isNul) {
-    const std::string byte = std::to_string(offset_ - byte_);
+    const Characters<11> byte = decimal(offset_ - byte_);
     if (isJson_) {
       putJsonStart(at);
-      if (!isHidden) out_.put(", \"byte\": " + byte);
-      out_.put(", \"text\": " + std::to_string(index + 1) +
-               ", \"texts\": " + std::to_string(block.count) + ", \"value\": ");
+      if (!isHidden) out_.put(", \"byte\": ", byte);
+      out_.put(", \"text\": ", decimal(index + 1), ", \"texts\": ", decimal(block.count),
+               ", \"value\": ");
       putJsonText(out_, shown.kept, shown.isMasked ? kMask : "");
       if (shown.isMasked) out_.put(", \"masked\": true");
-      return out_.put(", \"meaning\": " + jsonQuoted(field.def().meaning) + "}\n}\n");
+      out_.put(", \"meaning\": ");
+      putJsonText(out_, field.def().meaning);
+      return out_.put("}\n}\n");
     }
-    const std::string place = isHidden ? "in or after what is masked"
-                              : isNul  ? "the NUL"
-                                       : "byte " + byte;
-    out_.put(placeName(block_, offset_) + ": " + place + " of text " + std::to_string(index + 1) +
-             " of " + std::to_string(block.count) + " of " + at.path.text() + "\ntext: ");
+    out_.put(placeName(block_, offset_), ": ");
+    if (isHidden || isNul) {
+      out_.put(isHidden ? "in or after what is masked" : "the NUL");
+    } else {
+      out_.put("byte ", byte);
+    }
+    out_.put(" of text ", decimal(index + 1), " of ", decimal(block.count), " of ", at.path.text(),
+             "\ntext: ");
     kit::putText(out_, shown);
-    out_.put(std::string("\nmeaning: ") + field.def().meaning + "\n");
+    out_.put("\nmeaning: ", field.def().meaning, "\n");
   }
 
   void putJsonStart(const Position& at) {
-    out_.put(jsonStart("bkoq-place") + ",\n  \"block\": " + std::to_string(block_) +
-             ",\n  \"offset\": " + std::to_string(offset_) + ",\n  \"place\": {\"path\": \"" +
-             at.path.text() + "\"");
+    out_.put(jsonStart("bkoq-place"), ",\n  \"block\": ", decimal(block_),
+             ",\n  \"offset\": ", decimal(offset_), ",\n  \"place\": {\"path\": \"", at.path.text(),
+             "\"");
   }
 
   std::uint32_t block_;

@@ -21,8 +21,8 @@ struct Scope {
   const char* note = "";  // what is to be said first
 
   // Whether a path is one that was asked for, or leads further into what is there.
-  bool holds(const char* other) const { return covers(path, other); }
-  bool isExactly(const char* other) const { return path != nullptr && matches(path, other); }
+  bool holds(const Path& other) const { return covers(path, other.text()); }
+  bool isExactly(const Path& other) const { return path != nullptr && matches(path, other.text()); }
 };
 
 // Each prints a tree in one form and returns whether anything was printed.

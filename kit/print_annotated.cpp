@@ -11,6 +11,7 @@ namespace {
 
 constexpr std::uint32_t kBytesPerLine = 8;
 constexpr std::size_t kHexColumns = kBytesPerLine * 3 - 1;
+constexpr std::size_t kOffsetColumns = 7;
 constexpr std::size_t kNameColumns = 30;
 constexpr std::size_t kValueColumns = 24;
 
@@ -55,11 +56,13 @@ class Annotator {
     block.size = job.def->size;
     const bool isPrinted = isShown(job);
     if (isPrinted || hasShownEmbedded(job)) {
-      beginBlock(block,
-                 std::string(job.def->name) + ", " + counted(job.def->size, "byte", "bytes"));
+      beginHeading(block);
+      out_.put(job.def->name, ", ");
+      putCounted(out_, job.def->size, "byte", "bytes");
+      endHeading(block);
     }
     std::uint32_t label = 1;
-    putRecord(job, 0, "", label);
+    putRecord(job, 0, {}, label);
     label = 1;
     descend(job, label);
     return isAnythingShown_;
@@ -77,7 +80,7 @@ class Annotator {
 
   // The lines of a record; `label` is the number of the last block before those that it leads to,
   // and moves on past them.
-  void putRecord(const RecordView& record, std::uint32_t offset, const std::string& prefix,
+  void putRecord(const RecordView& record, std::uint32_t offset, std::string_view prefix,
                  std::uint32_t& label) {
     forEachField(record, [&](const FieldView& field) {
       if (field.def().kind == FieldKind::kEmbedded) {
@@ -133,13 +136,16 @@ class Annotator {
     std::uint32_t last = label;
     const bool isPrinted = scope_.only == nullptr || field.target() == scope_.only;
     if (isPrinted && (block.count > 0)) {
-      beginBlock(block, headingOf(field, block) + ", " + counted(block.size, "byte", "bytes"));
+      beginHeading(block);
+      putHeading(field, block);
+      putCounted(out_, block.size, "byte", "bytes");
+      endHeading(block);
       for (std::uint32_t i = 0; i < block.count && !out_.failed(); ++i) {
         const Path::Mark mark = markElement(field, i);
         out_.put(path_.text());
         out_.put("\n");
         path_.cut(mark);
-        putRecord(field.elementAt(block.bytes + i * size), i * size, "", last);
+        putRecord(field.elementAt(block.bytes + i * size), i * size, {}, last);
       }
     }
     for (std::uint32_t i = 0; i < block.count && !out_.failed(); ++i) {
@@ -155,37 +161,50 @@ class Annotator {
     return path_.mark();
   }
 
-  std::string headingOf(const FieldView& field, const Block& block) const {
-    return std::string(path_.text()) + ": " + contentName(field, block);
-  }
-
-  void beginBlock(const Block& block, const std::string& what) {
+  // A heading is what comes between these two.
+  void beginHeading(const Block& block) {
     if (isAnythingShown_) out_.put("\n");
     isAnythingShown_ = true;
-    std::string heading = "#" + std::to_string(block.label) + "  " + what;
-    const std::string place = filePlace(block);
-    if (!place.empty()) heading += ", file " + place;
-    out_.put(style_.heading(heading));
-    if (isDoubtful(block.label, options_)) out_.put("  " + style_.alarm("doubtful"));
+    out_.put(style_.headingStart(), "#", decimal(block.label), "  ");
+  }
+  void endHeading(const Block& block) {
+    putFilePlace(block);
+    out_.put(style_.end());
+    if (isDoubtful(block.label, options_)) {
+      out_.put("  ", style_.alarmStart(), "doubtful", style_.end());
+    }
     out_.put("\n");
+  }
+  void putHeading(const FieldView& field, const Block& block) {
+    out_.put(path_.text(), ": ");
+    putContentName(out_, field, block);
+    out_.put(", ");
   }
 
   // Where the block lies in its image. After a masked text this would tell how long the text is.
-  std::string filePlace(const Block& block) const {
-    if (options_.places.image == nullptr && options_.places.offsets == nullptr) return "";
-    if (isAnythingMasked_) return "? (--show-secrets)";
-    return std::to_string(imageOffset(block, options_));
+  void putFilePlace(const Block& block) {
+    if (options_.places.image == nullptr && options_.places.offsets == nullptr) return;
+    if (isAnythingMasked_) return out_.put(", file ? (--show-secrets)");
+    out_.put(", file ", decimal(imageOffset(block, options_)));
   }
 
   void putTexts(const FieldView& field, const Block& block) {
     const bool showSecrets = options_.showSecrets != 0;
     const bool isAnyMasked = isMasked(field, block, showSecrets);
-    beginBlock(block, headingOf(field, block) + ", " +
-                          (isAnyMasked ? "masked" : counted(block.size, "byte", "bytes")));
+    beginHeading(block);
+    putHeading(field, block);
+    if (isAnyMasked) {
+      out_.put("masked");
+    } else {
+      putCounted(out_, block.size, "byte", "bytes");
+    }
+    endHeading(block);
     bool isPlaceKnown = true;
     std::uint32_t offset = 0;
     forEachText(field, block, showSecrets, [&](const ShownText& shown, std::uint32_t index) {
-      const std::string name = block.count > 1 ? "text " + std::to_string(index + 1) : "text";
+      Phrase name;
+      name.put("text");
+      if (block.count > 1) name.put(" ", decimal(index + 1));
       putText(name, shown, isPlaceKnown, offset);
       isPlaceKnown = isPlaceKnown && !shown.isMasked;
       return !out_.failed();
@@ -194,95 +213,161 @@ class Annotator {
 
   // One text: its bytes, a line for each few of them, then its NUL. Of what is masked, and of what
   // follows it in the block, no line tells where it ends.
-  void putText(const std::string& name, const ShownText& shown, bool isPlaceKnown,
+  void putText(std::string_view name, const ShownText& shown, bool isPlaceKnown,
                std::uint32_t& offset) {
     const auto length = static_cast<std::uint32_t>(shown.kept.size());
-    const auto place = [&](std::uint32_t at) {
-      return isPlaceKnown ? std::to_string(offset + at) : std::string("?");
+    const auto putPlace = [&](std::uint32_t at) {
+      if (isPlaceKnown) {
+        putOffset(decimal(offset + at));
+      } else {
+        putOffset("?");
+      }
     };
     for (std::uint32_t i = 0; i < length && !out_.failed(); i += kBytesPerLine) {
       const std::string_view piece = shown.kept.substr(i, kBytesPerLine);
-      const auto* bytes = reinterpret_cast<const std::uint8_t*>(piece.data());
-      putLine(place(i), hexBytes(bytes, piece.size()), i == 0 ? name : "", quoted(piece), "");
+      putPlace(i);
+      putBytes(reinterpret_cast<const std::uint8_t*>(piece.data()), piece.size());
+      putName(i == 0 ? name : std::string_view());
+      if (plainStart(piece) == piece.size()) {
+        putGap();
+        out_.put("\"", piece, "\"");
+      } else {
+        putPiece(quoted(piece));
+      }
+      endLine();
     }
+    putPlace(length);
     if (shown.isMasked) {
-      putLine(place(length), "**", length == 0 ? name : "", kMask, "not shown");
+      putCells("**", length == 0 ? name : std::string_view(), kMask, "not shown");
     } else {
-      const char* meaning = length == 0 ? "end of an empty text" : "end of the text";
-      putLine(place(length), "00", "NUL", "", meaning);
+      putCells("00", "NUL", "", length == 0 ? "end of an empty text" : "end of the text");
     }
     offset += length + 1;
   }
 
   void putField(const FieldView& field, const Block& block, std::uint32_t recordOffset,
-                const std::string& prefix) {
-    const Value value = describe(field, block);
-    const std::string shown = block.label != 0 && field.target() == nullptr
-                                  ? "#" + std::to_string(block.label)
-                                  : value.lead;
-    std::string meaning = field.def().meaning;
-    if (field.kind() == FieldKind::kReserved && value.isAlarming) {
-      meaning = "reserved, but NOT ZERO";
-    } else if (field.kind() == FieldKind::kFlags) {
-      if (!bitNames(field).empty()) meaning += " (" + bitNames(field) + ")";
-    } else if (!value.comment.empty() && (value.isAlarming || !field.pointsSomewhere()) &&
-               field.kind() != FieldKind::kReserved) {
-      meaning += " (" + value.comment + ")";
+                std::string_view prefix) {
+    Value& value = value_;
+    describe(field, block, value);
+    const FieldDef& def = field.def();
+    // Addresses differ from run to run, so the bytes of a pointer are not shown.
+    const bool isAddress = def.isPointer() && field.pointer() != nullptr;
+    std::uint32_t size = std::min<std::uint32_t>(def.width, kBytesPerLine);
+    putOffset(decimal(recordOffset + def.offset));
+    if (isAddress) {
+      putPiece("pp pp pp pp");
+      gap_ = kHexColumns - 11 + 2;
+    } else {
+      putBytes(field.bytes(), size);
     }
-    putBytes(recordOffset + field.def().offset, hexOf(field), prefix + field.def().name,
-             decimalAndHex(field, shown), meaning, value.isAlarming);
+    if (prefix.empty()) {
+      putName(def.nameText());
+    } else {
+      putName(std::string(prefix) + def.name);
+    }
+    putCell(field, block, value);
+    putMeaning(field, value);
+    endLine();
+    // Long fields take several lines; what they mean is on the first.
+    for (std::uint32_t at = size; at < def.width; at += size) {
+      size = std::min<std::uint32_t>(def.width - at, kBytesPerLine);
+      putOffset(decimal(recordOffset + def.offset + at));
+      putBytes(field.bytes() + at, size);
+      putName({});
+      endLine();
+    }
   }
 
-  // Addresses differ from run to run, so the bytes of a pointer are not shown.
-  static std::string hexOf(const FieldView& field) {
-    const bool isAddress = field.def().isPointer() && field.pointer() != nullptr;
-    return isAddress ? "pp pp pp pp" : hexBytes(field.bytes(), field.def().width);
-  }
-
-  static std::string decimalAndHex(const FieldView& field, const std::string& shown) {
+  // The value, in decimal and hex where it is a number.
+  void putCell(const FieldView& field, const Block& block, const Value& value) {
+    const std::uint32_t number = field.number();
+    Phrase cell;
     switch (field.kind()) {
       case FieldKind::kNumber:
       case FieldKind::kCount:
       case FieldKind::kFlags:
+        cell.put(decimal(number), " = ", hexNumber(number, field.def().width));
+        break;
       case FieldKind::kTime:
-      case FieldKind::kClientTime: {
-        const bool isSigned =
-            field.kind() == FieldKind::kTime || field.kind() == FieldKind::kClientTime;
-        const std::uint32_t value = field.number();
-        return (isSigned ? std::to_string(static_cast<std::int32_t>(value))
-                         : std::to_string(value)) +
-               " = " + hexNumber(value, field.def().width);
-      }
+      case FieldKind::kClientTime:
+        cell.put(decimal(static_cast<std::int32_t>(number)), " = ",
+                 hexNumber(number, field.def().width));
+        break;
       case FieldKind::kReserved:
-        return "";
+        break;
       default:
-        return shown;
+        if (block.label != 0 && field.target() == nullptr) {
+          cell.put("#", decimal(block.label));
+        } else {
+          return putPadded(value.lead, kValueColumns);
+        }
     }
+    putPadded(cell, kValueColumns);
   }
 
-  // Long fields take several lines; what they mean is on the first.
-  void putBytes(std::uint32_t offset, const std::string& hex, const std::string& name,
-                const std::string& value, const std::string& meaning, bool isAlarming) {
-    const std::size_t step = kBytesPerLine * 3;
-    for (std::size_t i = 0; i < hex.size(); i += step) {
-      const std::string part = hex.substr(i, step - 1);
-      const std::string at = std::to_string(offset + static_cast<std::uint32_t>(i / 3));
-      if (i == 0) {
-        putLine(at, part, name, value, isAlarming ? style_.alarm(meaning) : meaning);
-      } else {
-        putLine(at, part, "", "", "");
+  void putMeaning(const FieldView& field, const Value& value) {
+    const FieldKind kind = field.kind();
+    putGap();
+    if (value.isAlarming) out_.put(style_.alarmStart());
+    if (kind == FieldKind::kReserved && value.isAlarming) {
+      out_.put("reserved, but NOT ZERO");
+    } else {
+      out_.put(field.def().meaning);
+      if (kind == FieldKind::kFlags) {
+        if (putBitNames(out_, field, " (")) out_.put(")");
+      } else if (!value.comment.isEmpty() && (value.isAlarming || !field.pointsSomewhere()) &&
+                 kind != FieldKind::kReserved) {
+        out_.put(" (", value.comment, ")");
       }
     }
+    if (value.isAlarming) out_.put(style_.end());
   }
 
-  void putLine(const std::string& offset, const std::string& hex, const std::string& name,
-               const std::string& value, const std::string& meaning) {
-    std::string line = style_.faint(leftPadded(offset, 7)) + "  " + padded(hex, kHexColumns) +
-                       "  " + style_.name(padded(name, kNameColumns)) + "  " +
-                       padded(value, kValueColumns) + "  " + meaning;
-    while (line.back() == ' ') line.pop_back();
-    out_.put(line);
+  // A line is put together from cells. The spaces after a cell are written when another one comes,
+  // so that no line ends with any.
+  void putOffset(std::string_view offset) {
+    out_.put(style_.faintStart());
+    putRight(out_, offset, kOffsetColumns);
+    out_.put(style_.end());
+    gap_ = 2;
+  }
+  void putBytes(const std::uint8_t* bytes, std::size_t size) {
+    putGap();
+    putHex(out_, bytes, size);
+    gap_ = kHexColumns + 1 - 3 * size + 2;
+  }
+  void putName(std::string_view name) {
+    if (style_.nameStart().empty()) return putPadded(name, kNameColumns);
+    // The colour reaches as far as the spaces.
+    putGap();
+    out_.put(style_.nameStart());
+    putLeft(out_, name, kNameColumns);
+    out_.put(style_.end());
+    gap_ = 2;
+  }
+  void putCells(std::string_view hex, std::string_view name, std::string_view value,
+                std::string_view meaning) {
+    putPadded(hex, kHexColumns);
+    putName(name);
+    putPadded(value, kValueColumns);
+    putPiece(meaning);
+    endLine();
+  }
+  void putPadded(std::string_view text, std::size_t width) {
+    if (!text.empty()) putPiece(text);
+    gap_ += (text.size() < width ? width - text.size() : 0) + 2;
+  }
+  void putPiece(std::string_view text) {
+    putGap();
+    out_.put(text);
+  }
+  void putGap() {
+    out_.put(gap_, ' ');
+    gap_ = 0;
+  }
+  void endLine() {
     out_.put("\n");
+    gap_ = 0;
   }
 
   const Options& options_;
@@ -290,6 +375,8 @@ class Annotator {
   Output& out_;
   Style style_;
   Path path_;
+  Value value_;          // of the line
+  std::size_t gap_ = 0;  // spaces before the next cell
   bool isAnythingShown_ = false;
   bool isAnythingMasked_ = false;
 };
@@ -299,8 +386,8 @@ class Annotator {
 bool printAnnotated(const RecordView& job, const Options& options, const Scope& scope,
                     Output& out) {
   if (*scope.note != '\0') {
-    out.put(Style(options.colour != 0).alarm(scope.note));
-    out.put("\n");
+    const Style style(options.colour != 0);
+    out.put(style.alarmStart(), scope.note, style.end(), "\n");
   }
   return Annotator(options, scope, out).print(job);
 }

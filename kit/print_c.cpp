@@ -138,8 +138,9 @@ std::string codesOf(const FieldDef& field) {
   std::string text;
   std::string line = std::string("   ") + field.name + ":";
   for (const Word* word = field.words; word->name != nullptr; ++word) {
-    const std::string value = field.kind == FieldKind::kFlags ? hexNumber(word->value, field.width)
-                                                              : std::to_string(word->value);
+    const std::string value = field.kind == FieldKind::kFlags
+                                  ? std::string(hexNumber(word->value, field.width))
+                                  : std::to_string(word->value);
     const std::string next = " " + value + " " + word->name + (word[1].name != nullptr ? ";" : ".");
     if (line.size() + next.size() > kLineWidth - 3) {
       text += line + "\n";

@@ -25,11 +25,9 @@ class JsonPrinter : public WalkHandler {
     level.isShown = isStart || isRecordShown(record, at);
     if (!level.isShown) return !out_.failed();
     if (scope_.only != nullptr) {
-      out_.put(isAnythingShown_ ? ",\n" : "\n");
-      out_.put(indentOf(at));
+      putLine(isAnythingShown_ ? "," : "", at);
     } else if (at.depth > 0 && levels_[at.depth - 1].open == Open::kArray) {
-      out_.put(levels_[at.depth - 1].hasElements ? ",\n" : "\n");
-      out_.put(indentOf(at));
+      putLine(levels_[at.depth - 1].hasElements ? "," : "", at);
       levels_[at.depth - 1].hasElements = true;
     }
     if (isStart) beginMatch(at, isPlain_ ? "\"value\": " : "\"record\": ", false);
@@ -38,10 +36,10 @@ class JsonPrinter : public WalkHandler {
       out_.put("{");
       return !out_.failed();
     }
-    out_.put("{\"record\": \"" + std::string(record.def->name) + "\"");
-    if (scope_.only != nullptr) out_.put(", \"path\": \"" + std::string(at.path.text()) + "\"");
-    out_.put(", \"block\": " + std::to_string(at.block) + ", \"offset\": " +
-             std::to_string(at.blockOffset) + ", \"size\": " + std::to_string(record.def->size));
+    out_.put("{\"record\": \"", record.def->name, "\"");
+    if (scope_.only != nullptr) out_.put(", \"path\": \"", at.path.text(), "\"");
+    out_.put(", \"block\": ", decimal(at.block), ", \"offset\": ", decimal(at.blockOffset),
+             ", \"size\": ", decimal(record.def->size));
     if (isDoubtful(at.block, options_)) out_.put(", \"doubtful\": true");
     out_.put(", \"fields\": {");
     return !out_.failed();
@@ -54,11 +52,15 @@ class JsonPrinter : public WalkHandler {
     if (!isStart && (!level.isShown || isHidden(field, options_))) return !out_.failed();
     if (isStart) {
       beginMatch(at, "", true);
-      out_.put(isPlain_ ? "\"value\": "
-                        : std::string("\"field\": {\"name\": \"") + field.def().name + "\", ");
+      if (isPlain_) {
+        out_.put("\"value\": ");
+      } else {
+        out_.put("\"field\": {\"name\": \"", field.def().nameText(), "\", ");
+      }
     } else {
-      out_.put(std::string(level.hasFields ? "," : "") + "\n" + indentOf(at) + "  \"" +
-               field.def().name + (isPlain_ ? "\": " : "\": {"));
+      putLine(level.hasFields ? "," : "", at);
+      out_.put("  \"", field.def().nameText(), "\": ");
+      if (!isPlain_) out_.put("{");
     }
     level.hasFields = true;
     const bool isEmbedded = field.def().kind == FieldKind::kEmbedded;
@@ -84,20 +86,18 @@ class JsonPrinter : public WalkHandler {
     if (level.open == Open::kArray) out_.put("]");
     const bool wasOpen = level.open != Open::kNothing;
     level.open = Open::kNothing;
-    if (wasOpen) endField(at);
+    if (wasOpen) endField(at.depth);
   }
 
   bool endRecord(const RecordView&, const Position& at) {
     const Level& level = levels_[at.depth];
     if (!level.isShown) return !out_.failed();
-    if (level.hasFields) out_.put("\n" + indentOf(at));
+    if (level.hasFields) putLine("", at);
     out_.put(isPlain_ ? "}" : "}}");
     // An embedded record is no block, so nothing else ends its field.
     if (at.depth > 0 && levels_[at.depth - 1].open == Open::kEmbedded) {
       levels_[at.depth - 1].open = Open::kNothing;
-      Position outer = at;
-      --outer.depth;
-      endField(outer);
+      endField(at.depth - 1);
     } else if (isInMatch_ && !isFieldMatched_ && at.depth == firstDepth_) {
       endMatch();
     }
@@ -116,13 +116,11 @@ class JsonPrinter : public WalkHandler {
     Open open = Open::kNothing;
   };
 
-  bool startsMatch(const Position& at) const {
-    return !isInMatch_ && scope_.isExactly(at.path.text());
-  }
+  bool startsMatch(const Position& at) const { return !isInMatch_ && scope_.isExactly(at.path); }
   void beginMatch(const Position& at, const char* start, bool isField) {
     if (scope_.isPattern) {
       out_.put(isAnythingShown_ ? ",\n    " : "\n    ");
-      out_.put("{\"path\": \"" + std::string(at.path.text()) + "\", ");
+      out_.put("{\"path\": \"", at.path.text(), "\", ");
     }
     out_.put(start);
     isAnythingShown_ = true;
@@ -134,9 +132,9 @@ class JsonPrinter : public WalkHandler {
     isInMatch_ = false;
     if (scope_.isPattern) out_.put("}");
   }
-  void endField(const Position& at) {
+  void endField(unsigned int depth) {
     if (!isPlain_) out_.put("}");
-    if (isInMatch_ && isFieldMatched_ && at.depth == firstDepth_) endMatch();
+    if (isInMatch_ && isFieldMatched_ && depth == firstDepth_) endMatch();
   }
 
   void putField(const FieldView& field, const Block& block, const Position&, bool holdsRecords) {
@@ -145,8 +143,8 @@ class JsonPrinter : public WalkHandler {
       if (!holdsRecords) putPlainValue(out_, field, block, showSecrets);
       return;
     }
-    out_.put("\"offset\": " + std::to_string(field.def().offset) +
-             ", \"width\": " + std::to_string(field.def().width) + ", ");
+    out_.put("\"offset\": ", decimal(field.def().offset),
+             ", \"width\": ", decimal(field.def().width), ", ");
     putJsonValue(out_, field, block, showSecrets);
     if (block.label != 0 && isDoubtful(block.label, options_)) out_.put(", \"doubtful\": true");
   }
@@ -160,12 +158,13 @@ class JsonPrinter : public WalkHandler {
     return scope_.only == nullptr &&
            (options_.depth == 0 || at.depth - firstDepth_ + 1 < options_.depth);
   }
-  std::string indentOf(const Position& at) const {
-    if (scope_.only != nullptr || scope_.isPattern) {
-      const std::size_t inner = scope_.isPattern ? (at.depth - firstDepth_) * kIndent : 0;
-      return std::string(kIndent + inner, ' ');
-    }
-    return std::string(2 + (at.depth - firstDepth_) * kIndent, ' ');
+  // Ends a line and begins the next one.
+  void putLine(std::string_view end, const Position& at) {
+    out_.put(end, "\n");
+    std::size_t indent = 2 + (at.depth - firstDepth_) * kIndent;
+    if (scope_.only != nullptr) indent = kIndent;
+    if (scope_.isPattern) indent = kIndent + (at.depth - firstDepth_) * kIndent;
+    out_.put(indent, ' ');
   }
 
   const Options& options_;

@@ -244,7 +244,8 @@ class TypePrinter {
     if (field.kind == FieldKind::kFlags && field.words != nullptr) {
       for (const Word* word = field.words; word->name != nullptr; ++word) {
         line(6, id + "_" + idOf(word->name) + ":");
-        line(8, "value: (" + id + " & " + hexNumber(word->value, field.width) + ") != 0");
+        line(8,
+             "value: (" + id + " & " + std::string(hexNumber(word->value, field.width)) + ") != 0");
       }
     }
     if (!field.isPointer()) return;

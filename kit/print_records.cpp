@@ -123,8 +123,9 @@ std::string codesOf(const RecordDef& record, bool isMarkdown) {
   for (const FieldDef& field : record) {
     std::string codes;
     for (const Word& word : wordsOf(field)) {
-      const std::string value = field.kind == FieldKind::kFlags ? hexNumber(word.value, field.width)
-                                                                : std::to_string(word.value);
+      const std::string value = field.kind == FieldKind::kFlags
+                                    ? std::string(hexNumber(word.value, field.width))
+                                    : std::to_string(word.value);
       codes += (codes.empty() ? "" : "; ") + value + " " + word.name;
     }
     if (codes.empty()) continue;

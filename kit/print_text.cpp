@@ -1,5 +1,6 @@
 #include <algorithm>
 #include <cstring>
+#include <string_view>
 
 #include "kit/print.h"
 #include "kit/style.h"
@@ -10,6 +11,7 @@ namespace bkoq::kit {
 namespace {
 
 constexpr std::size_t kIndent = 4;
+constexpr std::size_t kOffsetColumns = 3;
 constexpr std::size_t kValueColumns = 12;  // numbers are padded to this, so that comments align
 constexpr std::size_t kLeastWidth = 40;
 constexpr std::size_t kLeastPiece = 16;  // of a text that is broken into lines
@@ -22,7 +24,7 @@ class TextPrinter : public WalkHandler {
   }
 
   bool beginRecord(const RecordView& record, const Position& at) {
-    const bool isStart = scope_.path != nullptr && !isInScope_ && scope_.holds(at.path.text());
+    const bool isStart = scope_.path != nullptr && !isInScope_ && scope_.holds(at.path);
     if (isStart) {
       isInScope_ = true;
       firstDepth_ = at.depth;
@@ -31,11 +33,14 @@ class TextPrinter : public WalkHandler {
     isAnythingShown_ |= isShownHere;
     // The rows of an embedded record follow the row that embeds it; every other one has a heading.
     if (isShownHere && (!isEmbedded_ || scope_.only != nullptr || isStart)) {
-      std::string heading = record.def->name;
-      if (at.path.length() > 0) heading += std::string(" ") + at.path.text();
-      out_.put(std::string(indentOf(at), ' ') + style_.heading(heading) + "  " +
-               style_.faint(placeName(at.block, at.blockOffset)));
-      if (isDoubtful(at.block, options_)) out_.put("  " + style_.alarm("doubtful"));
+      out_.put(indentOf(at), ' ');
+      out_.put(style_.headingStart(), record.def->name);
+      if (!at.path.isEmpty()) out_.put(" ", at.path.text());
+      out_.put(style_.end(), "  ", style_.faintStart(), placeName(at.block, at.blockOffset),
+               style_.end());
+      if (isDoubtful(at.block, options_)) {
+        out_.put("  ", style_.alarmStart(), "doubtful", style_.end());
+      }
       out_.put("\n");
     }
     isEmbedded_ = false;
@@ -49,20 +54,33 @@ class TextPrinter : public WalkHandler {
 
   bool field(const FieldView& field, const Block& block, const Position& at) {
     isEmbedded_ = field.def().kind == FieldKind::kEmbedded;
-    if (!isInScope_ && scope_.isExactly(at.path.text())) printAlone(field, block, at);
+    if (!isInScope_ && scope_.isExactly(at.path)) printAlone(field, block, at);
     if (!isShown(*field.record().def, at) || isHidden(field, options_)) return !out_.failed();
-    const Value value = describe(field, block);
+    Value& value = value_;
+    describe(field, block, value);
     const std::size_t indent = indentOf(at) + kIndent / 2;
-    const std::string offset = leftPadded(std::to_string(field.def().offset), 3);
-    const std::string name = padded(field.def().name, nameColumns(field.record()));
-    column_ = indent + offset.size() + 2 + columns(name) + 2;
+    const std::size_t nameColumns = columnsOfNames(*field.record().def);
+    const Characters<11> offset = decimal(field.def().offset);
+    const std::string_view name = field.def().nameText();
+    const std::size_t offsetColumns = std::max(std::string_view(offset).size(), kOffsetColumns);
+    column_ = indent + offsetColumns + 2 + nameColumns + 2;
 
-    out_.put(std::string(indent, ' ') + style_.faint(offset) + "  " + style_.name(name));
+    out_.put(indent, ' ');
+    out_.put(style_.faintStart());
+    putRight(out_, offset, offsetColumns);
+    out_.put(style_.end(), "  ", style_.nameStart());
+    putLeft(out_, name, nameColumns);
+    out_.put(style_.end());
     used_ = column_ - 2;
     gap_ = 2;
-    putPiece(value.isAlarming ? style_.alarm(value.lead) : value.lead, columns(value.lead));
+    if (value.isAlarming) {
+      putPiece(style_.alarmStart(), value.lead);
+    } else {
+      putPiece({}, value.lead);
+    }
     if (value.hasTexts) putTexts(value, field, block);
-    putComment(value, commentOf(field, block, value, at));
+    completeComment(field, block, value, at);
+    putComment(value);
     out_.put("\n");
     return !out_.failed();
   }
@@ -84,42 +102,47 @@ class TextPrinter : public WalkHandler {
   void printAlone(const FieldView& field, const Block& block, const Position& at) {
     isAnythingShown_ = true;  // an array may be empty
     if (field.target() != nullptr && (block.bytes != nullptr || isEmbedded_)) return;
-    Value value = describe(field, block);
+    Value& value = value_;
+    describe(field, block, value);
     if (value.hasTexts) value.lead.clear();
-    if (scope_.isPattern) out_.put(style_.name(at.path.text()) + ": ");
+    if (scope_.isPattern) out_.put(style_.nameStart(), at.path.text(), style_.end(), ": ");
     putValue(out_, value, field, block, options_.showSecrets != 0);
     out_.put("\n");
   }
 
-  static std::size_t nameColumns(const RecordView& record) {
-    std::size_t longest = 0;
-    for (const FieldDef& def : *record.def) longest = std::max(longest, std::strlen(def.name));
-    return longest;
+  // The longest name of a record decides. It is measured once.
+  std::size_t columnsOfNames(const RecordDef& record) {
+    std::size_t& known = nameColumns_[static_cast<std::size_t>(record.type)];
+    if (known == 0) {
+      for (const FieldDef& def : record) known = std::max(known, def.nameText().size());
+    }
+    return known;
   }
 
-  std::string commentOf(const FieldView& field, const Block& block, const Value& value,
-                        const Position& at) const {
-    std::string comment = value.comment;
-    const bool holdsRecords = field.target() != nullptr && value.lead != "null";
+  void completeComment(const FieldView& field, const Block& block, Value& value,
+                       const Position& at) const {
     const bool isCut = options_.depth > 0 && at.depth - firstDepth_ + 1 >= options_.depth;
-    if (holdsRecords && scope_.only == nullptr && isCut) comment += ", not shown";
-    if (value.hasTexts && isDoubtful(block.label, options_)) comment += "doubtful";
-    return comment;
+    if (isCut && scope_.only == nullptr && field.target() != nullptr &&
+        std::string_view(value.lead) != "null") {
+      value.comment.put(", not shown");
+    }
+    if (value.hasTexts && isDoubtful(block.label, options_)) value.comment.put("doubtful");
   }
 
   // Whether so many columns more fit on the line.
   bool fits(std::size_t width) const { return width_ == 0 || used_ + gap_ + width <= width_; }
 
   void putGap() {
-    out_.put(std::string(gap_, ' '));
+    out_.put(gap_, ' ');
     used_ += gap_;
     gap_ = 0;
   }
-  void putPiece(const std::string& text, std::size_t width) {
+  void putPiece(std::string_view start, std::string_view text) {
     if (text.empty()) return;
     putGap();
-    out_.put(text);
-    used_ += width;
+    out_.put(start, text);
+    if (!start.empty()) out_.put(style_.end());
+    used_ += text.size();  // all that comes here is ASCII
   }
 
   void putTexts(const Value& value, const FieldView& field, const Block& block) {
@@ -127,8 +150,8 @@ class TextPrinter : public WalkHandler {
                 [&](const ShownText& shown, std::uint32_t index) {
                   if (index > 0) {
                     gap_ = 1;
-                  } else if (!value.lead.empty()) {
-                    gap_ = value.lead.back() == ':' ? 1 : 2;
+                  } else if (const std::string_view lead = value.lead; !lead.empty()) {
+                    gap_ = lead.back() == ':' ? 1 : 2;
                   }
                   putShown(shown, index + 1 == block.count ? "" : ",");
                   return !out_.failed();
@@ -181,15 +204,15 @@ class TextPrinter : public WalkHandler {
     return writtenColumns(shown.kept) + 2 + (shown.isMasked ? std::strlen(kMask) : 0);
   }
 
-  void putComment(const Value& value, const std::string& comment) {
+  void putComment(const Value& value) {
+    const std::string_view comment = value.comment;
     if (comment.empty()) return;
     const std::size_t valueEnd = column_ + kValueColumns;
-    const std::size_t width = columns(comment);
     gap_ = used_ < valueEnd ? valueEnd - used_ + 2 : 2;
     // A narrow line gives up the alignment before it gives up being one line.
-    if (!fits(width)) gap_ = 2;
-    if (!fits(width) && used_ > column_) breakLine();
-    putPiece(value.isAlarming ? style_.alarm(comment) : style_.faint(comment), width);
+    if (!fits(comment.size())) gap_ = 2;
+    if (!fits(comment.size()) && used_ > column_) breakLine();
+    putPiece(value.isAlarming ? style_.alarmStart() : style_.faintStart(), comment);
   }
 
   void breakLine() {
@@ -211,14 +234,16 @@ class TextPrinter : public WalkHandler {
   bool isAnythingShown_ = false;
   bool isInScope_ = false;
   unsigned int firstDepth_ = 0;  // of what stands at the path
+  Value value_;                  // of the row
+  std::size_t nameColumns_[kRecordTypeCount] = {};
 };
 
 }  // namespace
 
 bool printText(const RecordView& job, const Options& options, const Scope& scope, Output& out) {
   if (*scope.note != '\0') {
-    out.put(Style(options.colour != 0).alarm(scope.note));
-    out.put("\n");
+    const Style style(options.colour != 0);
+    out.put(style.alarmStart(), scope.note, style.end(), "\n");
   }
   TextPrinter printer(options, scope, out);
   Walker<TextPrinter>(printer).walk(job);

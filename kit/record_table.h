@@ -3,6 +3,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <string_view>
 
 #include "bkoq/kit.h"
 
@@ -91,6 +92,10 @@ struct FieldDef {
   Secret secret = Secret::kNone;
   std::uint8_t variants = kAlways;
   const Word* words = nullptr;
+  // Names are written far more often than the table is read.
+  std::uint8_t nameSize = name == nullptr ? 0 : std::string_view(name).size();
+
+  constexpr std::string_view nameText() const { return {name, nameSize}; }
 
   constexpr FieldDef of(RecordType type) const {
     FieldDef row = *this;

@@ -1,17 +1,27 @@
 #include "kit/text.h"
 
 #include <algorithm>
-#include <cstdio>
 
 #include "kit/characters.h"
 
 namespace bkoq::kit {
 namespace {
 
-std::string formatted(const char* format, unsigned int value) {
-  char text[16];
-  std::snprintf(text, sizeof text, format, value);
+constexpr char kHexDigits[] = "0123456789abcdef";
+
+// As many hexadecimal digits as are asked for, after what begins the text.
+Characters<10> hexAfter(std::string_view start, std::uint32_t value, unsigned int digits) {
+  Characters<10> text;
+  char* at = std::copy(start.begin(), start.end(), text.begin());
+  while (digits-- > 0) *at++ = kHexDigits[value >> (4 * digits) & 15];
+  text.endAt(at);
   return text;
+}
+
+char* putTwoDigits(char* to, unsigned int value) {
+  *to++ = static_cast<char>('0' + value / 10);
+  *to++ = static_cast<char>('0' + value % 10);
+  return to;
 }
 
 }  // namespace
@@ -30,7 +40,7 @@ std::string escaped(const Character& character, std::string_view raw) {
   if (character.code == '\n') return "\\n";
   if (character.code == '\t') return "\\t";
   std::string text;
-  for (const char byte : raw) text += formatted("\\x%02x", static_cast<unsigned char>(byte));
+  for (const char byte : raw) text += hexAfter("\\x", static_cast<unsigned char>(byte), 2);
   return text;
 }
 
@@ -41,10 +51,10 @@ std::size_t writtenColumns(std::string_view bytes) {
 }
 
 void putQuoted(Output& out, std::string_view bytes, std::string_view rest) {
-  out.put("\"");
-  forEachWritten(bytes, [&](std::string_view written) { out.put(written); });
-  out.put(rest);
-  out.put("\"");
+  const std::size_t plain = plainStart(bytes);
+  out.put("\"", bytes.substr(0, plain));
+  forEachWritten(bytes.substr(plain), [&](std::string_view written) { out.put(written); });
+  out.put(rest, "\"");
 }
 
 std::string quoted(std::string_view bytes) {
@@ -52,83 +62,87 @@ std::string quoted(std::string_view bytes) {
 }
 
 void putJsonText(Output& out, std::string_view bytes, std::string_view rest) {
-  if (!isUtf8(bytes)) {
+  const std::size_t plain = plainStart(bytes);
+  if (plain == bytes.size()) return out.put("\"", bytes, rest, "\"");
+  if (!isUtf8(bytes.substr(plain))) {
     out.put("{\"hex\": \"");
     putHex(out, reinterpret_cast<const std::uint8_t*>(bytes.data()), bytes.size());
-    out.put(rest.empty() ? "\"}" : "\", \"rest\": \"" + std::string(rest) + "\"}");
-    return;
+    if (rest.empty()) return out.put("\"}");
+    return out.put("\", \"rest\": \"", rest, "\"}");
   }
-  out.put("\"");
-  for (std::size_t i = 0; i < bytes.size();) {
+  out.put("\"", bytes.substr(0, plain));
+  for (std::size_t i = plain; i < bytes.size();) {
+    const std::size_t size = plainStart(bytes.substr(i));
+    if (size > 0) {
+      out.put(bytes.substr(i, size));
+      i += size;
+      continue;
+    }
     const Character character = characterAt(bytes, i);
     const std::string_view raw = bytes.substr(i, character.size);
     i += character.size;
     if (character.code == '"' || character.code == '\\') {
-      out.put("\\");
-      out.put(raw);
+      out.put("\\", raw);
     } else if (character.isPrintable) {
       out.put(raw);
     } else if (character.code < 0x10000) {
-      out.put(formatted("\\u%04x", character.code));
+      out.put(hexAfter("\\u", character.code, 4));
     } else {
       const std::uint32_t above = character.code - 0x10000;
-      out.put(formatted("\\u%04x", 0xD800 + (above >> 10)));
-      out.put(formatted("\\u%04x", 0xDC00 + (above & 0x3FF)));
+      out.put(hexAfter("\\u", 0xD800 + (above >> 10), 4),
+              hexAfter("\\u", 0xDC00 + (above & 0x3FF), 4));
     }
   }
-  out.put(rest);
-  out.put("\"");
+  out.put(rest, "\"");
 }
 
 std::string jsonQuoted(std::string_view utf8) {
   return printedBy([&](Output& out) { putJsonText(out, utf8); });
 }
 
-void putHex(Output& out, const std::uint8_t* bytes, std::size_t size) {
-  constexpr char kDigits[] = "0123456789abcdef";
-  for (std::size_t i = 0; i < size; ++i) {
-    const char digits[] = {' ', kDigits[bytes[i] >> 4], kDigits[bytes[i] & 15]};
-    out.put(i > 0 ? std::string_view(digits, 3) : std::string_view(digits + 1, 2));
-  }
+Characters<10> hexNumber(std::uint32_t value, std::uint32_t width) {
+  return hexAfter("0x", value, width == 4 ? 8 : 4);
 }
 
-std::string hexBytes(const std::uint8_t* bytes, std::size_t size) {
-  return printedBy([&](Output& out) { putHex(out, bytes, size); });
-}
-
-std::string hexNumber(std::uint32_t value, std::uint32_t width) {
-  return formatted(width == 4 ? "0x%08x" : "0x%04x", value);
-}
-
-std::string clockDate(std::int32_t seconds) {
-  const std::int64_t day = 86400;
-  std::int64_t days = seconds / day;
-  std::int64_t second = seconds % day;
+Characters<20> clockDate(std::int32_t seconds) {
+  constexpr std::int32_t kDay = 86400;
+  std::int32_t days = seconds / kDay;
+  std::int32_t second = seconds % kDay;
   if (second < 0) {
-    second += day;
+    second += kDay;
     --days;
   }
-  // Years begin on March 1, so that the day of a leap year is the last; eras have 400 years.
-  const std::int64_t sinceEra = days + 719468;
-  const std::int64_t era = (sinceEra >= 0 ? sinceEra : sinceEra - 146096) / 146097;
-  const std::int64_t dayOfEra = sinceEra - era * 146097;
-  const std::int64_t yearOfEra =
+  // Years begin on March 1, so that the day of a leap year is the last; eras have 400 years. The
+  // seconds of 32 bits begin long after the first era does.
+  const auto sinceEra = static_cast<std::uint32_t>(days + 719468);
+  const std::uint32_t era = sinceEra / 146097;
+  const std::uint32_t dayOfEra = sinceEra % 146097;
+  const std::uint32_t yearOfEra =
       (dayOfEra - dayOfEra / 1460 + dayOfEra / 36524 - dayOfEra / 146096) / 365;
-  const std::int64_t dayOfYear = dayOfEra - (365 * yearOfEra + yearOfEra / 4 - yearOfEra / 100);
-  const std::int64_t monthFromMarch = (5 * dayOfYear + 2) / 153;
-  const std::int64_t dayOfMonth = dayOfYear - (153 * monthFromMarch + 2) / 5 + 1;
-  const std::int64_t month = monthFromMarch < 10 ? monthFromMarch + 3 : monthFromMarch - 9;
-  const std::int64_t year = yearOfEra + era * 400 + (month <= 2 ? 1 : 0);
-  char text[64];
-  std::snprintf(text, sizeof text, "%04d-%02d-%02d %02d:%02d:%02d", static_cast<int>(year),
-                static_cast<int>(month), static_cast<int>(dayOfMonth),
-                static_cast<int>(second / 3600), static_cast<int>(second / 60 % 60),
-                static_cast<int>(second % 60));
+  const std::uint32_t dayOfYear = dayOfEra - (365 * yearOfEra + yearOfEra / 4 - yearOfEra / 100);
+  const std::uint32_t monthFromMarch = (5 * dayOfYear + 2) / 153;
+  const std::uint32_t dayOfMonth = dayOfYear - (153 * monthFromMarch + 2) / 5 + 1;
+  const std::uint32_t month = monthFromMarch < 10 ? monthFromMarch + 3 : monthFromMarch - 9;
+  const std::uint32_t year = yearOfEra + era * 400 + (month <= 2 ? 1 : 0);  // 1901 to 2038
+  const auto clock = static_cast<std::uint32_t>(second);
+  Characters<20> text;
+  char* at = putTwoDigits(text.begin(), year / 100);
+  at = putTwoDigits(at, year % 100);
+  *at++ = '-';
+  at = putTwoDigits(at, month);
+  *at++ = '-';
+  at = putTwoDigits(at, dayOfMonth);
+  *at++ = ' ';
+  at = putTwoDigits(at, clock / 3600);
+  *at++ = ':';
+  at = putTwoDigits(at, clock / 60 % 60);
+  *at++ = ':';
+  text.endAt(putTwoDigits(at, clock % 60));
   return text;
 }
 
-std::string counted(std::uint32_t count, const std::string& singular, const std::string& plural) {
-  return std::to_string(count) + " " + (count == 1 ? singular : plural);
+std::string counted(std::uint32_t count, std::string_view singular, std::string_view plural) {
+  return printedBy([&](Output& out) { putCounted(out, count, singular, plural); });
 }
 
 std::string padded(std::string text, std::size_t width) {

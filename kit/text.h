@@ -33,21 +33,57 @@ void putJsonText(Output& out, std::string_view bytes, std::string_view rest = {}
 // Only for valid UTF-8.
 std::string jsonQuoted(std::string_view utf8);
 
-void putHex(Output& out, const std::uint8_t* bytes, std::size_t size);
-// "0a ff".
-std::string hexBytes(const std::uint8_t* bytes, std::size_t size);
+// "0a ff", into an Output or a Phrase.
+template <class To>
+void putHex(To& to, const std::uint8_t* bytes, std::size_t size);
 // "0x0000002a", with `width` bytes.
-std::string hexNumber(std::uint32_t value, std::uint32_t width);
+Characters<10> hexNumber(std::uint32_t value, std::uint32_t width);
 // "2004-03-01 17:00:00" for seconds since 1970-01-01 00:00 on the same clock.
-std::string clockDate(std::int32_t seconds);
-// "1 text", "2 texts".
-std::string counted(std::uint32_t count, const std::string& singular, const std::string& plural);
+Characters<20> clockDate(std::int32_t seconds);
+// "1 text", "2 texts", into an Output or a Phrase.
+template <class To>
+void putCounted(To& to, std::uint32_t count, std::string_view singular, std::string_view plural) {
+  to.put(decimal(count), " ", count == 1 ? singular : plural);
+}
+std::string counted(std::uint32_t count, std::string_view singular, std::string_view plural);
+// With spaces after or before a text of ASCII, so that it takes as many columns.
+template <class To>
+void putLeft(To& to, std::string_view text, std::size_t width) {
+  to.put(text);
+  if (text.size() < width) to.put(width - text.size(), ' ');
+}
+template <class To>
+void putRight(To& to, std::string_view text, std::size_t width) {
+  if (text.size() < width) to.put(width - text.size(), ' ');
+  to.put(text);
+}
 std::string padded(std::string text, std::size_t width);
 std::string leftPadded(const std::string& text, std::size_t width);
 // Columns that a text takes on a terminal, one for each character.
 std::size_t columns(std::string_view utf8);
 
 // ---- Implementation
+
+// Whether a byte is a character of its own that is written as it is, also between quotes.
+inline bool isPlain(char byte) {
+  return byte >= ' ' && byte < '\x7F' && byte != '"' && byte != '\\';
+}
+
+// How many such bytes a text begins with: all of most texts.
+inline std::size_t plainStart(std::string_view bytes) {
+  std::size_t size = 0;
+  while (size < bytes.size() && isPlain(bytes[size])) ++size;
+  return size;
+}
+
+template <class To>
+void putHex(To& to, const std::uint8_t* bytes, std::size_t size) {
+  constexpr char kDigits[] = "0123456789abcdef";
+  for (std::size_t i = 0; i < size; ++i) {
+    const char digits[] = {' ', kDigits[bytes[i] >> 4], kDigits[bytes[i] & 15]};
+    to.put(i > 0 ? std::string_view(digits, 3) : std::string_view(digits + 1, 2));
+  }
+}
 
 // The escape of a character that cannot be written as it is: one for each byte unless it has a
 // name.
@@ -56,6 +92,10 @@ std::string escaped(const Character& character, std::string_view raw);
 template <class Use>
 void forEachWritten(std::string_view bytes, const Use& use) {
   for (std::size_t i = 0; i < bytes.size();) {
+    if (isPlain(bytes[i])) {
+      use(bytes.substr(i++, 1));
+      continue;
+    }
     const Character character = characterAt(bytes, i);
     const std::string_view raw = bytes.substr(i, character.size);
     i += character.size;

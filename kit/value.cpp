@@ -1,61 +1,67 @@
 #include "kit/value.h"
 
-#include "kit/text.h"
+#include <charconv>
 
 namespace bkoq::kit {
 namespace {
 
-std::string number(const FieldView& field) {
-  switch (field.kind()) {
-    case FieldKind::kTime:
-    case FieldKind::kClientTime:
-      return std::to_string(static_cast<std::int32_t>(field.number()));
-    case FieldKind::kFlags:
-    case FieldKind::kOpaque:
-      return field.number() == 0 ? "0" : hexNumber(field.number(), field.def().width);
-    default:
-      return std::to_string(field.number());
-  }
-}
-
-std::string numberComment(const FieldView& field) {
+void putNumber(Phrase& to, const FieldView& field) {
   const std::uint32_t value = field.number();
   switch (field.kind()) {
     case FieldKind::kTime:
-      return value == 0 ? "" : clockDate(static_cast<std::int32_t>(value));
     case FieldKind::kClientTime:
-      return value == 0 ? "" : clockDate(static_cast<std::int32_t>(value)) + " UTC";
-    case FieldKind::kFlags: {
-      if (value == 0) return "";
-      const std::string names = bitNames(field);
-      return std::to_string(value) + (names.empty() ? "" : ": " + names);
-    }
+      return to.put(decimal(static_cast<std::int32_t>(value)));
+    case FieldKind::kFlags:
+    case FieldKind::kOpaque:
+      if (value == 0) return to.put("0");
+      return to.put(hexNumber(value, field.def().width));
     default:
-      return field.word() != nullptr ? field.word() : "";
+      to.put(decimal(value));
   }
 }
 
-Value pointerValue(const FieldView& field, const Block& block) {
-  Value value;
+void putNumberComment(Phrase& to, const FieldView& field) {
+  const std::uint32_t value = field.number();
+  switch (field.kind()) {
+    case FieldKind::kTime:
+    case FieldKind::kClientTime:
+      if (value == 0) return;
+      to.put(clockDate(static_cast<std::int32_t>(value)));
+      if (field.kind() == FieldKind::kClientTime) to.put(" UTC");
+      return;
+    case FieldKind::kFlags:
+      if (value == 0) return;
+      to.put(decimal(value));
+      putBitNames(to, field, ": ");
+      return;
+    default:
+      if (const char* word = field.word()) to.put(word);
+  }
+}
+
+void describePointer(const FieldView& field, const Block& block, Value& value) {
   if (block.bytes == nullptr) {
-    value.lead = "null";
+    value.lead.put("null");
     const bool isCounted =
         field.kind() == FieldKind::kArray || field.kind() == FieldKind::kTextList;
     if (isCounted && field.count() > 0) {
-      value.comment = "unfinished: the count is " + std::to_string(field.count());
+      value.comment.put("unfinished: the count is ", decimal(field.count()));
       value.isAlarming = true;
     }
-    return value;
+    return;
   }
-  value.lead = "#" + std::to_string(block.label);
+  value.lead.put("#", decimal(block.label));
   if (field.target() != nullptr) {
-    value.lead += "  " + contentName(field, block);
-    value.comment = counted(block.size, "byte", "bytes");
-    return value;
+    value.lead.put("  ");
+    putContentName(value.lead, field, block);
+    return putCounted(value.comment, block.size, "byte", "bytes");
   }
-  if (field.kind() == FieldKind::kTextList) value.lead += "  " + contentName(field, block) + ":";
+  if (field.kind() == FieldKind::kTextList) {
+    value.lead.put("  ");
+    putContentName(value.lead, field, block);
+    value.lead.put(":");
+  }
   value.hasTexts = block.count > 0;
-  return value;
 }
 
 }  // namespace
@@ -87,67 +93,55 @@ void putText(Output& out, const ShownText& shown) {
   putQuoted(out, shown.kept, shown.isMasked ? kMask : "");
 }
 
-std::string bitNames(const FieldView& field) {
-  std::string names;
-  std::uint32_t rest = field.number();
-  for (const Word* word = field.words(); word != nullptr && word->name != nullptr; ++word) {
-    if ((rest & word->value) == 0) continue;
-    rest &= ~word->value;
-    names += (names.empty() ? "" : ", ") + std::string(word->name);
-  }
-  if (!names.empty() && rest != 0) names += ", " + hexNumber(rest, field.def().width);
-  return names;
+Characters<24> placeName(std::uint32_t block, std::uint32_t offset) {
+  Characters<24> text;
+  char* at = text.begin();
+  *at++ = '#';
+  at = std::to_chars(at, text.limit(), block).ptr;
+  *at++ = '+';
+  text.endAt(std::to_chars(at, text.limit(), offset).ptr);
+  return text;
 }
 
-std::string contentName(const FieldView& field, const Block& block) {
-  const RecordDef* target = field.target();
-  if (target == nullptr) return counted(block.count, "text", "texts");
-  return std::to_string(block.count) + " " + target->name;
-}
-
-std::string placeName(std::uint32_t block, std::uint32_t offset) {
-  return "#" + std::to_string(block) + "+" + std::to_string(offset);
-}
-
-Value describe(const FieldView& field, const Block& block) {
-  if (field.pointsSomewhere()) return pointerValue(field, block);
-  Value value;
+void describe(const FieldView& field, const Block& block, Value& value) {
+  value.lead.clear();
+  value.comment.clear();
+  value.hasTexts = false;
+  value.isAlarming = false;
+  if (field.pointsSomewhere()) return describePointer(field, block, value);
   switch (field.kind()) {
     case FieldKind::kReserved:
       if (field.isZero()) {
-        value.lead = "zero";
-        value.comment = counted(field.def().width, "byte", "bytes");
+        value.lead.put("zero");
+        putCounted(value.comment, field.def().width, "byte", "bytes");
       } else {
-        value.lead = hexBytes(field.bytes(), field.def().width);
-        value.comment = "reserved, but not zero";
+        putHex(value.lead, field.bytes(), field.def().width);
+        value.comment.put("reserved, but not zero");
         value.isAlarming = true;
       }
       break;
     case FieldKind::kEmbedded:
-      value.lead = field.target()->name;
-      value.comment = counted(field.def().width, "byte", "bytes");
+      value.lead.put(field.target()->name);
+      putCounted(value.comment, field.def().width, "byte", "bytes");
       break;
     case FieldKind::kByteList:
-      for (std::uint32_t i = 0; i < field.def().width; ++i) {
-        value.lead += (i > 0 ? " " : "") + std::to_string(field.bytes()[i]);
-      }
+      putByteList(value.lead, field, " ");
       break;
     case FieldKind::kOpaque:
       if (field.def().isPointer()) {
-        value.lead = field.pointer() == nullptr ? "null" : "not followed";
+        value.lead.put(field.pointer() == nullptr ? "null" : "not followed");
         if (field.pointer() != nullptr) {
-          value.comment = "what the node holds depends on the kind of the job, which is unknown";
+          value.comment.put("what the node holds depends on the kind of the job, which is unknown");
           value.isAlarming = true;
         }
         break;
       }
-      value.lead = number(field);
+      putNumber(value.lead, field);
       break;
     default:
-      value.lead = number(field);
-      value.comment = numberComment(field);
+      putNumber(value.lead, field);
+      putNumberComment(value.comment, field);
   }
-  return value;
 }
 
 void putValue(Output& out, const Value& value, const FieldView& field, const Block& block,
@@ -155,7 +149,7 @@ void putValue(Output& out, const Value& value, const FieldView& field, const Blo
   out.put(value.lead);
   if (!value.hasTexts) return;
   forEachText(field, block, showSecrets, [&](const ShownText& shown, std::uint32_t index) {
-    out.put(index > 0 ? ", " : value.lead.empty() ? "" : " ");
+    out.put(index > 0 ? ", " : value.lead.isEmpty() ? "" : " ");
     putText(out, shown);
     return !out.failed();
   });

@@ -5,6 +5,7 @@
 #include <string_view>
 
 #include "kit/output.h"
+#include "kit/text.h"
 #include "kit/view.h"
 
 namespace bkoq::kit {
@@ -31,7 +32,9 @@ template <class Use>
 void forEachText(const FieldView& field, const Block& block, bool showSecrets, const Use& use) {
   const char* next = reinterpret_cast<const char*>(block.bytes);
   for (std::uint32_t i = 0; i < block.count; ++i) {
-    const std::string_view text = next;
+    // How long the last one is, the size of the block tells.
+    const std::string_view text =
+        block.count == 1 ? std::string_view(next, block.size - 1) : std::string_view(next);
     next += text.size() + 1;
     if (!use(shownText(field, text, i, showSecrets), i)) return;
   }
@@ -42,23 +45,54 @@ void putText(Output& out, const ShownText& shown);
 
 // A value for people, without its texts.
 struct Value {
-  std::string lead;  // the value, or what precedes the texts
+  Phrase lead;  // the value, or what precedes the texts
   bool hasTexts = false;
-  std::string comment;      // what it means
+  Phrase comment;           // what it means
   bool isAlarming = false;  // a reserved byte that is not zero, a count over a null array
 };
 
-Value describe(const FieldView& field, const Block& block);
+void describe(const FieldView& field, const Block& block, Value& value);
 // On one line: the texts after what precedes them, without the comment.
 void putValue(Output& out, const Value& value, const FieldView& field, const Block& block,
               bool showSecrets);
 
 // "#12+32".
-std::string placeName(std::uint32_t block, std::uint32_t offset);
+Characters<24> placeName(std::uint32_t block, std::uint32_t offset);
+
+// The following write into an Output or a Phrase.
+
 // "2 BKNODE", or "3 texts".
-std::string contentName(const FieldView& field, const Block& block);
+template <class To>
+void putContentName(To& to, const FieldView& field, const Block& block) {
+  const RecordDef* target = field.target();
+  if (target == nullptr) return putCounted(to, block.count, "text", "texts");
+  to.put(decimal(block.count), " ", target->name);
+}
+
 // The names of the bits that are set, and what is left of the word: "no estimate, 0x00000008".
-std::string bitNames(const FieldView& field);
+// Nothing when none of them has a name; otherwise `before` comes first. Whether there is any.
+template <class To>
+bool putBitNames(To& to, const FieldView& field, std::string_view before = {}) {
+  bool isAny = false;
+  std::uint32_t rest = field.number();
+  if (rest == 0) return false;
+  for (const Word* word = field.words(); word != nullptr && word->name != nullptr; ++word) {
+    if ((rest & word->value) == 0) continue;
+    rest &= ~word->value;
+    to.put(isAny ? ", " : before, word->name);
+    isAny = true;
+  }
+  if (isAny && rest != 0) to.put(", ", hexNumber(rest, field.def().width));
+  return isAny;
+}
+
+// "1 2 3", or with commas.
+template <class To>
+void putByteList(To& to, const FieldView& field, std::string_view between) {
+  for (std::uint32_t i = 0; i < field.def().width; ++i) {
+    to.put(i > 0 ? between : std::string_view(), decimal(unsigned{field.bytes()[i]}));
+  }
+}
 
 }  // namespace bkoq::kit
 

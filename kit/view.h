@@ -18,11 +18,12 @@ struct RecordView {
   NodeRole role;  // nodes only
 
   std::uint32_t numberAt(std::uint32_t offset, std::uint32_t width) const {
-    std::uint32_t value = 0;
-    for (std::uint32_t i = 0; i < width; ++i) {
-      value |= static_cast<std::uint32_t>(bytes[offset + i]) << (8 * i);
+    const std::uint8_t* first = bytes + offset;
+    // No number has another width than these, which are a single move each.
+    if (width == 4) {
+      return first[0] | first[1] << 8 | first[2] << 16 | static_cast<std::uint32_t>(first[3]) << 24;
     }
-    return value;
+    return width == 2 ? first[0] | static_cast<std::uint32_t>(first[1]) << 8 : first[0];
   }
   // Which rows of the table read this record.
   unsigned int variant() const {

@@ -70,8 +70,8 @@ int Flattening::Into<Layout>::disk(BKQDisk& disk, void*& rec, const char* overri
     }
   }
 
-  return addFilters(record.ulFilterCount, record.pFilters, Layout::kFilter, disk.filters_,
-                    disk.filterCursor_);
+  return addOwnFilters(record.ulFilterCount, record.pFilters, Layout::kFilter, disk.filters_,
+                       disk.filterCursor_);
 }
 
 // The path of an item as the server uses it: on a UNIX machine it is made absolute by the name of

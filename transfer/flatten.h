@@ -21,6 +21,12 @@ struct Flattening {
   struct Into;
 };
 
+// Sets the cursor of a list where handing out all its elements leaves it.
+template <class Cursor>
+void moveCursorToEnd(const RWSlistCollectables& list, Cursor& cursor) {
+  cursor = static_cast<Cursor>(list.entries());
+}
+
 template <class Layout>
 struct Flattening::Into {
   // job_steps.h
@@ -89,10 +95,17 @@ struct Flattening::Into {
   // calls the record when memory runs out.
   static int addFilter(uint32_t& count, typename Layout::Filter*& filters, const char* name,
                        RWCollectable* element);
-  // The same for all the filters that an owner has for itself, whose cursor it leaves at the end.
-  template <class Cursor>
   static int addFilters(uint32_t& count, typename Layout::Filter*& filters, const char* name,
-                        const RWSlistCollectables& elements, Cursor& cursor);
+                        const RWSlistCollectables& elements);
+  // The same for all the filters that an owner has for itself, whose cursor it leaves at the end.
+  // Most owners have none, which costs no call.
+  template <class Cursor>
+  static int addOwnFilters(uint32_t& count, typename Layout::Filter*& filters, const char* name,
+                           const RWSlistCollectables& elements, Cursor& cursor) {
+    if (elements.isEmpty()) return 1;
+    moveCursorToEnd(elements, cursor);
+    return addFilters(count, filters, name, elements);
+  }
 
   // The next element of a job's node array, for a conversion to fill; null after a report.
   static void* addNode(uint32_t& count, typename Layout::Node*& nodes);
@@ -128,12 +141,6 @@ class ArgumentText {
   std::optional<RWCString> name_;
 };
 
-// Sets the cursor of a list where handing out all its elements leaves it.
-template <class Cursor>
-void moveCursorToEnd(const RWSlistCollectables& list, Cursor& cursor) {
-  cursor = static_cast<Cursor>(list.entries());
-}
-
 template <class Layout>
 int Flattening::Into<Layout>::addFilter(uint32_t& count, typename Layout::Filter*& filters,
                                         const char* name, RWCollectable* element) {
@@ -145,12 +152,8 @@ int Flattening::Into<Layout>::addFilter(uint32_t& count, typename Layout::Filter
 }
 
 template <class Layout>
-template <class Cursor>
 int Flattening::Into<Layout>::addFilters(uint32_t& count, typename Layout::Filter*& filters,
-                                         const char* name, const RWSlistCollectables& elements,
-                                         Cursor& cursor) {
-  if (elements.isEmpty()) return 1;
-  moveCursorToEnd(elements, cursor);
+                                         const char* name, const RWSlistCollectables& elements) {
   for (unsigned int i = 0; i < elements.entries(); ++i) {
     if (!addFilter(count, filters, name, elements.at(i))) return 0;
   }

@@ -37,8 +37,8 @@ int Flattening::Into<Layout>::node(BKQNode& node, void*& rec) {
   if (Layout::nodeNoEstimate() == 1) record.ulNodeOptions |= kNodeOptionNoEstimate;
 
   // The previous layout's nodes report under the current name of the record as well.
-  return addFilters(record.ulFilterCount, record.pFilters, "BKFILTER_FILE", node.filters_,
-                    node.filterCursor_);
+  return addOwnFilters(record.ulFilterCount, record.pFilters, "BKFILTER_FILE", node.filters_,
+                       node.filterCursor_);
 }
 
 template <class Layout>

@@ -40,8 +40,8 @@ int Flattening::Into<Layout>::tape(BKQTape& tape, void*& rec) {
     if (!Layout::convertDirectly(item, element)) return failedToConvert("TapeItem");
   }
 
-  return addFilters(record.ulFilterCount, record.pFilters, Layout::kFilter, tape.filters_,
-                    tape.filterCursor_);
+  return addOwnFilters(record.ulFilterCount, record.pFilters, Layout::kFilter, tape.filters_,
+                       tape.filterCursor_);
 }
 
 template <class Layout>

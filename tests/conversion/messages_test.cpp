@@ -359,15 +359,19 @@ TYPED_TEST(Messages, SourceNodesOfTheWrongClass) {
       {machine, "Unix Node"}, {unixTapes, "Unix Node"},
   };
   for (const auto& c : cases) {
+    // Each node is asked for itself: that those before are of a right class tells nothing.
     BKQWinNTNode first("first");
+    BKQUnixNode second("second");
     BKQBackupJob job;
     job.addSourceNode(first);
+    job.addSourceNode(second);
     job.addSourceNode(c.node);
     job.addSourceNode(first);
     this->expect(0, failedToConvert({c.part}), job);
-    ASSERT_EQ(this->record->ulNumSourceNodes, 2u);
+    ASSERT_EQ(this->record->ulNumSourceNodes, 3u);
     EXPECT_STREQ(this->record->pSourceNodes[0].pszNodeName, "first");
-    expectRows("the node that failed", &this->record->pSourceNodes[1], 100, {});
+    EXPECT_STREQ(this->record->pSourceNodes[1].pszNodeName, "second");
+    expectRows("the node that failed", &this->record->pSourceNodes[2], 100, {});
   }
 }
 
