@@ -58,6 +58,7 @@ std::vector<std::optional<FieldReason>> Why::ofDifferences(const std::vector<std
   }
   const std::vector<FieldReason> reasons = whyFieldsHold(*experiment_, fields, layout);
   std::vector<std::optional<FieldReason>> all;
+  all.reserve(paths.size());
   std::size_t next = 0;
   for (const bool isThere : areThere) {
     all.push_back(isThere ? std::optional<FieldReason>(reasons[next++]) : std::nullopt);
