@@ -50,14 +50,51 @@ const FieldDef* namingField(const RecordDef& record) {
   return nullptr;
 }
 
-// What tells an element from others: its name, or all of a filter.
-std::uint64_t keyOf(const RecordView& element) {
-  Hash hash;
-  if (element.def->type != RecordType::kFilter) {
-    const char* name = elementName(element);
-    if (name != nullptr) hash.add(name);
+const char* nameIn(const RecordView& element, const FieldDef* naming) {
+  if (naming == nullptr) return nullptr;
+  return reinterpret_cast<const char*>(FieldView(element, *naming).pointer());
+}
+
+// The elements of one of the arrays, and what tells them from one another: their names, or all of a
+// filter.
+class Elements {
+ public:
+  Elements(const FieldView& field, const Block& block)
+      : field_(field), block_(block), naming_(namingField(*field.target())) {}
+
+  std::uint64_t keyOf(std::uint32_t index) const {
+    const RecordView element = at(index);
+    Hash hash;
+    if (element.def->type == RecordType::kFilter) {
+      addAll(hash, element);
+    } else if (const char* name = nameIn(element, naming_)) {
+      hash.add(name);
+    }
     return hash.value();
   }
+
+  // Whether the keys of two elements are the same: most are, and need not be worked out.
+  bool isLike(std::uint32_t index, const Elements& others, std::uint32_t other) const {
+    const RecordView element = at(index);
+    if (element.def->type == RecordType::kFilter) return keyOf(index) == others.keyOf(other);
+    const char* name = nameIn(element, naming_);
+    const char* otherName = nameIn(others.at(other), others.naming_);
+    if (name == nullptr || otherName == nullptr) return name == otherName;
+    return std::strcmp(name, otherName) == 0;
+  }
+
+ private:
+  RecordView at(std::uint32_t index) const {
+    return field_.elementAt(block_.bytes + index * field_.target()->size);
+  }
+  static void addAll(Hash& hash, const RecordView& element);
+
+  const FieldView& field_;
+  const Block& block_;
+  const FieldDef* naming_;
+};
+
+void Elements::addAll(Hash& hash, const RecordView& element) {
   forEachField(element, [&](const FieldView& field) {
     if (!field.pointsSomewhere()) {
       hash.add(field.bytes(), field.def().width);
@@ -66,7 +103,6 @@ std::uint64_t keyOf(const RecordView& element) {
     }
     return true;
   });
-  return hash.value();
 }
 
 using Keys = std::vector<std::uint64_t>;
@@ -126,24 +162,17 @@ std::vector<bool> keepingOrder(const Places& partner) {
 }  // namespace
 
 const char* elementName(const RecordView& element) {
-  const FieldDef* def = namingField(*element.def);
-  if (def == nullptr) return nullptr;
-  return reinterpret_cast<const char*>(FieldView(element, *def).pointer());
+  return nameIn(element, namingField(*element.def));
 }
 
 Alignment::Alignment(const FieldView& first, const Block& firstBlock, const FieldView& second,
                      const Block& secondBlock)
     : firstCount_(firstBlock.count), secondCount_(secondBlock.count) {
-  const auto firstKey = [&](std::uint32_t i) {
-    return keyOf(first.elementAt(firstBlock.bytes + i * first.target()->size));
-  };
-  const auto secondKey = [&](std::uint32_t i) {
-    return keyOf(second.elementAt(secondBlock.bytes + i * second.target()->size));
-  };
+  const Elements a(first, firstBlock);
+  const Elements b(second, secondBlock);
   const std::uint32_t least = std::min(firstCount_, secondCount_);
-  while (start_ < least && firstKey(start_) == secondKey(start_)) ++start_;
-  while (end_ < least - start_ &&
-         firstKey(firstCount_ - 1 - end_) == secondKey(secondCount_ - 1 - end_)) {
+  while (start_ < least && a.isLike(start_, b, start_)) ++start_;
+  while (end_ < least - start_ && a.isLike(firstCount_ - 1 - end_, b, secondCount_ - 1 - end_)) {
     ++end_;
   }
   const std::uint32_t firstLeft = firstCount_ - start_ - end_;
@@ -157,8 +186,8 @@ Alignment::Alignment(const FieldView& first, const Block& firstBlock, const Fiel
   }
   Keys firstKeys(firstLeft);
   Keys secondKeys(secondLeft);
-  for (std::uint32_t i = 0; i < firstLeft; ++i) firstKeys[i] = firstKey(start_ + i);
-  for (std::uint32_t i = 0; i < secondLeft; ++i) secondKeys[i] = secondKey(start_ + i);
+  for (std::uint32_t i = 0; i < firstLeft; ++i) firstKeys[i] = a.keyOf(start_ + i);
+  for (std::uint32_t i = 0; i < secondLeft; ++i) secondKeys[i] = b.keyOf(start_ + i);
   const Places partner = partners(firstKeys, secondKeys);
   const std::vector<bool> keeps = keepingOrder(partner);
   std::vector<bool> isTaken(firstLeft);
