@@ -55,6 +55,7 @@ show F --field pSourceNodes.\x1b\u202e
 show F --field \u202e*\x1b
 show F --at #2+0
 show F --at #1+0 --why
+show F --field pszOwner --why --json
 show F --at \u202e
 show F --only \x1b[2J
 show F --node \u202e
@@ -78,6 +79,8 @@ explain F
 explain F --json
 explain F --field pszOwner
 explain F --field pszOwner --json
+explain F --field **
+explain F --field ** --json
 explain F --field \u202e
 explain F --attribute \x1b[2J
 """
