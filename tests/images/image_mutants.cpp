@@ -43,6 +43,10 @@ void seal(std::string& image) {
           kit::imageChecksum(reinterpret_cast<const std::uint8_t*>(image.data()), image.size()));
 }
 
+void flipBit(char& byte, std::uint32_t bit) {
+  byte = static_cast<char>(static_cast<unsigned char>(byte) ^ 1U << bit);
+}
+
 struct Field {
   std::uint32_t at = 0;  // in the image
   std::uint32_t width = 0;
@@ -278,7 +282,7 @@ class Maker {
         break;
       }
       default:
-        image[32 + below(size - 32)] ^= static_cast<char>(1U << below(8));
+        flipBit(image[32 + below(size - 32)], below(8));
         break;
     }
     return image;
@@ -390,6 +394,7 @@ class Maker {
   }
 
   std::string text() {
+    // NOLINTBEGIN(misc-misleading-bidirectional): that is what it is about
     static const char* const kPieces[] = {"",
                                           "a",
                                           "node",
@@ -400,6 +405,7 @@ class Maker {
                                           "caf\xc3\xa9",
                                           "user:password",
                                           "\""};
+    // NOLINTEND(misc-misleading-bidirectional)
     std::string text = from(kPieces);
     if (oneOf(4)) text.append(below(300), 'y');
     return text;
