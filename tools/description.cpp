@@ -143,6 +143,9 @@ status counts
 .B NO_COLOR
 set and not empty: no colour, also on a terminal
 .TP
+.B TERM
+"dumb": no colour either
+.TP
 .B TZ
 the zone of times in job files that name none, and the local clock of the records
 .TP
