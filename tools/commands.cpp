@@ -377,21 +377,43 @@ Status flattenCommand(const Request& request) {
 
 namespace {
 
-// Prints what decides the field that was shown.
-Status printWhy(const std::string& content, const Request& request) {
+// Prints what was asked for of each tree, with what decides it.
+Status printWithReasons(const std::vector<OwnedTree>& trees, const std::string& content,
+                        const Request& request) {
   unsigned int block = 0;
   unsigned int offset = 0;
-  if (!request.at.empty() && !parsePlace(request.at, block, offset)) return kFailed;
-  Why why(content, request.files.front(), request.selection);
-  for (const BkoqLayout layout : layoutsOf(request.layout)) {
-    const std::string path = request.at.empty() ? request.field : why.pathAt(block, offset, layout);
-    const std::string line = path.empty() ? "" : why.ofPath(path, layout);
-    if (line.empty()) {
-      return fail("--why goes with one field, and there is none " +
-                  (request.at.empty() ? "of the path " + path : "at " + request.at));
-    }
-    print(line + "\n");
+  if (!request.at.empty() && !parsePlace(request.at, block, offset)) {
+    return printTrees(trees, request);  // says what is wrong
   }
+  Why why(content, request.files.front(), request.selection);
+  if (!request.json) {
+    const Status status = printTrees(trees, request);
+    if (status != kDone) return status;
+  }
+  std::string documents;
+  for (const OwnedTree& tree : trees) {
+    const BkoqLayout layout = tree.layout();
+    const std::string path = request.at.empty() ? request.field : why.pathAt(block, offset, layout);
+    std::vector<FieldReason> reasons;
+    if (!path.empty()) reasons = why.ofPath(path, layout);
+    if (!request.json) {
+      for (const FieldReason& reason : reasons) {
+        if (request.isShort && reasons.size() > 1 && reason.field->isZero) continue;
+        print((trees.size() > 1 ? std::string(nameOf(layout)) + " layout: " : "") +
+              why.text(reason) + "\n");
+      }
+      continue;
+    }
+    std::string printed;
+    const Status status = printTree(tree, request, stringSink, &printed);
+    if (status != kDone) return status;
+    documents += (documents.empty() ? "" : ",\n") + withReasons(printed, why, reasons, layout);
+  }
+  if (request.json && trees.size() > 1) {
+    documents =
+        "{\n\"format\": \"bkoq-trees\",\n\"version\": 1,\n\"trees\": [\n" + documents + "]\n}\n";
+  }
+  print(documents);
   return kDone;
 }
 
@@ -441,8 +463,7 @@ Status showCommand(const Request& request) {
     trees.push_back(std::move(source.tree));
   }
   if (!request.html) {
-    const Status status = printTrees(trees, request);
-    return request.why && status == kDone ? printWhy(content, request) : status;
+    return request.why ? printWithReasons(trees, content, request) : printTrees(trees, request);
   }
   Page page = {baseName(file), {}, false, false, ""};
   for (const OwnedTree& tree : trees) {
@@ -478,7 +499,7 @@ Status printExplainedChanges(const Source (&sources)[2], const std::string (&con
     const std::string& content = contents[request.layouts ? 0 : i];
     if (areJobs[i]) whys[i] = std::make_unique<Why>(content, file, request.selection);
   }
-  print(withReasons(differing, {whys[0].get(), whys[1].get()}, layouts));
+  print(withReasons(differing, {whys[0].get(), whys[1].get()}, layouts, request.json));
   return differing.paths[0].empty() ? kDone : kDiffers;
 }
 
