@@ -81,7 +81,7 @@ Status finish(Status status) {
 }
 
 bool readFile(const std::string& path, std::string& content) {
-  const std::string name = path == "-" ? "standard input" : path;
+  const std::string name = path == "-" ? "standard input" : path.empty() ? "\"\"" : path;
   const int file = path == "-" ? STDIN_FILENO : open(path.c_str(), O_RDONLY | O_CLOEXEC);
   bool isRead = file >= 0;
   struct stat known = {};
