@@ -153,6 +153,15 @@ there are differences, a job file has mistakes, or a conversion failed
 .B 2
 bad usage, a file that cannot be read, or output that cannot be written; of many files the highest
 status counts
+.SH OUTPUT FILES
+Images and pages may hold passwords: only their owner can read them. A file is replaced as a whole when
+all has been written; until then what is written has no name, so a command that is interrupted or fails
+leaves the old file and nothing else. Where the file system has no files without a name it has one that
+begins with
+.IR .bkoq\- ,
+which only a kill that no program can notice leaves. A symbolic link is written through, as by other
+programs, and stays a link; one that leads to nothing is refused, since a file would appear where nobody
+looks for it. A file that the same command reads is refused. No image is written to a terminal.
 .SH ENVIRONMENT
 .TP
 .B NO_COLOR
