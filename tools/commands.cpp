@@ -573,7 +573,7 @@ using Json = nlohmann::ordered_json;
 
 std::string inLines(const Json& json) {
   // What a text of the file holds is known to be UTF-8, its name is not.
-  return json.dump(2, ' ', false, Json::error_handler_t::replace);
+  return printableJson(json.dump(2, ' ', false, Json::error_handler_t::replace));
 }
 
 // Of many files, what is printed of one lies two levels deep.
@@ -613,7 +613,8 @@ Status checkFile(const Request& request, const std::string& file) {
     print(areMany ? deeper(inLines(document)) : inLines(document) + "\n");
   } else {
     for (const Problem& problem : list) print(lineOf(problem, shownName(file)) + "\n");
-    print(shownName(file) + ": " + (mistakes == 0 ? "no mistakes" : counted(mistakes, "mistake")) +
+    print(printable(shownName(file)) + ": " +
+          (mistakes == 0 ? "no mistakes" : counted(mistakes, "mistake")) +
           (warnings == 0 ? "" : ", " + counted(warnings, "warning")) + "\n");
   }
   return mistakes != 0 || (request.strict && warnings != 0) ? kDiffers : kDone;

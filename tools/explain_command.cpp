@@ -7,6 +7,7 @@
 #include "kit/pattern.h"
 #include "tools/commands.h"
 #include "tools/explain.h"
+#include "tools/problems.h"
 #include "tools/progress.h"
 #include "tools/reason_json.h"
 #include "tools/source.h"
@@ -86,7 +87,7 @@ Status explainField(Experiment& experiment, const Request& request,
   }
   if (!isFound)
     return fail("there is no field \"" + request.field + "\" in the records of " + file);
-  print(request.json ? document.dump(2) + "\n" : text);
+  print(request.json ? printableJson(document.dump(2)) + "\n" : text);
   return kDone;
 }
 
@@ -135,7 +136,7 @@ Status explainAttributes(Experiment& experiment, const Request& request,
           "\n";
     }
   }
-  print(request.json ? document.dump(2) + "\n" : text);
+  print(request.json ? printableJson(document.dump(2)) + "\n" : text);
   return kDone;
 }
 

@@ -18,7 +18,7 @@ namespace {
 
 std::string inLines(const Json& json) {
   // The name of a file may be anything.
-  return json.dump(2, ' ', false, Json::error_handler_t::replace) + "\n";
+  return printableJson(json.dump(2, ' ', false, Json::error_handler_t::replace)) + "\n";
 }
 
 }  // namespace
