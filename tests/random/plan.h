@@ -21,10 +21,11 @@ namespace bkoq::test {
 template <class Value>
 struct Attribute {
   Attribute() = default;
-  Attribute(Value first) : value(first) {}  // NOLINT: a first value reads as such
+  Attribute(Value given) : value(given), first(given) {}  // NOLINT: a first value reads as such
   operator const Value&() const { return value; }
 
   Value value{};
+  Value first{};
   bool isSet = false;
 };
 

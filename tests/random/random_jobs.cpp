@@ -3,7 +3,9 @@
 //
 //   random_jobs [--seed S] [--count N] [--seconds T] [--random-seed]
 //
-// Job k is drawn from seed S + k, so --seed with the seed of a failure and --count 1 repeats it.
+// Job k is drawn from seed S + k, so --seed with the seed of a failure and --count 1 repeats it. Of
+// a failing job as much is left out as can be, and the rest printed. --fault expects something
+// wrong.
 
 #include <chrono>
 #include <cinttypes>
@@ -19,6 +21,25 @@
 namespace bkoq::test {
 namespace {
 
+// Says with how little of the job it still fails.
+void shrink(std::uint64_t seed, std::uint32_t parts, ErrorStream& errors) {
+  Run::isSilent = true;
+  const auto stillFails = [&](const PartNumbers& leftOut) {
+    Run run(seed, errors);
+    run.leaveOut(leftOut);
+    const bool fails = !run.run();
+    errors.take();
+    return fails;
+  };
+  const PartNumbers leftOut = shrunk(parts, stillFails);
+  Run::isSilent = false;
+  Run smallest(seed, errors);
+  smallest.leaveOut(leftOut);
+  std::printf("with %zu of %u parts:\n", parts - leftOut.size(), unsigned{parts});
+  smallest.run();
+  std::printf("%s", outline(smallest.plan()).c_str());
+}
+
 [[noreturn]] void usage() {
   std::printf("usage: random_jobs [--seed S | --random-seed] [--count N] [--seconds T]\n");
   std::exit(2);
@@ -33,6 +54,10 @@ int runAll(int argc, char** argv) {
     if (option == "--random-seed") {
       std::random_device device;
       seed = device();
+      continue;
+    }
+    if (option == "--fault") {
+      Run::hasFault = true;
       continue;
     }
     if (i + 1 == argc) usage();
@@ -63,6 +88,8 @@ int runAll(int argc, char** argv) {
     Run run(seed + done, errors);
     if (!run.run()) {
       std::printf("again: random_jobs --seed %" PRIu64 " --count 1\n", seed + done);
+      std::fflush(stdout);
+      shrink(seed + done, run.parts(), errors);
       std::fflush(stdout);
       std::_Exit(1);
     }

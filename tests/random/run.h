@@ -17,6 +17,7 @@
 #include "tests/random/expect.h"
 #include "tests/random/plan.h"
 #include "tests/random/random.h"
+#include "tests/random/shrink.h"
 #include "tests/random/tree.h"
 
 namespace bkoq::test {
@@ -37,6 +38,15 @@ class Run {
 
   // Whether all was as expected.
   bool run();
+
+  // Of the plan as drawn.
+  void leaveOut(PartNumbers parts) { leftOut_ = std::move(parts); }
+  std::uint32_t parts() const { return parts_; }
+  JobPlan& plan() { return *plan_; }
+  static bool isSilent;  // says nothing of failures
+  // A deliberately wrong expectation, to test what is done with a failure: no disk has a name that
+  // begins with a slash.
+  static bool hasFault;
 
   static std::uint64_t blocksCompared;
   static std::uint64_t flattenings;
@@ -106,6 +116,8 @@ class Run {
   ErrorStream& errors_;
   const Zone* zone_ = nullptr;
   std::shared_ptr<JobPlan> plan_;
+  PartNumbers leftOut_;
+  std::uint32_t parts_ = 0;
   State states_[std::size(kLayouts)];
   std::set<char*> passwords_;
   std::string call_;
