@@ -19,6 +19,12 @@ void measurePaging();
 void measureBuilding();
 void measureCloning();
 
+// whole_sections.cpp: all of a client's work, from its plain structures on, and its floor.
+void measureWhole();
+void measureWholeFirst();
+void measureBare();
+void measureInPlace();
+
 }  // namespace bkoq::bench
 
 #endif  // BKOQ_BENCH_SECTIONS_H_
