@@ -142,27 +142,11 @@ Json filterVariants() {
   return rows;
 }
 
-std::string utf8Of(std::uint32_t code) {
-  const auto next = [code](unsigned int shift) {
-    return static_cast<char>(0x80 | (code >> shift & 0x3F));
-  };
-  if (code < 0x80) return {static_cast<char>(code)};
-  if (code < 0x800) return {static_cast<char>(0xC0 | code >> 6), next(0)};
-  if (code < 0x10000) return {static_cast<char>(0xE0 | code >> 12), next(6), next(0)};
-  return {static_cast<char>(0xF0 | code >> 18), next(12), next(6), next(0)};
-}
-
 // What may not reach a terminal as it is, as pairs of first and last character.
-Json unprintableRanges() {
+Json unprintable() {
   Json ranges = Json::array();
-  bool isInside = false;
-  for (std::uint32_t code = 0; code <= 0x10FFFF; ++code) {
-    const bool isSurrogate = code >= 0xD800 && code <= 0xDFFF;
-    const std::string text = utf8Of(code);
-    const bool isUnprintable = isSurrogate || !characterAt(text, 0).isPrintable;
-    if (isUnprintable && !isInside) ranges.push_back({code, code});
-    if (isUnprintable) ranges.back()[1] = code;
-    isInside = isUnprintable;
+  for (const CharacterRange& range : unprintableRanges()) {
+    ranges.push_back({range.first, range.last});
   }
   return ranges;
 }
@@ -172,7 +156,7 @@ Json unprintableRanges() {
 Json recordTables() {
   return {{"always", static_cast<unsigned int>(kAlways)},
           {"mask", kMask},
-          {"unprintable", unprintableRanges()},
+          {"unprintable", unprintable()},
           {"unixNodeKind", kUnixNodeType},
           {"filterVariants", filterVariants()},
           {"image",

@@ -4,6 +4,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <string_view>
+#include <vector>
 
 namespace bkoq::kit {
 
@@ -21,6 +22,14 @@ struct Character {
 // The character that begins at a byte, which must lie in the text. An overlong form, a surrogate
 // and a sequence that is cut short are invalid bytes, one at a time.
 Character characterAt(std::string_view bytes, std::size_t index);
+
+struct CharacterRange {
+  std::uint32_t first;
+  std::uint32_t last;
+};
+
+// All that is not printable, in order: for programs in other languages, so that they decide alike.
+std::vector<CharacterRange> unprintableRanges();
 
 }  // namespace bkoq::kit
 

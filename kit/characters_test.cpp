@@ -2,41 +2,41 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <string>
+
+#include "kit/test_characters.h"
+#include "kit/test_trees.h"
+#include "kit/text.h"
 
 namespace bkoq::test {
 namespace {
 
 using kit::Character;
 using kit::characterAt;
+using kit::CharacterRange;
 
-std::string utf8(std::uint32_t code) {
-  std::string bytes;
-  const auto add = [&](std::uint32_t byte) { bytes += static_cast<char>(byte); };
-  if (code < 0x80) {
-    add(code);
-  } else if (code < 0x800) {
-    add(0xC0 | code >> 6);
-  } else if (code < 0x10000) {
-    add(0xE0 | code >> 12);
-    add(0x80 | (code >> 6 & 0x3F));
-  } else {
-    add(0xF0 | code >> 18);
-    add(0x80 | (code >> 12 & 0x3F));
-    add(0x80 | (code >> 6 & 0x3F));
+constexpr std::uint32_t kLast = 0x10FFFF;
+
+bool isSurrogate(std::uint32_t code) { return code >= 0xD800 && code <= 0xDFFF; }
+
+// Whether a terminal shows all of a text and obeys none of it.
+bool isPlain(const std::string& text) {
+  for (std::size_t i = 0; i < text.size();) {
+    const Character character = characterAt(text, i);
+    if (!character.isPrintable) return false;
+    i += character.size;
   }
-  if (code >= 0x80) add(0x80 | (code & 0x3F));
-  return bytes;
+  return true;
 }
 
 TEST(Characters, TakesEveryCodeAsItIsWritten) {
-  for (std::uint32_t code = 0; code <= 0x10FFFF; ++code) {
+  for (std::uint32_t code = 0; code <= kLast; ++code) {
     const std::string bytes = utf8(code);
-    const bool isSurrogate = code >= 0xD800 && code <= 0xDFFF;
     const Character character = characterAt(bytes + "x", 0);
-    ASSERT_EQ(character.isValid, !isSurrogate) << code;
-    ASSERT_EQ(character.size, isSurrogate ? 1 : bytes.size()) << code;
-    if (!isSurrogate) {
+    ASSERT_EQ(character.isValid, !isSurrogate(code)) << code;
+    ASSERT_EQ(character.size, isSurrogate(code) ? 1 : bytes.size()) << code;
+    if (!isSurrogate(code)) {
       ASSERT_EQ(character.code, code);
     }
   }
@@ -49,29 +49,49 @@ TEST(Characters, PrintsWhatShowsAndLeavesItsSurroundingsAlone) {
 }
 
 TEST(Characters, KeepsFromTheTerminalWhatMovesTurnsOrHides) {
-  const std::uint32_t codes[] = {
-      0x00,   0x07,   0x08,   0x0A,    0x1B,    0x1F,    0x7F,    0x80,    0x9B,    0x9F,   0xAD,
-      0x34F,  0x61C,  0x115F, 0x1160,  0x17B4,  0x180E,  0x200B,  0x200C,  0x200D,  0x200E, 0x200F,
-      0x2028, 0x2029, 0x202A, 0x202B,  0x202C,  0x202D,  0x202E,  0x2060,  0x2064,  0x2066, 0x2067,
-      0x2068, 0x2069, 0x206F, 0x2800,  0x3164,  0xFE0F,  0xFEFF,  0xFFA0,  0xFFF9,  0xFFFB, 0xFFFE,
-      0xFFFF, 0xE000, 0xFDD0, 0x1D173, 0xE0001, 0xE0020, 0xE01EF, 0xF0000, 0x10FFFF};
-  for (const std::uint32_t code : codes) {
-    const Character character = characterAt(utf8(code), 0);
-    EXPECT_TRUE(character.isValid) << std::hex << code;
-    EXPECT_FALSE(character.isPrintable) << std::hex << code;
+  for (const Harm& harm : harms()) {
+    for (std::uint32_t code = harm.first; code <= harm.last; ++code) {
+      const Character character = characterAt(utf8(code), 0);
+      ASSERT_EQ(character.isValid, !isSurrogate(code)) << harm.what << " " << std::hex << code;
+      ASSERT_FALSE(character.isPrintable) << harm.what << " " << std::hex << code;
+    }
   }
 }
 
 TEST(Characters, TakesNoOtherFormThanTheShortest) {
-  for (const std::string bytes :
-       {"\xC0\x80", "\xC1\xBF", "\xE0\x80\x80", "\xE0\x9F\xBF", "\xF0\x80\x80\x80",
-        "\xF0\x8F\xBF\xBF", "\xED\xA0\x80", "\xED\xBF\xBF", "\xF4\x90\x80\x80", "\xF5\x80\x80\x80",
-        "\xFF", "\xFE", "\x80", "\xBF", "\xC2", "\xE2\x80", "\xF0\x9F\x98", "\xC2x", "\xE2\x80x"}) {
+  for (const auto& [what, bytes] : invalidSequences()) {
     const Character character = characterAt(bytes, 0);
-    EXPECT_FALSE(character.isValid);
-    EXPECT_FALSE(character.isPrintable);
-    EXPECT_EQ(character.size, 1u);
-    EXPECT_EQ(character.code, static_cast<unsigned char>(bytes[0]));
+    EXPECT_FALSE(character.isValid) << what;
+    EXPECT_FALSE(character.isPrintable) << what;
+    EXPECT_EQ(character.size, 1u) << what;
+    EXPECT_EQ(character.code, static_cast<unsigned char>(bytes[0])) << what;
+  }
+}
+
+TEST(Characters, GivesTheRangesByWhichItDecides) {
+  const std::vector<CharacterRange> ranges = kit::unprintableRanges();
+  std::size_t next = 0;
+  for (std::uint32_t code = 0; code <= kLast; ++code) {
+    while (next < ranges.size() && ranges[next].last < code) ++next;
+    const bool isInside = next < ranges.size() && code >= ranges[next].first;
+    ASSERT_EQ(characterAt(utf8(code), 0).isPrintable, !isInside) << std::hex << code;
+  }
+}
+
+// Every character, and whatever is none, as the kit writes it.
+TEST(Characters, ReachTheTerminalPlainlyInEveryFormOfTheKit) {
+  for (const std::string& text : allCharacters()) {
+    ASSERT_TRUE(isPlain(kit::quoted(text))) << std::hex << characterAt(text, 0).code;
+    ASSERT_TRUE(isPlain(kit::jsonQuoted(text))) << std::hex << characterAt(text, 0).code;
+  }
+  for (const auto& [what, bytes] : invalidSequences()) {
+    EXPECT_TRUE(isPlain(kit::quoted(bytes))) << what;
+    EXPECT_TRUE(isPlain(kit::quoted(bytes + "\xC3\xA9"))) << what;
+    std::string json;
+    kit::Output out(appendToString, &json);
+    kit::putJsonText(out, bytes);
+    out.flush();
+    EXPECT_TRUE(isPlain(json)) << what;
   }
 }
 

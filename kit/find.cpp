@@ -23,6 +23,13 @@ const char* textOf(const Block& block, std::uint32_t index) {
   return text;
 }
 
+// Without quotes.
+std::string written(std::string_view part) {
+  std::string text;
+  forEachWritten(part, [&](std::string_view piece) { text += piece; });
+  return text;
+}
+
 bool holdsTexts(FieldKind kind) {
   return kind == FieldKind::kTwoTexts || kind == FieldKind::kTextList;
 }
@@ -124,7 +131,7 @@ std::string Finding::words(const char* path) const {
     case Failure::kNoIndex:
       return good + " is an array" +
              (block.bytes != nullptr ? " of " + elements + "; give one of them as " : "; write ") +
-             good + "[0]" + part;
+             good + "[0]" + written(part);
     case Failure::kNotAnArray:
       return good + " is no array";
     case Failure::kNull:
@@ -192,6 +199,11 @@ BkoqStatus bkoqExplainPath(const void* root, BkoqLayout layout, const char* path
       return BKOQ_OK;
     } else {
       words = finding.words(path);
+    }
+    if (words.size() >= size) {
+      std::size_t end = size - 1;
+      while (end > 0 && (static_cast<unsigned char>(words[end]) & 0xC0) == 0x80) --end;
+      words.resize(end);  // not within a character
     }
     std::snprintf(text, size, "%s", words.c_str());
     return BKOQ_NOT_FOUND;

@@ -96,6 +96,11 @@ TEST(Explain, SaysWhichPartOfAPathFailsAndWhatIsThere) {
       {"zzz", "BKQJDATATRANSFER has no field \"zzz\""},
       {"pSourceNodes.pszNodeName",
        "pSourceNodes is an array of 2 elements; give one of them as pSourceNodes[0].pszNodeName"},
+      {"pSourceNodes.\033[1m\xe2\x80\xae\xff",
+       "pSourceNodes is an array of 2 elements; give one of them as pSourceNodes[0].\\x1b"},
+      {"pSourceNodes.\xe2\x80\xae\xc3\xa9\xff",
+       "pSourceNodes is an array of 2 elements; give one of them as "
+       "pSourceNodes[0].\\xe2\\x80\\xae\xc3\xa9\\xff"},
       {"pszOwner[0]", "pszOwner is no array"},
       {"pszOwner.x", "pszOwner has no fields"},
       {"pSourceNodes[1].pMedia[0]", "pSourceNodes[1].pMedia is null"},
@@ -120,6 +125,14 @@ TEST(Explain, SaysWhichPartOfAPathFailsAndWhatIsThere) {
   EXPECT_STREQ(text, "");
   bkoqExplainPath(job.get(), BKOQ_LAYOUT_CURRENT, "pSourceNodes[2]", text, sizeof text);
   EXPECT_STREQ(text, "pSourceNo");
+  // Cut before a character, never within it.
+  char shorter[35];
+  for (const std::size_t size : {33, 34}) {
+    bkoqExplainPath(job.get(), BKOQ_LAYOUT_CURRENT, "z\xc3\xa9", shorter, size);
+    EXPECT_STREQ(shorter, "BKQJDATATRANSFER has no field \"z");
+  }
+  bkoqExplainPath(job.get(), BKOQ_LAYOUT_CURRENT, "z\xc3\xa9", shorter, sizeof shorter);
+  EXPECT_STREQ(shorter, "BKQJDATATRANSFER has no field \"z\xc3\xa9");
 }
 
 TEST(Nearest, NamesTheRecordThatWasMeant) {

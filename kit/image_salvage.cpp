@@ -12,30 +12,32 @@
 namespace bkoq::kit {
 namespace {
 
-// Blocks may be read more than once where offsets are damaged, but not without end.
-constexpr std::uint64_t kMostCopies = 3;
+// Texts may be read more than once where offsets are damaged, but not without end.
+constexpr std::uint64_t kMostReadings = 3;
+// So many texts that run into what follows them are kept track of.
+constexpr std::size_t kMostOpenTexts = 64;
 
-// Reads blocks where they must be, or where their offsets say when that is more likely; every block
-// is a copy, so that none can harm another.
+// Reads blocks where they must be, or where their offsets say when that is more likely. Each block
+// begins after the one before it began, so none but a text can lie over another; what is in records
+// is read once, and the tree can be made in the image itself.
 class Salvager {
  public:
-  Salvager(const std::uint8_t* image, std::uint32_t size, BkoqDoubtVisitor visitor, void* user)
-      : image_(image), size_(size), visitor_(visitor), user_(user) {}
-  ~Salvager() { bkoqFree(tree_, layout_, nullptr); }
-  Salvager(const Salvager&) = delete;
-  Salvager& operator=(const Salvager&) = delete;
+  enum class Mode {
+    kTry,    // nothing is changed
+    kRepair  // offsets and counts become those that were found
+  };
+
+  // After `size` bytes there are BKOQ_SALVAGE_ROOM zeros.
+  Salvager(std::uint8_t* image, std::uint32_t size, Mode mode, BkoqDoubtVisitor visitor, void* user)
+      : image_(image), size_(size), mode_(mode), visitor_(visitor), user_(user) {}
 
   void read(BkoqLayout layout) {
-    layout_ = layout;
     RecordView job;
     job.def = recordDef(layout, RecordType::kJob);
     job.layout = layout;
-    offsets_.push_back(kHeaderSize);
-    auto* copy = static_cast<std::uint8_t*>(allocate(job.def->size));
-    tree_ = copy;
-    job.bytes = copy;
-    take(copy, kHeaderSize, job.def->size);
-    clearPointers(job);
+    job.bytes = image_ + kHeaderSize;
+    blocks_ = 1;
+    moveOn(kHeaderSize, std::min(job.def->size, available(kHeaderSize)));
     if (size_ - kHeaderSize < job.def->size) doubtCut(kHeaderSize, job.def->size);
     const std::uint32_t root = loadWord(image_ + kRootAt);
     if (root != kHeaderSize) {
@@ -46,22 +48,11 @@ class Salvager {
     checkEnd();
   }
 
-  void* release() {
-    void* tree = tree_;
-    tree_ = nullptr;
-    return tree;
-  }
-  const std::vector<std::uint32_t>& offsets() const { return offsets_; }
+  std::uint32_t blocks() const { return blocks_; }
   std::uint32_t doubts() const { return doubts_; }
   std::uint32_t doubtfulFrom() const { return doubtfulFrom_; }
 
  private:
-  static void* allocate(std::size_t size) {
-    void* block = std::calloc(1, std::max<std::size_t>(size, 1));
-    if (block == nullptr) throw std::bad_alloc();
-    return block;
-  }
-
   std::uint32_t available(std::uint32_t offset) const {
     return offset < size_ ? size_ - offset : 0;
   }
@@ -70,16 +61,10 @@ class Salvager {
     return available(position) >= 4 ? loadWord(image_ + position) : 0;
   }
 
-  // The part of a block that is there; the rest is zero.
-  void take(std::uint8_t* copy, std::uint32_t offset, std::uint64_t size) {
-    const auto part = static_cast<std::uint32_t>(std::min<std::uint64_t>(size, available(offset)));
-    if (part > 0) std::memcpy(copy, image_ + offset, part);
-    moveOn(offset, part);
-  }
   void moveOn(std::uint32_t offset, std::uint32_t size) {
     last_ = offset;
     next_ = (offset + size + kAlignment - 1) / kAlignment * kAlignment;
-    copied_ += size;
+    read_ += size;
     for (std::uint32_t i = offset + size; i < std::min(next_, size_); ++i) {
       if (image_[i] == 0) continue;
       doubt(BKOQ_IMAGE_PADDING, thisBlock(), i, words("zero"), words("0x%02x", image_[i]),
@@ -89,18 +74,17 @@ class Salvager {
   }
 
   // `block` is the first block that may not be what was written.
-  void doubt(BkoqImageProblem problem, std::size_t block, std::uint32_t position,
+  void doubt(BkoqImageProblem problem, std::uint32_t block, std::uint32_t position,
              const Words& expected, const Words& found, const Words& what) {
-    const auto label = static_cast<std::uint32_t>(block);
-    if (doubtfulFrom_ == 0 || label < doubtfulFrom_) doubtfulFrom_ = label;
+    if (doubtfulFrom_ == 0 || block < doubtfulFrom_) doubtfulFrom_ = block;
     ++doubts_;
     if (visitor_ == nullptr) return;
     BkoqImageError error{};
     setImageError(error, problem, path_.text(), position, expected.text, found.text, what.text);
     visitor_(&error, user_);
   }
-  std::size_t thisBlock() const { return offsets_.size(); }
-  std::size_t nextBlock() const { return offsets_.size() + 1; }
+  std::uint32_t thisBlock() const { return blocks_; }
+  std::uint32_t nextBlock() const { return blocks_ + 1; }
   // Of the block that was taken last.
   void doubtCut(std::uint32_t offset, std::uint64_t size) {
     doubt(BKOQ_IMAGE_COUNT, thisBlock(), offset, words("%s", byteWords(size).text),
@@ -108,19 +92,13 @@ class Salvager {
           words("cut off: zeros are shown for what is missing"));
   }
 
-  static void clearPointers(const RecordView& record) {
-    forEachField(record, [](const FieldView& field) {
-      if (field.def().isPointer()) store(field, nullptr);
-      if (field.def().kind == FieldKind::kEmbedded) clearPointers(field.elementAt(field.bytes()));
-      return true;
-    });
+  // A number of the image is replaced by the one that was found.
+  void store(std::uint32_t position, std::uint32_t value) {
+    if (mode_ == Mode::kRepair) storeWord(image_ + position, value);
   }
-  static void store(const FieldView& field, const void* pointer) {
-    std::memcpy(const_cast<std::uint8_t*>(field.bytes()), &pointer, sizeof pointer);
-  }
-  static void storeCount(const FieldView& field, std::uint32_t count) {
-    auto* record = const_cast<std::uint8_t*>(field.record().bytes);
-    storeWord(record + field.def().countOffset, count);
+  void storeCount(const FieldView& field, std::uint32_t count) {
+    const auto place = static_cast<std::uint32_t>(field.record().bytes - image_);
+    store(place + field.def().countOffset, count);
   }
 
   void readRecord(const RecordView& record, std::uint32_t place) {
@@ -137,42 +115,64 @@ class Salvager {
       return readRecord(field.elementAt(field.bytes()), position);
     }
     if (!field.def().isPointer()) return;
-    const std::uint32_t offset = word(position);
-    if (offset == 0) return;
-    if (!field.pointsSomewhere()) {
-      return doubt(BKOQ_IMAGE_UNKNOWN_MEDIA, nextBlock(), position, words("null"),
-                   words("offset %u", offset),
-                   words("not read, since the kind of the job is not known"));
-    }
-    if (copied_ > kMostCopies * size_) {
-      return doubt(BKOQ_IMAGE_OVERLAP, nextBlock(), position,
-                   words("blocks that take the image once"), words("more"),
-                   words("not read: too much leads to the same bytes"));
-    }
-    if (isTakenLater(offset, position)) {
-      return doubt(BKOQ_IMAGE_OVERLAP, nextBlock(), position, words("null"),
-                   words("offset %u", unsigned{offset}),
-                   words("not read: another offset leads to the block that comes here"));
-    }
-    const std::uint32_t start = std::min(startOf(field, offset, position), size_);
-    const bool isCounted =
-        field.def().kind == FieldKind::kArray || field.def().kind == FieldKind::kTextList;
-    if (start >= size_ && !(isCounted && field.count() == 0)) {
-      return skipCut(offset, position);
-    }
-    offsets_.push_back(start);
+    const std::uint32_t start = findBlock(field, position);
+    store(position, start);
+    if (start == 0) return;
+    ++blocks_;
     lastHasTexts_ = field.target() == nullptr;
+    lastIsSecret_ = lastHasTexts_ && field.def().secret != Secret::kNone;
     if (field.target() != nullptr) {
+      endTexts(start);
       readElements(field, start, position);
     } else {
       readTexts(field, start);
     }
   }
 
-  // Nothing of the block is there. Its count stays, and tells how many there were.
-  void skipCut(std::uint32_t offset, std::uint32_t position) {
-    doubt(BKOQ_IMAGE_OUTSIDE, nextBlock(), position, words("less than %u", unsigned{size_}),
-          words("offset %u", unsigned{offset}), words("cut off: nothing of it is left"));
+  // Where the block of a pointer begins; 0 for none.
+  std::uint32_t findBlock(const FieldView& field, std::uint32_t position) {
+    const std::uint32_t offset = word(position);
+    if (offset == 0) return 0;
+    if (!field.pointsSomewhere()) {
+      doubt(BKOQ_IMAGE_UNKNOWN_MEDIA, nextBlock(), position, words("null"),
+            words("offset %u", offset), words("not read, since the kind of the job is not known"));
+      return 0;
+    }
+    if (read_ > kMostReadings * size_ || openTexts_.size() >= kMostOpenTexts) {
+      doubt(BKOQ_IMAGE_OVERLAP, nextBlock(), position, words("blocks that take the image once"),
+            words("more"), words("not read: too much leads to the same bytes"));
+      return 0;
+    }
+    // Texts that run into one another: what is secret is to be found in no other text.
+    const bool isInTextBefore =
+        lastHasTexts_ && offset > last_ && offset < next_ && offset % kAlignment == 0;
+    const bool isSecret = field.def().secret != Secret::kNone;
+    if (isInTextBefore && lastIsSecret_ && !leadsOn(field, offset)) {
+      doubt(BKOQ_IMAGE_OVERLAP, nextBlock(), position, words("offset %u", unsigned{next_}),
+            words("offset %u", unsigned{offset}), words("not read: it leads into a secret"));
+      return 0;
+    }
+    if (isInTextBefore && isSecret && !lastIsSecret_) {
+      endTexts(offset);
+      shift_ = 0;
+      return offset;
+    }
+    if (isTakenLater(offset, position)) {
+      doubt(BKOQ_IMAGE_OVERLAP, nextBlock(), position, words("null"),
+            words("offset %u", unsigned{offset}),
+            words("not read: another offset leads to the block that comes here"));
+      return 0;
+    }
+    const std::uint32_t start = std::min(startOf(field, offset, position), size_);
+    const bool isCounted =
+        field.def().kind == FieldKind::kArray || field.def().kind == FieldKind::kTextList;
+    if (start >= size_ && !(isCounted && field.count() == 0)) {
+      // Nothing of the block is there. Its count stays, and tells how many there were.
+      doubt(BKOQ_IMAGE_OUTSIDE, nextBlock(), position, words("less than %u", unsigned{size_}),
+            words("offset %u", unsigned{offset}), words("cut off: nothing of it is left"));
+      return 0;
+    }
+    return start;
   }
 
   // Whether an offset was none: a later one in the same record leads to the very block that must
@@ -256,15 +256,7 @@ class Salvager {
       const bool endsThere = first > start && first < size_ && (first - start) % size == 0;
       if (endsThere && (first - start) / size != said) count = (first - start) / size;
     }
-    auto* elements = static_cast<std::uint8_t*>(allocate(std::size_t{count} * size));
-    for (std::uint32_t i = 0; i < count; ++i) {
-      const std::uint32_t place = start + i * size;
-      const std::uint32_t part = std::min(size, available(place));
-      std::memcpy(elements + i * size, image_ + place, part);
-    }
     moveOn(start, std::min(count * size, available(start)));
-    store(field, elements);
-    for (std::uint32_t i = 0; i < count; ++i) clearPointers(field.elementAt(elements + i * size));
     if (count != said) {
       storeCount(field, count);
       doubt(BKOQ_IMAGE_COUNT, thisBlock(), position,
@@ -276,7 +268,7 @@ class Salvager {
     for (std::uint32_t i = 0; i < count; ++i) {
       Path::Mark mark = path_.mark();
       if (field.def().kind == FieldKind::kArray) mark = path_.appendIndex(i);
-      readRecord(field.elementAt(elements + i * size), start + i * size);
+      readRecord(field.elementAt(image_ + start + i * size), start + i * size);
       path_.cut(mark);
     }
   }
@@ -302,16 +294,45 @@ class Salvager {
       if (field.kind() == FieldKind::kTextList) kept = whole + (hasRest ? 1 : 0);
     }
     const std::uint32_t size = end - start;
-    auto* texts = static_cast<std::uint8_t*>(allocate(std::size_t{size} + 2));
-    if (size > 0) std::memcpy(texts, image_ + start, size);
     moveOn(start, size);
-    store(field, texts);
+    addOpenText(field, start, end);
     if (!isCut) return;
     if (kept != count) storeCount(field, kept);
     doubt(BKOQ_IMAGE_UNTERMINATED, thisBlock(), start,
           words("%u texts with their NULs", unsigned{count}),
           words("the end of the image at %u", unsigned{size_}),
           words("cut off: what is left of the text is shown"));
+  }
+
+  // Remembers a text until it is known whether it runs into records.
+  void addOpenText(const FieldView& field, std::uint32_t start, std::uint32_t end) {
+    const auto isOver = [start](const OpenText& text) { return text.end <= start; };
+    openTexts_.erase(std::remove_if(openTexts_.begin(), openTexts_.end(), isOver),
+                     openTexts_.end());
+    const auto record = static_cast<std::uint32_t>(field.record().bytes - image_);
+    const bool isList = field.kind() == FieldKind::kTextList;
+    openTexts_.push_back({start, end, thisBlock(), isList ? record + field.def().countOffset : 0,
+                          field.kind() == FieldKind::kTwoTexts});
+  }
+
+  // Records or a secret begin at `start`: whatever text runs into them has lost its end, and ends
+  // before them.
+  void endTexts(std::uint32_t start) {
+    for (const OpenText& text : openTexts_) {
+      if (text.end <= start) continue;
+      doubt(BKOQ_IMAGE_OVERLAP, text.block, text.start, words("an end before %u", unsigned{start}),
+            words("%u", unsigned{text.end}), words("cut off: the text runs into what comes here"));
+      const std::uint32_t end = start - 1;
+      if (mode_ == Mode::kRepair) image_[end] = 0;
+      if (text.areTwo && mode_ == Mode::kRepair) image_[end - 1] = 0;
+      if (text.countAt == 0) continue;
+      // What is left of a list, without the padding after it.
+      std::uint32_t last = end;
+      while (last > text.start && start - last < kAlignment && image_[last - 1] == 0) --last;
+      const auto nuls = std::count(image_ + text.start, image_ + last, std::uint8_t{0});
+      store(text.countAt, static_cast<std::uint32_t>(nuls) + 1);
+    }
+    openTexts_.clear();
   }
 
   void checkEnd() {
@@ -321,65 +342,96 @@ class Salvager {
             words("bytes at the end belong to nothing that was found"));
     }
     const std::uint32_t said = loadWord(image_ + kBlocksAt);
-    const auto found = static_cast<std::uint32_t>(offsets_.size());
-    if (found != said) {
+    if (blocks_ != said) {
       doubt(BKOQ_IMAGE_BLOCKS, doubtfulFrom_ != 0 ? doubtfulFrom_ : 1, kBlocksAt,
-            words("%u blocks", unsigned{found}), words("%u", unsigned{said}),
+            words("%u blocks", unsigned{blocks_}), words("%u", unsigned{said}),
             words("not as many blocks as the header says"));
     }
   }
 
-  const std::uint8_t* image_;
+  // A block of texts, which reaches up to `end` unless it is cut.
+  struct OpenText {
+    std::uint32_t start;
+    std::uint32_t end;
+    std::uint32_t block;
+    std::uint32_t countAt;  // of a list
+    bool areTwo;
+  };
+
+  std::uint8_t* image_;
   std::uint32_t size_;
+  Mode mode_;
   BkoqDoubtVisitor visitor_;
   void* user_;
-  BkoqLayout layout_ = BKOQ_LAYOUT_CURRENT;
-  void* tree_ = nullptr;
   Path path_;
-  std::vector<std::uint32_t> offsets_;  // of the blocks, by number - 1
-  std::uint32_t last_ = 0;              // where the last block began
+  std::vector<OpenText> openTexts_;
+  std::uint32_t blocks_ = 0;
+  std::uint32_t last_ = 0;  // where the last block began
   bool lastHasTexts_ = false;
+  bool lastIsSecret_ = false;
   std::uint32_t next_ = kHeaderSize;  // where the next one must begin
   std::uint32_t shift_ = 0;           // what an offset that was not believed lacked
-  std::uint64_t copied_ = 0;
+  std::uint64_t read_ = 0;
   std::uint32_t doubts_ = 0;
   std::uint32_t doubtfulFrom_ = 0;
 };
 
 // The layout that the header names, unless the tree is wholly of the other one; without such a name
 // the one in which there is less to doubt.
-BkoqLayout likelyLayout(const std::uint8_t* image, std::uint32_t size) {
+BkoqLayout likelyLayout(std::uint8_t* image, std::uint32_t size) {
   const std::uint32_t named = loadWord(image + kLayoutAt);
   const BkoqLayout first = named == 2 ? BKOQ_LAYOUT_PREVIOUS : BKOQ_LAYOUT_CURRENT;
   const BkoqLayout second = named == 2 ? BKOQ_LAYOUT_CURRENT : BKOQ_LAYOUT_PREVIOUS;
-  Salvager asNamed(image, size, nullptr, nullptr);
-  asNamed.read(first);
-  if (asNamed.doubts() == 0) return first;
-  Salvager asOther(image, size, nullptr, nullptr);
-  asOther.read(second);
+  const auto doubtsAs = [&](BkoqLayout layout) {
+    Salvager salvager(image, size, Salvager::Mode::kTry, nullptr, nullptr);
+    salvager.read(layout);
+    return salvager.doubts();
+  };
+  const std::uint32_t asNamed = doubtsAs(first);
+  if (asNamed == 0) return first;
   const bool isNamed = named == 1 || named == 2;
-  return asOther.doubts() < (isNamed ? 1 : asNamed.doubts()) ? second : first;
+  return doubtsAs(second) < (isNamed ? 1 : asNamed) ? second : first;
+}
+
+// Makes pointers of the offsets of a repaired image.
+void makePointers(std::uint8_t* image, const RecordView& record) {
+  forEachField(record, [image](const FieldView& field) {
+    auto* bytes = const_cast<std::uint8_t*>(field.bytes());
+    if (field.def().kind == FieldKind::kEmbedded) makePointers(image, field.elementAt(bytes));
+    if (!field.def().isPointer() || loadWord(bytes) == 0) return true;
+    std::uint8_t* block = image + loadWord(bytes);
+    std::memcpy(bytes, &block, sizeof block);
+    if (field.target() == nullptr) return true;
+    const std::uint32_t count = field.count();
+    for (std::uint32_t i = 0; i < count; ++i) {
+      makePointers(image, field.elementAt(block + i * field.target()->size));
+    }
+    return true;
+  });
 }
 
 }  // namespace
 }  // namespace bkoq::kit
 
-BkoqStatus bkoqSalvageImage(const void* image, size_t size, BkoqLayout* layout, void** root,
+BkoqStatus bkoqSalvageImage(void* image, size_t size, BkoqLayout* layout, void** root,
                             BkoqDoubtVisitor visitor, void* user, BkoqSalvage* salvage) {
   using namespace bkoq::kit;
   if (root != nullptr) *root = nullptr;
   if (salvage != nullptr) *salvage = BkoqSalvage{};
-  if (image == nullptr || layout == nullptr || root == nullptr) return BKOQ_BAD_ARGUMENT;
+  const bool isAligned = reinterpret_cast<std::uintptr_t>(image) % kAlignment == 0;
+  if (image == nullptr || layout == nullptr || root == nullptr || !isAligned) {
+    return BKOQ_BAD_ARGUMENT;
+  }
   return guarded([&] {
-    const auto* bytes = static_cast<const std::uint8_t*>(image);
+    auto* bytes = static_cast<std::uint8_t*>(image);
     BkoqImageError error{};
     const bool isHeaderGood = checkImageHeader(bytes, size, error);
     const bool isChecksumBad = error.problem == BKOQ_IMAGE_CHECKSUM;
     if (!isHeaderGood && visitor != nullptr) visitor(&error, user);
     if (salvage != nullptr) salvage->doubts = isHeaderGood ? 0 : 1;
     if (size <= kHeaderSize) return BKOQ_BAD_IMAGE;
-    // An offset has 32 bits, so nothing beyond can be reached.
-    const auto total = static_cast<std::uint32_t>(std::min<std::size_t>(size, 0xFFFFFFF0U));
+    std::memset(bytes + size, 0, BKOQ_SALVAGE_ROOM);
+    const auto total = static_cast<std::uint32_t>(size);
     *layout = likelyLayout(bytes, total);
     const std::uint32_t named = loadWord(bytes + kLayoutAt);
     const bool isMislabelled = error.problem != BKOQ_IMAGE_LAYOUT && (named == 1 || named == 2) &&
@@ -388,20 +440,18 @@ BkoqStatus bkoqSalvageImage(const void* image, size_t size, BkoqLayout* layout, 
       setMislabelled(error, named);
       if (visitor != nullptr) visitor(&error, user);
     }
-    Salvager salvager(bytes, total, visitor, user);
+    Salvager salvager(bytes, total, Salvager::Mode::kRepair, visitor, user);
     salvager.read(*layout);
+    makePointers(bytes, RecordView::job(bytes + kHeaderSize, *layout));
+    storeWord(bytes + kSizeAt, total);
     if (salvage != nullptr) {
-      const std::vector<std::uint32_t>& offsets = salvager.offsets();
-      salvage->offsets = static_cast<std::uint32_t*>(std::malloc(offsets.size() * 4));
-      if (salvage->offsets == nullptr) return BKOQ_NO_MEMORY;
-      std::copy(offsets.begin(), offsets.end(), salvage->offsets);
-      salvage->blocks = static_cast<std::uint32_t>(offsets.size());
+      salvage->blocks = salvager.blocks();
       salvage->doubts = salvager.doubts() + (isHeaderGood ? 0 : 1) + (isMislabelled ? 1 : 0);
       salvage->doubtfulFrom = salvager.doubtfulFrom();
       // Bytes were changed, and nothing tells which.
       if (isChecksumBad) salvage->doubtfulFrom = 1;
     }
-    *root = salvager.release();
+    *root = bytes + kHeaderSize;
     return BKOQ_OK;
   });
 }

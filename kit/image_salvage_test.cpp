@@ -40,21 +40,22 @@ struct Salvaged {
   std::string text;
 };
 
-Salvaged salvage(const Bytes& image) {
+Salvaged salvage(Bytes image) {
   Salvaged result;
   void* root = nullptr;
   const BkoqDoubtVisitor visitor = [](const BkoqImageError* error, void* user) {
     *static_cast<std::string*>(user) += std::string(error->text) + "\n";
   };
-  result.status = bkoqSalvageImage(image.data(), image.size(), &result.layout, &root, visitor,
+  const std::size_t size = image.size();
+  image.resize(size + BKOQ_SALVAGE_ROOM, 0xA5);
+  image.push_back(0xA5);
+  result.status = bkoqSalvageImage(image.data(), size, &result.layout, &root, visitor,
                                    &result.doubts, &result.salvage);
+  EXPECT_EQ(image.back(), 0xA5);
   if (root != nullptr) result.text = shown(root, result.layout, result.salvage.doubtfulFrom);
-  bkoqFree(root, result.layout, nullptr);
   EXPECT_EQ(
       static_cast<std::uint32_t>(std::count(result.doubts.begin(), result.doubts.end(), '\n')),
       result.salvage.doubts);
-  std::free(result.salvage.offsets);
-  result.salvage.offsets = nullptr;
   return result;
 }
 
@@ -250,33 +251,74 @@ TEST(Salvage, TellsAMislabelledLayoutWithTheRightChecksum) {
   EXPECT_TRUE(has(result.text, "\"accounting\""));
 }
 
-TEST(Salvage, GivesTheOffsetsOfTheBlocks) {
+TEST(Salvage, MakesTheTreeInPlace) {
   const CurrentTree job = currentBackup();
   const Bytes image = imageOf(job);
+  Bytes repaired = image;
+  repaired.resize(image.size() + BKOQ_SALVAGE_ROOM);
   BkoqLayout layout;
   void* root = nullptr;
-  BkoqSalvage salvage;
   ASSERT_EQ(
-      bkoqSalvageImage(image.data(), image.size(), &layout, &root, nullptr, nullptr, &salvage),
+      bkoqSalvageImage(repaired.data(), image.size(), &layout, &root, nullptr, nullptr, nullptr),
       BKOQ_OK);
+  EXPECT_EQ(root, repaired.data() + 32);
   struct Check {
     const Bytes& image;
-    const BkoqSalvage& salvage;
+    const Bytes& repaired;
     int texts;
-  } check{image, salvage, 0};
+  } check{image, repaired, 0};
   const BkoqVisitor visitor = [](const BkoqVisit* visit, void* user) {
     auto& self = *static_cast<Check*>(user);
     const bool isText = visit->kind == BKOQ_FIELD_TEXT && visit->target != 0;
     if (visit->event != BKOQ_FIELD || !isText) return 0;
-    const std::uint32_t offset = self.salvage.offsets[visit->target - 1];
-    EXPECT_EQ(std::memcmp(&self.image[offset], visit->targetBytes, visit->targetSize), 0);
+    const auto offset = static_cast<const std::uint8_t*>(visit->targetBytes) - &self.repaired[0];
+    EXPECT_EQ(std::memcmp(&self.image[static_cast<std::size_t>(offset)], visit->targetBytes,
+                          visit->targetSize),
+              0);
     ++self.texts;
     return 0;
   };
   bkoqWalk(root, layout, visitor, &check);
   EXPECT_GT(check.texts, 10);
-  bkoqFree(root, layout, nullptr);
-  std::free(salvage.offsets);
+  EXPECT_EQ(bkoqSalvageImage(repaired.data() + 1, image.size() - 1, &layout, &root, nullptr,
+                             nullptr, nullptr),
+            BKOQ_BAD_ARGUMENT);
+}
+
+// A text without its end would reach into the records after it, which are made into a tree there.
+TEST(Salvage, EndsATextBeforeTheRecordsThatItRunsInto) {
+  Bytes image = imageWithItems();
+  const auto all = std::string(image.begin(), image.end());
+  const std::size_t bravo = all.find("bravo");
+  ASSERT_EQ(bravo, 484u);
+  std::fill(image.begin() + 489, image.begin() + 492, 'o');
+  seal(image);
+  const Salvaged result = salvage(image);
+  EXPECT_TRUE(has(result.text, "\"bravooo\" ")) << result.text;
+  EXPECT_TRUE(has(result.doubts, "cut off: the text runs into what comes here"));
+  for (const char* text : {"alpha", "/charlie", "/delta", "/echo", "/foxtrot"}) {
+    EXPECT_TRUE(has(result.text, "\"" + std::string(text) + "\"")) << text << result.doubts;
+  }
+}
+
+// A count that takes a list over all that follows it.
+TEST(Salvage, EndsAListBeforeTheRecordsThatItRunsInto) {
+  CurrentTree job = currentJob(1);
+  BKNODE* node = give<BKNODE>(job->ulNumSourceNodes, job->pSourceNodes, 1);
+  BKDDISK* disk = give<BKDDISK>(node->ulMediaCount, node->pMedia, 1);
+  BKDISKITEM* items = give<BKDISKITEM>(disk->ulDiskItemCount, disk->pDiskItems, 1);
+  items->pFileList = texts({"one", "two"});
+  items->ulFileCount = 2;
+  node = give<BKNODE>(job->ulNumDestNodes, job->pDestNodes, 1);
+  node->pszNodeName = text("after");
+  Bytes image = imageOf(job);
+  for (const std::uint32_t count : {3U, 7U, 0x80000000U}) {
+    kit::storeWord(&image[32 + 292 + 100 + 52 + 4], count);
+    seal(image);
+    const Salvaged result = salvage(image);
+    EXPECT_TRUE(has(result.text, "\"one\", \"two\"")) << count << result.text << result.doubts;
+    EXPECT_TRUE(has(result.text, "\"after\"")) << count << result.text << result.doubts;
+  }
 }
 
 // Every changed byte and every cut: it ends, stays in the image, and shows at least the job.

@@ -268,11 +268,8 @@ BkoqStatus printAtFile(const RecordView& job, std::uint32_t offset, const Option
     }
     return printOutside(offset, std::string("header, ") + word->meaning, options, sink, user);
   }
-  if (options.places.image != nullptr) {
-    const std::uint32_t size =
-        loadWord(static_cast<const std::uint8_t*>(options.places.image) + kSizeAt);
-    if (offset >= size) return BKOQ_NOT_FOUND;
-  }
+  const auto* image = static_cast<const std::uint8_t*>(options.places.image);
+  if (offset >= loadWord(image + kSizeAt)) return BKOQ_NOT_FOUND;
   BlockFinder finder(offset, options);
   Walker<BlockFinder>(finder).walk(job);
   if (!finder.isFound()) return BKOQ_NOT_FOUND;
@@ -351,8 +348,7 @@ BkoqStatus bkoqPrintAtFile(const void* root, BkoqLayout layout, uint32_t offset,
                            const BkoqPrintOptions* options, const BkoqImagePlaces* places,
                            BkoqSink sink, void* user) {
   using namespace bkoq::kit;
-  const bool hasImage =
-      places != nullptr && (places->image != nullptr || places->offsets != nullptr);
+  const bool hasImage = places != nullptr && places->image != nullptr;
   if (root == nullptr || sink == nullptr || !isLayout(layout) || !hasImage) {
     return BKOQ_BAD_ARGUMENT;
   }

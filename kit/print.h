@@ -43,9 +43,8 @@ inline bool isDoubtful(std::uint32_t block, const Options& options) {
   return options.places.doubtfulFrom != 0 && block >= options.places.doubtfulFrom;
 }
 
-// Where a block lay in its image.
+// Where a block lies in its image.
 inline std::uint32_t imageOffset(const Block& block, const Options& options) {
-  if (options.places.offsets != nullptr) return options.places.offsets[block.label - 1];
   return static_cast<std::uint32_t>(block.bytes -
                                     static_cast<const std::uint8_t*>(options.places.image));
 }

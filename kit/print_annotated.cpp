@@ -183,7 +183,7 @@ class Annotator {
 
   // Where the block lies in its image. After a masked text this would tell how long the text is.
   void putFilePlace(const Block& block) {
-    if (options_.places.image == nullptr && options_.places.offsets == nullptr) return;
+    if (options_.places.image == nullptr) return;
     if (isAnythingMasked_) return out_.put(", file ? (--show-secrets)");
     out_.put(", file ", decimal(imageOffset(block, options_)));
   }

@@ -256,8 +256,7 @@ class CommandLine {
     text(sub, "--unix-text", wanted.unixText, "TEXT", "backups: the text");
   }
   void why(CLI::App& sub, const char* meaning) {
-    auto* flag = sub.add_flag("--why", request_.why, meaning);
-    flag->excludes(sub.get_option("--json"))->excludes(sub.get_option("--html"));
+    sub.add_flag("--why", request_.why, meaning)->excludes(sub.get_option("--html"));
   }
   void processes(CLI::App& sub) {
     sub.add_option("-j,--jobs", request_.processes, "share many files among so many processes")
@@ -409,10 +408,12 @@ class CommandLine {
                         [this] { return explainCommand(request_); });
     file(sub, "JOB", "the job file");
     auto* field = sub.add_option("--field", request_.field,
-                                 "only what decides that field of a record, and how")
+                                 "only what decides that field of a record, and how; * and ** "
+                                 "as for show")
                       ->type_name("PATH")
                       ->check(notEmpty());
-    sub.add_option("--attribute", request_.attribute, "only what that attribute decides")
+    sub.add_option("--attribute", request_.attribute,
+                   "only what that attribute decides; * and ** as for show")
         ->type_name("PATH")
         ->check(notEmpty())
         ->excludes(field);

@@ -7,10 +7,12 @@
 #include <cstring>
 #include <memory>
 #include <nlohmann/json.hpp>
+#include <string_view>
 #include <unordered_map>
 #include <utility>
 
 #include "tools/attributes.h"
+#include "tools/image_doubts.h"
 #include "tools/job_file.h"
 #include "tools/leftover.h"
 #include "tools/many_files.h"
@@ -92,11 +94,10 @@ Status printed(BkoqStatus status, const std::string& missing) {
 struct Source {
   Status status = kFailed;
   OwnedTree tree;
-  std::string image;    // in which the tree lies, if it lies in one
-  std::string problem;  // with an image; "" when nothing is wrong
-  // Of a salvaged image.
-  std::unique_ptr<std::uint32_t, void (*)(void*)> offsets{nullptr, std::free};
-  unsigned int doubtfulFrom = 0;
+  // In which the tree lies, if it lies in one; after a salvaged image there is room for it.
+  std::string image;
+  std::string problem;            // with an image; "" when nothing is wrong
+  unsigned int doubtfulFrom = 0;  // of a salvaged image
 };
 
 std::string missingPath(const OwnedTree& tree, const std::string& path) {
@@ -118,7 +119,7 @@ Status printPlace(const OwnedTree& tree, const std::string& place, const BkoqPri
   unsigned int block = 0;
   unsigned int offset = 0;
   if (parseFilePlace(place, offset)) {
-    if (places.image == nullptr && places.offsets == nullptr) {
+    if (places.image == nullptr) {
       return fail("--at " + place + " goes with an image, not with a job file");
     }
     return printed(
@@ -143,7 +144,6 @@ Status printTree(const OwnedTree& tree, const Request& request, BkoqSink sink, v
   BkoqImagePlaces places = {};
   if (source != nullptr) {
     places.image = source->image.empty() ? nullptr : source->image.data();
-    places.offsets = source->offsets.get();
     places.doubtfulFrom = source->doubtfulFrom;
   }
   if (!request.field.empty()) {
@@ -200,7 +200,8 @@ Status writeImage(const OwnedTree& tree, const std::string& path) {
 }
 
 // Of a bad image what could be read up to the error. `hint` follows the message then.
-Source readImage(std::string content, const std::string& file, const std::string& hint = "") {
+Source readImage(std::string content, const std::string& file, const Request& request,
+                 const std::string& hint = "") {
   Source source;
   source.image = std::move(content);
   BkoqLayout layout = BKOQ_LAYOUT_CURRENT;
@@ -215,49 +216,31 @@ Source readImage(std::string content, const std::string& file, const std::string
   status = bkoqReadImage(source.image.data(), source.image.size(), &layout, &root, &error);
   source.tree = OwnedTree(root, layout);
   source.image.clear();
-  source.problem = status == BKOQ_BAD_IMAGE ? error.text : bkoqStatusText(status);
-  fail(shownName(file) + ": " + source.problem + (status == BKOQ_BAD_IMAGE ? hint : ""));
+  if (status == BKOQ_BAD_IMAGE) {
+    ImageDoubts doubts(shownName(file), request.showSecrets);
+    ImageDoubts::add(&error, &doubts);
+    doubts.tell(root, layout, nullptr, hint);
+    source.problem = doubts.words();
+  } else {
+    source.problem = bkoqStatusText(status);
+    fail(shownName(file) + ": " + source.problem);
+  }
   return source;
 }
 
-// Says what is doubtful of an image, the first of it at least.
-class Doubts {
- public:
-  explicit Doubts(std::string file) : file_(std::move(file)) {}
-
-  static void add(const BkoqImageError* error, void* user) {
-    auto& self = *static_cast<Doubts*>(user);
-    if (self.first_.empty()) self.first_ = error->text;
-    if (++self.count_ <= kMost) fail(self.file_ + ": " + error->text);
-  }
-  void end() const {
-    if (count_ > kMost) fail(file_ + ": " + std::to_string(count_ - kMost) + " more doubts");
-  }
-  // In one line; "" when there are none.
-  std::string words() const {
-    if (count_ < 2) return first_;
-    return first_ + "; and " + std::to_string(count_ - 1) +
-           (count_ == 2 ? " doubt more" : " doubts more");
-  }
-
- private:
-  static constexpr unsigned int kMost = 20;
-  std::string file_;
-  std::string first_;
-  unsigned int count_ = 0;
-};
-
-Source salvageImage(const std::string& content, const std::string& file) {
+Source salvageImage(std::string content, const std::string& file, const Request& request) {
   Source source;
+  source.image = std::move(content);
+  const std::size_t size = source.image.size();
+  source.image.append(BKOQ_SALVAGE_ROOM, '\0');
   BkoqLayout layout = BKOQ_LAYOUT_CURRENT;
   void* root = nullptr;
   BkoqSalvage salvage = {};
-  Doubts doubts(shownName(file));
-  const BkoqStatus status = bkoqSalvageImage(content.data(), content.size(), &layout, &root,
-                                             Doubts::add, &doubts, &salvage);
-  doubts.end();
-  source.tree = OwnedTree(root, layout);
-  source.offsets.reset(salvage.offsets);
+  ImageDoubts doubts(shownName(file), request.showSecrets);
+  const BkoqStatus status =
+      bkoqSalvageImage(&source.image[0], size, &layout, &root, ImageDoubts::add, &doubts, &salvage);
+  doubts.tell(root, layout, source.image.data());
+  source.tree = OwnedTree(root, layout, true);
   source.doubtfulFrom = salvage.doubtfulFrom;
   source.problem = doubts.words();
   if (status == BKOQ_OK && salvage.doubts == 0) source.status = kDone;
@@ -394,21 +377,43 @@ Status flattenCommand(const Request& request) {
 
 namespace {
 
-// Prints what decides the field that was shown.
-Status printWhy(const std::string& content, const Request& request) {
+// Prints what was asked for of each tree, with what decides it.
+Status printWithReasons(const std::vector<OwnedTree>& trees, const std::string& content,
+                        const Request& request) {
   unsigned int block = 0;
   unsigned int offset = 0;
-  if (!request.at.empty() && !parsePlace(request.at, block, offset)) return kFailed;
-  Why why(content, request.files.front(), request.selection);
-  for (const BkoqLayout layout : layoutsOf(request.layout)) {
-    const std::string path = request.at.empty() ? request.field : why.pathAt(block, offset, layout);
-    const std::string line = path.empty() ? "" : why.ofPath(path, layout);
-    if (line.empty()) {
-      return fail("--why goes with one field, and there is none " +
-                  (request.at.empty() ? "of the path " + path : "at " + request.at));
-    }
-    print(line + "\n");
+  if (!request.at.empty() && !parsePlace(request.at, block, offset)) {
+    return printTrees(trees, request);  // says what is wrong
   }
+  Why why(content, request.files.front(), request.selection);
+  if (!request.json) {
+    const Status status = printTrees(trees, request);
+    if (status != kDone) return status;
+  }
+  std::string documents;
+  for (const OwnedTree& tree : trees) {
+    const BkoqLayout layout = tree.layout();
+    const std::string path = request.at.empty() ? request.field : why.pathAt(block, offset, layout);
+    std::vector<FieldReason> reasons;
+    if (!path.empty()) reasons = why.ofPath(path, layout);
+    if (!request.json) {
+      for (const FieldReason& reason : reasons) {
+        if (request.isShort && reasons.size() > 1 && reason.field->isZero) continue;
+        print((trees.size() > 1 ? std::string(nameOf(layout)) + " layout: " : "") +
+              why.text(reason) + "\n");
+      }
+      continue;
+    }
+    std::string printed;
+    const Status status = printTree(tree, request, stringSink, &printed);
+    if (status != kDone) return status;
+    documents += (documents.empty() ? "" : ",\n") + withReasons(printed, why, reasons, layout);
+  }
+  if (request.json && trees.size() > 1) {
+    documents =
+        "{\n\"format\": \"bkoq-trees\",\n\"version\": 1,\n\"trees\": [\n" + documents + "]\n}\n";
+  }
+  print(documents);
   return kDone;
 }
 
@@ -429,10 +434,10 @@ Status showCommand(const Request& request) {
     }
     Source source;
     if (request.salvage) {
-      source = salvageImage(content, file);
+      source = salvageImage(std::move(content), file, request);
     } else {
-      source = readImage(std::move(content), file, "; --salvage shows all that can still be read");
-      content.clear();
+      source = readImage(std::move(content), file, request,
+                         "; --salvage shows all that can still be read");
     }
     if (source.tree.root() == nullptr) return source.status;
     // Of a bad image what could be read.
@@ -442,10 +447,10 @@ Status showCommand(const Request& request) {
         request.html ? printPage({baseName(file), {whole}, false, false, source.problem}, request)
                      : printTree(source.tree, request, bkoqFileSink, stdout, &source);
     if (status == kDone && request.annotate && request.salvage) {
-      const auto ranges =
-          leftovers(source.tree.root(), source.tree.layout(), source.offsets.get(), content);
+      const std::string_view image(source.image.data(), source.image.size() - BKOQ_SALVAGE_ROOM);
+      const auto ranges = leftovers(source.tree.root(), source.tree.layout(), image);
       status =
-          printed(printLeftovers(ranges, content, request.showSecrets, bkoqFileSink, stdout), "");
+          printed(printLeftovers(ranges, image, request.showSecrets, bkoqFileSink, stdout), "");
     }
     return source.status == kDone ? status : source.status;
   }
@@ -458,8 +463,7 @@ Status showCommand(const Request& request) {
     trees.push_back(std::move(source.tree));
   }
   if (!request.html) {
-    const Status status = printTrees(trees, request);
-    return request.why && status == kDone ? printWhy(content, request) : status;
+    return request.why ? printWithReasons(trees, content, request) : printTrees(trees, request);
   }
   Page page = {baseName(file), {}, false, false, ""};
   for (const OwnedTree& tree : trees) {
@@ -495,7 +499,7 @@ Status printExplainedChanges(const Source (&sources)[2], const std::string (&con
     const std::string& content = contents[request.layouts ? 0 : i];
     if (areJobs[i]) whys[i] = std::make_unique<Why>(content, file, request.selection);
   }
-  print(withReasons(differing, {whys[0].get(), whys[1].get()}, layouts));
+  print(withReasons(differing, {whys[0].get(), whys[1].get()}, layouts, request.json));
   return differing.paths[0].empty() ? kDone : kDiffers;
 }
 
@@ -529,7 +533,7 @@ Status diffCommand(const Request& request) {
       for (std::size_t i = 0; i < 2; ++i) {
         if (areImages[i] != images) continue;
         jobs[i] = !images;
-        sources[i] = images ? readImage(std::move(contents[i]), request.files[i])
+        sources[i] = images ? readImage(std::move(contents[i]), request.files[i], request)
                             : readJobSource(contents[i], request.files[i], request, layout);
         if (sources[i].status != kDone) return sources[i].status;
         if (images && request.layout.empty()) layout = sources[i].tree.layout();
@@ -572,7 +576,7 @@ using Json = nlohmann::ordered_json;
 
 std::string inLines(const Json& json) {
   // What a text of the file holds is known to be UTF-8, its name is not.
-  return json.dump(2, ' ', false, Json::error_handler_t::replace);
+  return printableJson(json.dump(2, ' ', false, Json::error_handler_t::replace));
 }
 
 // Of many files, what is printed of one lies two levels deep.
@@ -612,7 +616,8 @@ Status checkFile(const Request& request, const std::string& file) {
     print(areMany ? deeper(inLines(document)) : inLines(document) + "\n");
   } else {
     for (const Problem& problem : list) print(lineOf(problem, shownName(file)) + "\n");
-    print(shownName(file) + ": " + (mistakes == 0 ? "no mistakes" : counted(mistakes, "mistake")) +
+    print(printable(shownName(file)) + ": " +
+          (mistakes == 0 ? "no mistakes" : counted(mistakes, "mistake")) +
           (warnings == 0 ? "" : ", " + counted(warnings, "warning")) + "\n");
   }
   return mistakes != 0 || (request.strict && warnings != 0) ? kDiffers : kDone;

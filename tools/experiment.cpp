@@ -83,8 +83,10 @@ struct Experiment::Base {
       blocks[visit.target].size = visit.targetSize;
     }
     fields.push_back({visit.offset, visit.width, visit.kind, visit.target});
+    const bool isZero =
+        visit.target == 0 && visit.number == 0 && visit.kind != BKOQ_FIELD_BYTE_LIST;
     shown.push_back({visit.path, visit.record, visit.field, visit.kind, visit.filledBy,
-                     visit.isSecret != 0, visit.number});
+                     visit.isSecret != 0, isZero, visit.number});
   }
 
   // Of an array that has other elements, the array and its count, once.

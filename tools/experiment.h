@@ -48,6 +48,7 @@ struct RecordField {
   BkoqFieldKind kind;
   const char* filledBy;
   bool isSecret;
+  bool isZero;  // or null
   std::uint32_t number;
 };
 

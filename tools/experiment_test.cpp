@@ -4,10 +4,15 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <nlohmann/json.hpp>
+#include <random>
 #include <string>
+#include <utility>
+#include <vector>
 
 #include "tools/attributes.h"
+#include "tools/explain.h"
 #include "tools/reference.h"
 #include "tools/starter.h"
 
@@ -68,6 +73,105 @@ TEST(Experiments, TakeUnchangedPartsWithoutADifference) {
               BKOQ_OK)
         << given.path;
     EXPECT_EQ(count, 0u) << given.path;
+  }
+}
+
+using Json = nlohmann::ordered_json;
+using Random = std::mt19937;
+
+// A job like the given one, with lists of other lengths, and values left out or changed.
+void vary(Json& value, Random& random) {
+  const auto isOneOf = [&random](unsigned int n) { return random() % n == 0; };
+  if (value.is_array() && !value.empty()) {
+    const Json first = value.front();
+    const std::size_t length = first.is_structured() ? 1 + random() % 7 : value.size();
+    value.get_ref<Json::array_t&>().resize(length, first);
+    for (Json& element : value) vary(element, random);
+  } else if (value.is_object()) {
+    for (auto member = value.begin(); member != value.end();) {
+      const bool isKept = member.key() == "kind" || member.key() == "nodeName" ||
+                          member.key() == "jobName" || !isOneOf(3);
+      member = isKept ? std::next(member) : value.erase(member);
+    }
+    for (auto& [key, member] : value.items()) {
+      if (key != "kind") vary(member, random);
+    }
+  } else if (value.is_string() && isOneOf(2)) {
+    const auto& text = value.get_ref<const std::string&>();
+    const bool isWord = text.empty() || text.find_first_of("0123456789-") == 0;
+    if (!isWord) value = text + static_cast<char>('a' + random() % 26);
+  } else if (value.is_number() && isOneOf(2)) {
+    value = random() % 16;
+  }
+}
+
+LoadedJob varied(const std::string& kind, Random& random) {
+  const Json whole = Json::parse(starterFile(*jobs().find(kind), true), nullptr, true, true);
+  for (int i = 0; i < 1000; ++i) {
+    Json job = whole;
+    vary(job, random);
+    Problems problems;
+    LoadedJob loaded = readJob(job.dump(), problems);
+    if (problems.empty()) return loaded;
+  }
+  return {};
+}
+
+// The attributes of many objects are tried together: each must be found to decide what it decides
+// when it is changed alone.
+TEST(Experiments, TellTogetherWhatTheyTellOneByOne) {
+  Random random(12);  // NOLINT(cert-msc51-cpp): the same jobs in every run
+  const std::vector<BkoqLayout> layouts = {BKOQ_LAYOUT_CURRENT, BKOQ_LAYOUT_PREVIOUS};
+  std::size_t inGroups = 0;
+  for (const ObjectClass& kind : jobs().classes) {
+    for (int i = 0; i < 5; ++i) {
+      const LoadedJob loaded = varied(kind.kind, random);
+      ASSERT_NE(loaded.job, nullptr) << kind.kind;
+      const Selection everything;
+      Experiment experiment(loaded, everything);
+      std::vector<const GivenAttribute*> all;
+      for (const GivenAttribute& given : experiment.attributes()) all.push_back(&given);
+      const std::vector<Decided> together =
+          whatTheyDecide(experiment, all, layouts, [](std::size_t) {});
+      ASSERT_EQ(together.size(), all.size());
+      for (std::size_t a = 0; a < all.size(); ++a) {
+        const Decided alone = whatItDecides(experiment, *all[a], layouts);
+        EXPECT_EQ(together[a].given, all[a]);
+        EXPECT_EQ(together[a].isDefault, alone.isDefault) << all[a]->path;
+        for (const BkoqLayout layout : layouts) {
+          auto found = together[a].fields[indexOf(layout)];
+          auto expected = alone.fields[indexOf(layout)];
+          std::sort(found.begin(), found.end());
+          std::sort(expected.begin(), expected.end());
+          EXPECT_EQ(found, expected) << kind.kind << i << " " << all[a]->path;
+        }
+      }
+      inGroups += all.size();
+    }
+  }
+  EXPECT_GT(inGroups, 500u);
+}
+
+// So must what decides a field, whether it is asked about alone or with others.
+TEST(Experiments, GiveOneFieldTheReasonsThatItHasAmongMany) {
+  Random random(7);  // NOLINT(cert-msc51-cpp): the same jobs in every run
+  for (int i = 0; i < 2 * static_cast<int>(jobs().classes.size()); ++i) {
+    const ObjectClass& kind = jobs().classes[i % jobs().classes.size()];
+    const LoadedJob loaded = varied(kind.kind, random);
+    ASSERT_NE(loaded.job, nullptr) << kind.kind;
+    const Selection everything;
+    Experiment experiment(loaded, everything);
+    for (const BkoqLayout layout : {BKOQ_LAYOUT_CURRENT, BKOQ_LAYOUT_PREVIOUS}) {
+      const std::vector<const RecordField*> fields = fieldsAt(experiment, "**", layout);
+      ASSERT_GT(fields.size(), 30u);
+      const std::vector<FieldReason> among = whyFieldsHold(experiment, fields, layout);
+      ASSERT_EQ(among.size(), fields.size());
+      for (std::size_t i = 0; i < fields.size(); ++i) {
+        const FieldReason alone = whyFieldHolds(experiment, *fields[i], layout);
+        EXPECT_EQ(reasonText(experiment, among[i], ""), reasonText(experiment, alone, ""))
+            << kind.kind;
+      }
+    }
   }
 }
 

@@ -3,13 +3,16 @@
 #include <algorithm>
 #include <cctype>
 #include <cstdio>
+#include <cstdlib>
 #include <map>
 #include <string_view>
 #include <unordered_map>
 #include <unordered_set>
 #include <utility>
 
+#include "kit/pattern.h"
 #include "tools/problems.h"
+#include "tools/progress.h"
 
 namespace bkoq::tool {
 namespace {
@@ -128,32 +131,133 @@ std::string recordOf(const std::string& path) {
   return dot == std::string::npos ? "" : path.substr(0, dot + 1);
 }
 
-// The class of the object that a record is made from: that of the innermost attribute that decides
-// one of its fields.
-const ObjectClass* classBehind(Experiment& experiment, const RecordField& field,
-                               const std::vector<const GivenAttribute*>& candidates,
-                               BkoqLayout layout) {
-  const std::string record = recordOf(field.path);
-  const auto depthOf = [&](const GivenAttribute* given) {
-    return experiment.objects()[static_cast<std::size_t>(given->object)].depth;
-  };
-  const GivenAttribute* innermost = nullptr;
-  for (const RecordField& sibling : experiment.fields(layout)) {
-    const bool isPlain = isNumber(sibling.kind) || sibling.kind == BKOQ_FIELD_TEXT ||
-                         sibling.kind == BKOQ_FIELD_TWO_TEXTS;
-    if (!isPlain || recordOf(sibling.path) != record) continue;
-    // A name is what tells objects apart; the first that is decided inside will do.
-    Search search(experiment, sibling.path, layout);
-    for (const GivenAttribute* given : search.deciding(candidates, 2)) {
-      if (innermost == nullptr || depthOf(given) > depthOf(innermost)) innermost = given;
+// Finds what decides the fields of one layout. Of many fields it is worth to find out first what
+// every attribute decides.
+class Deciders {
+ public:
+  Deciders(Experiment& experiment, BkoqLayout layout) : experiment_(experiment), layout_(layout) {
+    for (const GivenAttribute& given : experiment.attributes()) {
+      (given.isContainer() ? containers_ : plain_).push_back(&given);
     }
-    const auto levels = static_cast<unsigned int>(std::count(record.begin(), record.end(), '.'));
-    if (innermost != nullptr && depthOf(innermost) >= levels) break;
+    for (const RecordField& field : experiment.fields(layout)) {
+      siblings_[recordOf(field.path)].push_back(&field);
+    }
   }
-  return innermost == nullptr
-             ? experiment.objects().front().own
-             : experiment.objects()[static_cast<std::size_t>(innermost->object)].own;
-}
+
+  void add(const Decided& decided) {
+    isKnown_ = true;
+    for (const std::string& path : decided.fields[indexOf(layout_)]) {
+      known_[path].push_back(decided.given);
+    }
+  }
+
+  std::vector<const GivenAttribute*> of(const std::string& path, std::size_t most = SIZE_MAX) {
+    if (!isKnown_) return Search(experiment_, path, layout_).deciding(plain_, most);
+    std::vector<const GivenAttribute*> deciding = knownOf(path, false);
+    // Of an array that has other elements only the array is known to differ.
+    std::vector<const GivenAttribute*> around;
+    for (std::size_t i = 0; i < path.size(); ++i) {
+      if (path[i] != '[') continue;
+      for (const GivenAttribute* given : knownOf(path.substr(0, i), false)) {
+        const bool isNew = std::find(deciding.begin(), deciding.end(), given) == deciding.end() &&
+                           std::find(around.begin(), around.end(), given) == around.end();
+        if (isNew) around.push_back(given);
+      }
+    }
+    if (!around.empty()) {
+      for (const GivenAttribute* given : Search(experiment_, path, layout_).deciding(around)) {
+        deciding.push_back(given);
+      }
+      std::sort(deciding.begin(), deciding.end());  // as in the file
+    }
+    return deciding;
+  }
+
+  // The list or object that a count or a pointer comes from: its own, not those around it.
+  const GivenAttribute* container(const std::string& path) {
+    std::vector<const GivenAttribute*> all;
+    if (isKnown_) {
+      all = knownOf(path, true);
+    } else {
+      for (const GivenAttribute* given : Search(experiment_, path, layout_).deciding(containers_)) {
+        if (isDecidedBy(path, *given)) all.push_back(given);
+      }
+    }
+    return all.empty() ? nullptr : all.back();
+  }
+
+  // The class of the object that a record is made from: that of the innermost attribute that
+  // decides one of its fields.
+  const ObjectClass* classBehind(const RecordField& field) {
+    const std::string record = recordOf(field.path);
+    const auto [known, isNew] = classes_.emplace(record, nullptr);
+    if (!isNew) return known->second;
+    const auto depthOf = [&](const GivenAttribute* given) {
+      return experiment_.objects()[static_cast<std::size_t>(given->object)].depth;
+    };
+    const auto levels = static_cast<unsigned int>(std::count(record.begin(), record.end(), '.'));
+    const GivenAttribute* innermost = nullptr;
+    for (const RecordField* sibling : siblings_[record]) {
+      const bool isPlain = isNumber(sibling->kind) || sibling->kind == BKOQ_FIELD_TEXT ||
+                           sibling->kind == BKOQ_FIELD_TWO_TEXTS;
+      if (!isPlain) continue;
+      // A name is what tells objects apart; the first that is decided inside will do.
+      for (const GivenAttribute* given : of(sibling->path, 2)) {
+        if (innermost == nullptr || depthOf(given) > depthOf(innermost)) innermost = given;
+      }
+      if (innermost != nullptr && depthOf(innermost) >= levels) break;
+    }
+    const ObjectClass* own = nullptr;
+    if (innermost == nullptr || depthOf(innermost) < levels) own = classByHolder(record);
+    if (own == nullptr) {
+      const std::size_t object =
+          innermost == nullptr ? 0 : static_cast<std::size_t>(innermost->object);
+      own = experiment_.objects()[object].own;
+    }
+    return known->second = own;
+  }
+
+ private:
+  bool isDecidedBy(const std::string& path, const GivenAttribute& given) {
+    const std::vector<BkoqLayout> layouts = {layout_};
+    const Decided decided = whatItDecides(experiment_, given, layouts);
+    const std::vector<std::string>& fields = decided.fields[indexOf(layout_)];
+    return std::find(fields.begin(), fields.end(), path) != fields.end();
+  }
+
+  // Of an object of which nothing is given; null when what holds it does not tell.
+  const ObjectClass* classByHolder(std::string record) {
+    if (!record.empty()) record.pop_back();
+    const bool isElement = !record.empty() && record.back() == ']';
+    const std::size_t bracket = isElement ? record.rfind('[') : record.size();
+    const GivenAttribute* holder = container(record.substr(0, bracket));
+    if (holder == nullptr) return nullptr;
+    const Family& family = holder->attribute->family();
+    if (!isElement) return family.classOf(*holder->value);
+    const std::size_t index = std::strtoul(record.c_str() + bracket + 1, nullptr, 10);
+    const auto elements = holder->value->elements();
+    return index < elements.size() ? family.classOf(elements[index]) : nullptr;
+  }
+
+  std::vector<const GivenAttribute*> knownOf(const std::string& path, bool areContainers) const {
+    std::vector<const GivenAttribute*> found;
+    const auto known = known_.find(path);
+    if (known == known_.end()) return found;
+    for (const GivenAttribute* given : known->second) {
+      if (given->isContainer() == areContainers) found.push_back(given);
+    }
+    return found;
+  }
+
+  Experiment& experiment_;
+  BkoqLayout layout_;
+  std::vector<const GivenAttribute*> plain_;
+  std::vector<const GivenAttribute*> containers_;
+  std::unordered_map<std::string, std::vector<const RecordField*>> siblings_;  // by their record
+  std::unordered_map<std::string, const ObjectClass*> classes_;
+  std::unordered_map<std::string, std::vector<const GivenAttribute*>> known_;
+  bool isKnown_ = false;
+};
 
 std::string hexadecimal(std::uint32_t number) {
   char text[16] = "";
@@ -215,15 +319,8 @@ struct Evidence {
   void add(const std::string& path, BkoqLayout layout) {
     if (seen[indexOf(layout)].insert(path).second) fields[indexOf(layout)].push_back(path);
   }
-  // All that leaving it out shows has been added. Where that shows in every layout, no other value
-  // needs to be tried.
-  void endOfRemoval(const std::vector<BkoqLayout>& layouts) {
-    isWholeStory = canGo;
-    for (const BkoqLayout layout : layouts) {
-      if (!fields[indexOf(layout)].empty()) isMissed = true;
-      isWholeStory = isWholeStory && !fields[indexOf(layout)].empty();
-    }
-  }
+  // All that leaving it out shows has been added.
+  void endOfRemoval() { isMissed = isMissed || !fields[0].empty() || !fields[1].empty(); }
   Decided decided() const {
     const bool reachesAny = !fields[0].empty() || !fields[1].empty();
     return {given, {fields[0], fields[1]}, !isMissed && reachesAny};
@@ -232,7 +329,6 @@ struct Evidence {
   const GivenAttribute* given;
   bool canGo;     // can be left out
   bool isMissed;  // leaving it out shows
-  bool isWholeStory = false;
   std::vector<std::string> fields[2];
   std::unordered_set<std::string> seen[2];
 };
@@ -251,7 +347,7 @@ class Together {
     if (all.size() <= kFew) return false;
     chooseWords(all.size());
     if (!run(all, false)) return false;
-    for (Evidence& each : all) each.endOfRemoval(layouts_);
+    for (Evidence& each : all) each.endOfRemoval();
     return run(all, true);
   }
 
@@ -277,7 +373,7 @@ class Together {
     std::unordered_map<std::uint32_t, Evidence*> takePart;
     std::vector<const Value*> values(all.size(), nullptr);
     for (std::size_t i = 0; i < all.size(); ++i) {
-      if (isChange && !all[i].isWholeStory) values[i] = experiment_.otherValue(*all[i].given);
+      if (isChange) values[i] = experiment_.otherValue(*all[i].given);
       const bool isIn = isChange ? values[i] != nullptr : all[i].canGo;
       if (isIn) takePart.emplace(words_[i], &all[i]);
     }
@@ -363,8 +459,9 @@ Decided whatItDecides(Experiment& experiment, const GivenAttribute& given,
                       const std::vector<BkoqLayout>& layouts) {
   Evidence evidence(given);
   if (evidence.canGo) evidence.add(experiment.differences({{&given, nullptr}}, layouts), layouts);
-  evidence.endOfRemoval(layouts);
-  const Value* other = evidence.isWholeStory ? nullptr : experiment.otherValue(given);
+  evidence.endOfRemoval();
+  // Where leaving it out shows in some fields, another value may show in more.
+  const Value* other = experiment.otherValue(given);
   if (other != nullptr) evidence.add(experiment.differences({{&given, other}}, layouts), layouts);
   return evidence.decided();
 }
@@ -394,43 +491,77 @@ std::vector<Decided> whatTheyDecide(Experiment& experiment,
   return decided;
 }
 
-FieldReason whyFieldHolds(Experiment& experiment, const std::string& path, BkoqLayout layout) {
-  FieldReason why;
-  for (const RecordField& field : experiment.fields(layout)) {
-    if (field.path == path) why.field = &field;
-  }
-  if (why.field == nullptr) return why;
-  std::vector<const GivenAttribute*> plain;
-  std::vector<const GivenAttribute*> containers;
-  for (const GivenAttribute& given : experiment.attributes()) {
-    (given.isContainer() ? containers : plain).push_back(&given);
-  }
-  Search search(experiment, path, layout);
-  std::vector<const GivenAttribute*> deciding = search.deciding(plain);
-  why.byItself = search.without(deciding).number;
+namespace {
+
+FieldReason reasonOf(Experiment& experiment, Deciders& deciders, const RecordField& field,
+                     BkoqLayout layout) {
+  FieldReason why = {&field, {}, ""};
+  std::vector<const GivenAttribute*> deciding = deciders.of(field.path);
   if (deciding.empty()) {
-    const bool isMade = why.field->kind == BKOQ_FIELD_COUNT ||
-                        why.field->kind == BKOQ_FIELD_ARRAY || why.field->kind == BKOQ_FIELD_RECORD;
-    // Its own list decides how many there are, not those around it.
-    if (isMade) deciding = search.deciding(containers);
-    if (deciding.size() > 1) deciding.erase(deciding.begin(), deciding.end() - 1);
-    if (deciding.empty()) {
-      why.origin = *why.field->filledBy == '\0' && !isMade
-                       ? "computed"
-                       : "default of " + classBehind(experiment, *why.field, plain, layout)->name;
-    }
-  } else if (why.field->kind == BKOQ_FIELD_FLAGS && why.byItself != 0) {
-    why.origin = "default " + hexadecimal(why.byItself) + " of " +
-                 classBehind(experiment, *why.field, plain, layout)->name;
-  }
-  for (const GivenAttribute* given : deciding) {
-    if (why.field->kind == BKOQ_FIELD_FLAGS) {
-      addBits(experiment, search, *given, why.reasons);
+    const bool isMade = field.kind == BKOQ_FIELD_COUNT || field.kind == BKOQ_FIELD_ARRAY ||
+                        field.kind == BKOQ_FIELD_RECORD;
+    const GivenAttribute* container = isMade ? deciders.container(field.path) : nullptr;
+    if (container != nullptr) {
+      why.reasons.push_back({container, 0, 0});
     } else {
-      why.reasons.push_back({given, 0, 0});
+      why.origin = *field.filledBy == '\0' && !isMade
+                       ? "computed"
+                       : "default of " + deciders.classBehind(field)->name;
     }
+    return why;
+  }
+  if (field.kind != BKOQ_FIELD_FLAGS) {
+    for (const GivenAttribute* given : deciding) why.reasons.push_back({given, 0, 0});
+    return why;
+  }
+  Search search(experiment, field.path, layout);
+  std::uint32_t rest = field.number & search.without(deciding).number;
+  for (const GivenAttribute* given : deciding) addBits(experiment, search, *given, why.reasons);
+  for (const Reason& reason : why.reasons) rest &= ~reason.fieldBits;
+  if (rest != 0) {
+    why.origin = "default " + hexadecimal(rest) + " of " + deciders.classBehind(field)->name;
   }
   return why;
+}
+
+}  // namespace
+
+std::vector<const RecordField*> fieldsAt(Experiment& experiment, const std::string& path,
+                                         BkoqLayout layout) {
+  std::vector<const RecordField*> at;
+  std::vector<const RecordField*> inside;
+  for (const RecordField& field : experiment.fields(layout)) {
+    if (field.kind == BKOQ_FIELD_RESERVED) continue;
+    if (kit::matches(path.c_str(), field.path.c_str())) at.push_back(&field);
+    if (kit::covers(path.c_str(), field.path.c_str())) inside.push_back(&field);
+  }
+  return at.empty() ? inside : at;
+}
+
+FieldReason whyFieldHolds(Experiment& experiment, const RecordField& field, BkoqLayout layout) {
+  Deciders deciders(experiment, layout);
+  return reasonOf(experiment, deciders, field, layout);
+}
+
+std::vector<FieldReason> whyFieldsHold(Experiment& experiment,
+                                       const std::vector<const RecordField*>& fields,
+                                       BkoqLayout layout) {
+  constexpr std::size_t kFew = 4;
+  std::vector<const GivenAttribute*> attributes;
+  if (fields.size() > kFew) {
+    for (const GivenAttribute& given : experiment.attributes()) attributes.push_back(&given);
+  }
+  Progress progress(attributes.size() + fields.size());
+  Deciders deciders(experiment, layout);
+  const std::vector<Decided> all = whatTheyDecide(
+      experiment, attributes, {layout}, [&progress](std::size_t done) { progress.at(done); });
+  for (const Decided& decided : all) deciders.add(decided);
+  std::vector<FieldReason> reasons;
+  for (const RecordField* field : fields) {
+    reasons.push_back(reasonOf(experiment, deciders, *field, layout));
+    progress.at(attributes.size() + reasons.size());
+  }
+  return reasons;
 }
 
 std::string reasonText(const Experiment& experiment, const FieldReason& why,

@@ -25,10 +25,9 @@ struct Reason {
 
 // Why a field holds what it holds.
 struct FieldReason {
-  const RecordField* field = nullptr;  // null when there is no such field
+  const RecordField* field;
   std::vector<Reason> reasons;
-  std::uint32_t byItself = 0;  // of a number: what is left without them
-  std::string origin;          // "default of BKQUnixNode", "computed"; empty when all is decided
+  std::string origin;  // "default of BKQUnixNode", "computed"; empty when all is decided
 };
 
 // An attribute whose value is not shown.
@@ -43,11 +42,19 @@ std::vector<Decided> whatTheyDecide(Experiment& experiment,
                                     const std::vector<const GivenAttribute*>& all,
                                     const std::vector<BkoqLayout>& layouts,
                                     const std::function<void(std::size_t)>& progress);
-FieldReason whyFieldHolds(Experiment& experiment, const std::string& path, BkoqLayout layout);
+
+// The fields that a path or a pattern is about; of a record everything in it.
+std::vector<const RecordField*> fieldsAt(Experiment& experiment, const std::string& path,
+                                         BkoqLayout layout);
+FieldReason whyFieldHolds(Experiment& experiment, const RecordField& field, BkoqLayout layout);
+// The same for many, with far fewer experiments.
+std::vector<FieldReason> whyFieldsHold(Experiment& experiment,
+                                       const std::vector<const RecordField*>& fields,
+                                       BkoqLayout layout);
 
 // "pSourceNodes[0].ulNodeOptions 0x160: default 0x120 of BKQUnixNode; 0x40 because options has
 // 0x100000 (nightly.json:16)"
-std::string reasonText(const Experiment& experiment, const FieldReason& reason,
+std::string reasonText(const Experiment& experiment, const FieldReason& why,
                        const std::string& file);
 
 }  // namespace bkoq::tool

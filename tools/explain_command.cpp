@@ -4,9 +4,12 @@
 #include <nlohmann/json.hpp>
 #include <utility>
 
+#include "kit/pattern.h"
 #include "tools/commands.h"
 #include "tools/explain.h"
+#include "tools/problems.h"
 #include "tools/progress.h"
+#include "tools/reason_json.h"
 #include "tools/source.h"
 
 namespace bkoq::tool {
@@ -65,45 +68,26 @@ std::string decidedText(const Decided& decided, const std::vector<BkoqLayout>& l
   return decided.isDefault ? text + "; same as the default" : text;
 }
 
-Json placeJson(const Experiment& experiment, const GivenAttribute& given) {
-  const Place place = experiment.placeOf(given);
-  return {{"line", place.line},
-          {"column", place.column},
-          {"attribute", given.path},
-          {"value", shownValue(given)}};
-}
-
-Json reasonJson(const Experiment& experiment, const FieldReason& why, BkoqLayout layout) {
-  Json json = {{"layout", nameOf(layout)}, {"field", why.field->path}};
-  if (!why.origin.empty()) json["origin"] = why.origin;
-  json["decidedBy"] = Json::array();
-  for (const Reason& reason : why.reasons) {
-    Json each = placeJson(experiment, *reason.given);
-    if (reason.fieldBits != 0) each["fieldBits"] = reason.fieldBits;
-    if (reason.attributeBits != 0) each["attributeBits"] = reason.attributeBits;
-    json["decidedBy"].push_back(each);
-  }
-  return json;
-}
-
 Status explainField(Experiment& experiment, const Request& request,
                     const std::vector<BkoqLayout>& layouts, const std::string& file) {
   Json document = {{"format", "bkoq-explain"}, {"version", 1}, {"fields", Json::array()}};
+  std::string text;
   bool isFound = false;
   for (const BkoqLayout layout : layouts) {
-    const FieldReason why = whyFieldHolds(experiment, request.field, layout);
-    if (why.field == nullptr) continue;
-    isFound = true;
-    if (request.json) {
-      document["fields"].push_back(reasonJson(experiment, why, layout));
-    } else {
-      print((layouts.size() > 1 ? std::string(nameOf(layout)) + " layout: " : "") +
-            printable(reasonText(experiment, why, file)) + "\n");
+    const std::vector<const RecordField*> fields = fieldsAt(experiment, request.field, layout);
+    isFound = isFound || !fields.empty();
+    for (const FieldReason& why : whyFieldsHold(experiment, fields, layout)) {
+      if (request.json) {
+        document["fields"].push_back(reasonJson(experiment, why, layout));
+      } else {
+        text += (layouts.size() > 1 ? std::string(nameOf(layout)) + " layout: " : "") +
+                printable(reasonText(experiment, why, file)) + "\n";
+      }
     }
   }
   if (!isFound)
     return fail("there is no field \"" + request.field + "\" in the records of " + file);
-  if (request.json) print(document.dump(2) + "\n");
+  print(request.json ? printableJson(document.dump(2)) + "\n" : text);
   return kDone;
 }
 
@@ -118,9 +102,12 @@ Status explainAttributes(Experiment& experiment, const Request& request,
   std::vector<const GivenAttribute*> wanted;
   if (request.attribute.empty()) {
     for (const GivenAttribute& given : experiment.attributes()) wanted.push_back(&given);
-  } else if (const GivenAttribute* given = experiment.find(request.attribute)) {
-    wanted.push_back(given);
   } else {
+    for (const GivenAttribute& given : experiment.attributes()) {
+      if (kit::matches(request.attribute.c_str(), given.path.c_str())) wanted.push_back(&given);
+    }
+  }
+  if (wanted.empty() && !request.attribute.empty()) {
     const std::vector<std::string> paths = pathsOf(experiment);
     const std::string* nearest = nearestTo(request.attribute, paths);
     return fail(file + " gives no attribute \"" + request.attribute + "\"" +
@@ -149,7 +136,7 @@ Status explainAttributes(Experiment& experiment, const Request& request,
           "\n";
     }
   }
-  print(request.json ? document.dump(2) + "\n" : text);
+  print(request.json ? printableJson(document.dump(2)) + "\n" : text);
   return kDone;
 }
 

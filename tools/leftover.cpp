@@ -13,22 +13,22 @@ constexpr std::uint32_t kPerLine = 16;
 // Which bytes of an image are in a block.
 class Coverage {
  public:
-  Coverage(const std::uint32_t* offsets, std::size_t size) : offsets_(offsets), isRead_(size) {
-    add(0, kHeaderSize);
+  explicit Coverage(std::string_view image) : image_(image), isRead_(image.size()) {
+    addRange(0, kHeaderSize);
   }
 
   int visit(const BkoqVisit& visit) {
-    if (visit.event == BKOQ_RECORD_BEGIN && visit.depth == 0) add(offsets_[0], visit.width);
+    if (visit.event == BKOQ_RECORD_BEGIN && visit.depth == 0) add(visit.bytes, visit.width);
     if (visit.event == BKOQ_FIELD && visit.target != 0) {
-      add(offsets_[visit.target - 1], visit.targetSize);
+      add(visit.targetBytes, visit.targetSize);
     }
     return 0;
   }
 
-  std::vector<ByteRange> rest(const std::string& image) const {
+  std::vector<ByteRange> rest() const {
     std::vector<ByteRange> ranges;
     for (std::uint32_t i = 0; i < isRead_.size(); ++i) {
-      if (isRead_[i] || isPadding(image, i)) continue;
+      if (isRead_[i] || isPadding(i)) continue;
       if (ranges.empty() || ranges.back().end != i) ranges.push_back({i, i});
       ranges.back().end = i + 1;
     }
@@ -36,22 +36,25 @@ class Coverage {
   }
 
  private:
-  void add(std::uint32_t begin, std::uint32_t size) {
+  void addRange(std::uint32_t begin, std::uint32_t size) {
     const std::size_t end = std::min<std::size_t>(isRead_.size(), std::size_t{begin} + size);
     for (std::size_t i = begin; i < end; ++i) isRead_[i] = true;
   }
-  bool isPadding(const std::string& image, std::uint32_t at) const {
+  void add(const void* bytes, std::uint32_t size) {
+    addRange(static_cast<std::uint32_t>(static_cast<const char*>(bytes) - image_.data()), size);
+  }
+  bool isPadding(std::uint32_t at) const {
     for (std::uint32_t i = at;; --i) {
       if (isRead_[i]) return true;
-      if (image[i] != '\0' || i % kAlignment == 0) return false;
+      if (image_[i] != '\0' || i % kAlignment == 0) return false;
     }
   }
 
-  const std::uint32_t* offsets_;
+  std::string_view image_;
   std::vector<bool> isRead_;
 };
 
-std::string line(const std::string& image, std::uint32_t begin, std::uint32_t end) {
+std::string line(std::string_view image, std::uint32_t begin, std::uint32_t end) {
   char text[16];
   std::snprintf(text, sizeof text, "%7u ", unsigned{begin});
   std::string hex = text;
@@ -72,29 +75,28 @@ bool put(BkoqSink sink, void* user, const std::string& text) {
 
 }  // namespace
 
-std::vector<ByteRange> leftovers(const void* root, BkoqLayout layout, const std::uint32_t* offsets,
-                                 const std::string& image) {
-  Coverage coverage(offsets, image.size());
+std::vector<ByteRange> leftovers(const void* root, BkoqLayout layout, std::string_view image) {
+  Coverage coverage(image);
   bkoqWalk(
       root, layout,
       [](const BkoqVisit* visit, void* self) {
         return static_cast<Coverage*>(self)->visit(*visit);
       },
       &coverage);
-  return coverage.rest(image);
+  return coverage.rest();
 }
 
-BkoqStatus printLeftovers(const std::vector<ByteRange>& ranges, const std::string& image,
+BkoqStatus printLeftovers(const std::vector<ByteRange>& ranges, std::string_view image,
                           bool showSecrets, BkoqSink sink, void* user) {
   std::size_t count = 0;
   for (const ByteRange& range : ranges) count += range.end - range.begin;
   if (count == 0) return BKOQ_OK;
-  const std::string bytes = std::to_string(count) + (count == 1 ? " byte" : " bytes");
   if (!showSecrets) {
-    const std::string text = "\nin no block: " + bytes +
-                             "; --show-secrets prints them, since nothing says what they are\n";
+    const std::string text =
+        "\nin no block: more bytes; --show-secrets prints them, since nothing says what they are\n";
     return put(sink, user, text) ? BKOQ_OK : BKOQ_SINK_FAILED;
   }
+  const std::string bytes = std::to_string(count) + (count == 1 ? " byte" : " bytes");
   if (!put(sink, user, "\nin no block: " + bytes + "\n")) return BKOQ_SINK_FAILED;
   for (const ByteRange& range : ranges) {
     for (std::uint32_t at = range.begin; at < range.end; at += kPerLine) {

@@ -5,6 +5,7 @@
 
 #include <cstdint>
 #include <string>
+#include <string_view>
 #include <vector>
 
 namespace bkoq::tool {
@@ -16,13 +17,12 @@ struct ByteRange {
 };
 
 // The bytes of a damaged image that are in no block that could be read: nothing leads to them any
-// more. `offsets` are those that bkoqSalvageImage() gives. Zeros after a block are none.
-std::vector<ByteRange> leftovers(const void* root, BkoqLayout layout, const std::uint32_t* offsets,
-                                 const std::string& image);
+// more. The tree lies in the image. Zeros after a block are none.
+std::vector<ByteRange> leftovers(const void* root, BkoqLayout layout, std::string_view image);
 
 // Prints them for people, since they may be what was looked for. They may be secret as well: unless
-// secrets are to be shown, it is only said how many there are.
-BkoqStatus printLeftovers(const std::vector<ByteRange>& ranges, const std::string& image,
+// secrets are to be shown, it is only said that there are some.
+BkoqStatus printLeftovers(const std::vector<ByteRange>& ranges, std::string_view image,
                           bool showSecrets, BkoqSink sink, void* user);
 
 }  // namespace bkoq::tool

@@ -3,6 +3,7 @@
 #include <new>
 
 #include "tools/command_line.h"
+#include "tools/output.h"
 
 int main(int count, char** arguments) {
   try {
@@ -10,7 +11,7 @@ int main(int count, char** arguments) {
   } catch (const std::bad_alloc&) {
     std::fputs("bkoq: memory ran out\n", stderr);
   } catch (const std::exception& problem) {
-    std::fprintf(stderr, "bkoq: %s\n", problem.what());
+    bkoq::tool::fail(problem.what());
   }
   return bkoq::tool::kFailed;
 }

@@ -87,7 +87,8 @@ bool readFile(const std::string& path, std::string& content) {
   struct stat known = {};
   if (isRead && fstat(file, &known) == 0 && S_ISREG(known.st_mode) && known.st_size > 0 &&
       static_cast<std::size_t>(known.st_size) <= kMostInput) {
-    content.reserve(static_cast<std::size_t>(known.st_size) + 1);
+    // A damaged image is read in place, with room after it.
+    content.reserve(static_cast<std::size_t>(known.st_size) + BKOQ_SALVAGE_ROOM);
   }
   constexpr std::size_t kPiece = 256UL * 1024;
   std::string piece(kPiece, '\0');

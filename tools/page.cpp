@@ -7,9 +7,11 @@
 #include <nlohmann/json.hpp>
 #include <string_view>
 
+#include "kit/characters.h"
 #include "kit/output.h"
 #include "tools/output.h"
 #include "tools/page_parts.h"
+#include "tools/problems.h"
 
 namespace bkoq::tool {
 namespace {
@@ -60,9 +62,10 @@ class Base64 {
   std::size_t count_ = 0;
 };
 
-// For a script element: nothing in it may end the element.
+// For a script element: nothing in it may end the element, and whoever prints the page sees no more
+// than ASCII.
 std::string scriptJson(const Json& json) {
-  std::string text = json.dump(-1, ' ', false, Json::error_handler_t::replace);
+  std::string text = json.dump(-1, ' ', true, Json::error_handler_t::replace);
   std::string safe;
   for (const char c : text) {
     if (c == '<') {
@@ -376,6 +379,15 @@ BkoqStatus compare(const Page& page, Differences& differences) {
 
 // ---- The page
 
+// So that the page decides as the command does.
+Json unprintable() {
+  Json ranges = Json::array();
+  for (const kit::CharacterRange& range : kit::unprintableRanges()) {
+    ranges.push_back({range.first, range.last});
+  }
+  return ranges;
+}
+
 std::string policy() {
   return "default-src 'none'; script-src '" + std::string(kPageScriptHash) + "'; style-src '" +
          std::string(kPageStyleHash) + "'; base-uri 'none'; form-action 'none'";
@@ -414,7 +426,7 @@ BkoqStatus writePage(const Page& page, BkoqSink sink, void* user, std::uint32_t&
       policy() +
       "\">\n<meta name=\"viewport\" content=\"width=device-width\">\n"
       "<meta name=\"referrer\" content=\"no-referrer\">\n<title>" +
-      htmlText(page.title) + "</title>\n<style>");
+      htmlText(printable(page.title)) + "</title>\n<style>");
   out.put(kPageStyle);
   out.put("</style>\n</head>\n<body>\n");
   out.put(kPageBody);
@@ -422,6 +434,7 @@ BkoqStatus writePage(const Page& page, BkoqSink sink, void* user, std::uint32_t&
                       {"isComparison", page.isComparison},
                       {"showSecrets", page.showSecrets},
                       {"warning", page.warning},
+                      {"unprintable", unprintable()},
                       {"trees", Json::array()}};
   for (const PageTree& tree : page.trees) {
     Json each;

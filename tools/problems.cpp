@@ -56,6 +56,30 @@ std::string printable(const std::string& text) {
   return out;
 }
 
+std::string printableJson(const std::string& json) {
+  std::string out;
+  const auto escape = [&out](std::uint32_t unit) {
+    char escaped[16];
+    std::snprintf(escaped, sizeof escaped, "\\u%04x", static_cast<unsigned>(unit));
+    out += escaped;
+  };
+  for (std::size_t at = 0; at < json.size();) {
+    const kit::Character character = kit::characterAt(json, at);
+    if (character.isPrintable || character.code == '\n') {
+      out.append(json, at, character.size);
+    } else if (!character.isValid) {
+      escape(0xFFFD);
+    } else if (character.code < 0x10000) {
+      escape(character.code);
+    } else {
+      escape(0xD800 + ((character.code - 0x10000) >> 10));
+      escape(0xDC00 + (character.code & 0x3FF));
+    }
+    at += character.size;
+  }
+  return out;
+}
+
 std::string lineOf(const Problem& problem, const std::string& file) {
   std::string line = file + ":" + std::to_string(problem.place.line) + ":" +
                      std::to_string(problem.place.column) + ": ";

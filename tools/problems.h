@@ -46,6 +46,8 @@ std::string shortened(const std::string& text);
 // Whatever a message holds, as one line that a terminal shows and does not obey: what cannot be
 // printed as it is, is written as \u001B or \U000E0001, and a byte that is no UTF-8 as \xFF.
 std::string printable(const std::string& text);
+// The same for JSON in lines, in which only texts can hold such a character: as \u001b.
+std::string printableJson(const std::string& json);
 
 // "job.json:3:5: sourceNodes[0].priority: 70000 is out of range: 0 to 65535"
 std::string lineOf(const Problem& problem, const std::string& file);

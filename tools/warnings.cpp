@@ -1,6 +1,7 @@
 #include "tools/warnings.h"
 
 #include <cstdint>
+#include <map>
 #include <string>
 #include <string_view>
 #include <unordered_map>
@@ -148,15 +149,28 @@ class Warner {
   }
 
   void sameTwice(const Sequence<Value>& nodes) {
+    struct Twin {
+      std::size_t index;
+      const Value* name;
+      const Value* first;
+    };
     std::unordered_map<std::string_view, const Value*> seen;
+    std::vector<Twin> twins;
     for (std::size_t i = 0; i < nodes.size(); ++i) {
       const Value* name = nodes[i].find("nodeName");
       if (name == nullptr || name->text().empty()) continue;
       const auto [first, isNew] = seen.emplace(name->text(), name);
-      if (isNew) continue;
-      const Within within(*this, i);
-      warn(name->at(), inQuotes(std::string(name->text())) + " is a node already, in line " +
-                           std::to_string(document_.placeOf(first->second->at()).line));
+      if (!isNew) twins.push_back({i, name, first->second});
+    }
+    // Places are quickly found in the order of the file only.
+    std::map<Offset, unsigned int> lines;
+    for (const Twin& twin : twins) lines.emplace(twin.first->at(), 0);
+    for (auto& [at, line] : lines) line = document_.placeOf(at).line;
+    for (const Twin& twin : twins) {
+      const Within within(*this, twin.index);
+      warn(twin.name->at(), inQuotes(std::string(twin.name->text())) +
+                                " is a node already, in line " +
+                                std::to_string(lines[twin.first->at()]));
     }
   }
 

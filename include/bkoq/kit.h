@@ -189,9 +189,8 @@ typedef struct BkoqPrintOptions {
 
 /** Where the blocks of a tree are in its image; all zero is the default. */
 typedef struct BkoqImagePlaces {
-  const void* image;       /**< the image in which the tree lies, from bkoqUseImage() */
-  const uint32_t* offsets; /**< or where its blocks were, from bkoqSalvageImage() */
-  uint32_t doubtfulFrom;   /**< the block from which on all is marked as doubtful; 0 for none */
+  const void* image; /**< the image in which the tree lies: bkoqUseImage(), bkoqSalvageImage() */
+  uint32_t doubtfulFrom; /**< the block from which on all is marked as doubtful; 0 for none */
 } BkoqImagePlaces;
 
 /* A path may be a pattern: "*" stands for any characters of one name or index, "**" for anything,
@@ -366,18 +365,21 @@ typedef struct BkoqSalvage {
   uint32_t blocks;       /**< that could be read, at least in part */
   uint32_t doubts;       /**< how often the visitor was called */
   uint32_t doubtfulFrom; /**< the first block that may not be what was written; 0 for none */
-  uint32_t* offsets;     /**< where each block was in the image, by number - 1; free() it */
 } BkoqSalvage;
+
+/** So many bytes after a damaged image must be there, for what is cut off of it. */
+#define BKOQ_SALVAGE_ROOM 512
 
 /** Reads of a damaged image everything that can still be read, and nothing outside its `size`
     bytes: texts that are cut end where the image does, records that are cut end in zeros, arrays
     end with the last record of which there is something, blocks that are not where they must be are
-    looked for where their offset says. The tree is as one from bkoqReadImage(), `layout` is the one
-    in which most can be read. BKOQ_BAD_IMAGE with a null `root` when not even a part of the job
-    record is there. `visitor` and `salvage` may be null. */
-BKOQ_API BkoqStatus bkoqSalvageImage(const void* image, size_t size, BkoqLayout* layout,
-                                     void** root, BkoqDoubtVisitor visitor, void* user,
-                                     BkoqSalvage* salvage);
+    looked for where their offset says. As with bkoqUseImage() the tree lies in the image's own
+    bytes, which must begin at a multiple of 4, and in the BKOQ_SALVAGE_ROOM bytes after them, which
+    are written to; it lives as long as they do, and bkoqFree() must not be given it. `layout` is
+    the one in which most can be read. BKOQ_BAD_IMAGE with a null `root` when not even a part of the
+    job record is there. `visitor` and `salvage` may be null. */
+BKOQ_API BkoqStatus bkoqSalvageImage(void* image, size_t size, BkoqLayout* layout, void** root,
+                                     BkoqDoubtVisitor visitor, void* user, BkoqSalvage* salvage);
 
 /* --------------------------------------------------------------------------------- records */
 

@@ -94,20 +94,21 @@ void release(void* root, BkoqLayout layout) {
 }
 
 // Whatever a reader makes of an image, salvaging makes as much of it, and doubts what it refuses.
-void salvage(const std::uint8_t* bytes, std::size_t size, BkoqStatus read) {
+void salvage(const Bytes& image, BkoqStatus read) {
+  const std::size_t size = image.size();
+  Bytes bytes = image;
+  bytes.resize(size + BKOQ_SALVAGE_ROOM);
   BkoqLayout layout = BKOQ_LAYOUT_WIDEST;
   void* root = nullptr;
   BkoqSalvage salvage = {};
   const BkoqStatus status =
-      bkoqSalvageImage(bytes, size, &layout, &root, nullptr, nullptr, &salvage);
+      bkoqSalvageImage(bytes.data(), size, &layout, &root, nullptr, nullptr, &salvage);
   FUZZ_REQUIRE(status == BKOQ_OK || status == BKOQ_NO_MEMORY ||
                (status == BKOQ_BAD_IMAGE && size <= kHeader));
   if (status == BKOQ_OK) {
     FUZZ_REQUIRE((read == BKOQ_OK) == (salvage.doubts == 0) || read == BKOQ_NO_MEMORY);
     use(root, layout);
-    release(root, layout);
   }
-  std::free(salvage.offsets);
 }
 
 void readImage(const Bytes& image) {
@@ -123,7 +124,7 @@ void readImage(const Bytes& image) {
     FUZZ_REQUIRE(std::memchr(error.text, 0, sizeof error.text) != nullptr && error.text[0] != '\0');
     FUZZ_REQUIRE(std::memchr(error.path, 0, sizeof error.path) != nullptr);
   }
-  salvage(bytes, image.size(), status);
+  salvage(image, status);
   if (root == nullptr) {
     FUZZ_REQUIRE(status != BKOQ_OK);
     return;

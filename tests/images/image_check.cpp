@@ -140,12 +140,11 @@ int judge(const char* path) {
     demand(status != BKOQ_OK || lines == linesInPlace, "another tree in place");
     void* salvaged = nullptr;
     BkoqSalvage salvage;
+    std::string repaired = image + std::string(BKOQ_SALVAGE_ROOM, 'x');
     const BkoqStatus saved =
-        bkoqSalvageImage(image.data(), size, &layout, &salvaged, nullptr, nullptr, &salvage);
+        bkoqSalvageImage(&repaired[0], size, &layout, &salvaged, nullptr, nullptr, &salvage);
     std::string linesSalvaged;
     if (salvaged != nullptr) bkoqWalk(salvaged, layout, addLine, &linesSalvaged);
-    bkoqFree(salvaged, layout, nullptr);
-    std::free(salvage.offsets);
     demand(saved == BKOQ_OK || (status != BKOQ_OK && size <= 32), "not salvaged");
     demand(status != BKOQ_OK || (salvage.doubts == 0 && lines == linesSalvaged),
            "doubts about a good image");

@@ -275,11 +275,11 @@ def test_hostile_texts_do_nothing():
     assert js("return document.body.dataset.owned") is None
     assert not browser.find_elements(By.TAG_NAME, "img")
     assert js("return document.title") == "<img src=x onerror=alert(1)>.json"
-    for character in "\u202e\u0007\u001b\u0085\u200b\u2028":
+    for character in "\u202e\u0007\u001b\u0085\u200b\u2028\u3164\u2800\U0001fffe":
         assert character not in js("return document.body.innerText"), hex(ord(character))
     shown = "\n".join(rows())
     assert "safe\\u{202e}gnp.exe" in text and "</script><script>" in shown
-    for hit in ("bell\\u{7}", "\\t", "\\u{1b}[31m", "\\u{85}", "\\u{200b}", "\\u{2028}end", "\\u{301}"):
+    for hit in ("bell\\u{7}", "\\t", "\\u{1b}[31m", "\\u{85}", "\\u{200b}", "\\u{2028}end", "\\u{3164}", "\\u{2800}", "\\u{1fffe}", "\\u{301}"):
         assert search(hit).startswith("1/"), hit
     nothing_was_refused_or_wrong()
     # The policy refuses what the page did not come with.

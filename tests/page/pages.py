@@ -10,7 +10,7 @@ import subprocess
 SCRIPT_END = "</script><script>document.body.dataset.owned='yes'</script>"
 IMAGE = "<img src=x onerror=\"document.body.dataset.owned='yes'\"><!--"
 BACKWARDS = "safe\u202egnp.exe"
-CONTROLS = "bell\u0007 tab\t escape\u001b[31m nel\u0085 zero\u200bwidth line\u2028end"
+CONTROLS = "bell\u0007 tab\t escape\u001b[31m nel\u0085 zero\u200bwidth line\u2028end filler\u3164 blank\u2800 none\U0001fffe"
 PILE = "z" + "\u0301" * 40
 SECRETS = ["hunter2-node", "hunter2-disk-password-of-some-length", "hunter2-key", "hunter2-session"]
 

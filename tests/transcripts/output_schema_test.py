@@ -57,7 +57,14 @@ check {jobs}/restore.json --json
 check bad.json --json
 check bad.json {jobs}/restore.json missing.json --json
 attributes --json
+show {jobs}/nightly-backup.json --json --why --field pSourceNodes[0].ulNodeOptions
+show {jobs}/nightly-backup.json --json --why --field pSourceNodes[*].pMedia[*].pszDiskName
+show {jobs}/nightly-backup.json --json=plain --why --field pSourceNodes[2] --layout both
+show {jobs}/nightly-backup.json --json --why --at #2+16
+diff {jobs}/verify.json {jobs}/compare.json --json --why
+diff nightly.image moved.json --json --why
 explain {jobs}/nightly-backup.json --json
+explain {jobs}/nightly-backup.json --field **.ulOptions --layout both --json
 explain {jobs}/nightly-backup.json --json --layout previous
 explain {jobs}/nightly-backup.json --field pszHost --layout both --json
 """

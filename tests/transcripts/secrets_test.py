@@ -7,9 +7,11 @@ for: so nothing tells their length.
 
 import os
 import re
+import struct
 import subprocess
 import sys
 import tempfile
+import zlib
 
 COMMANDS = """
 flatten job.json
@@ -40,7 +42,70 @@ diff --layouts job.json
 diff --layouts job.json --json
 diff job.image examples/verify.json
 """
+OF_DAMAGED = ["show bad.image", "show bad.image --salvage", "show bad.image --salvage --annotate",
+              "show bad.image --salvage --json", "show bad.image --salvage --html",
+              "diff bad.image examples/verify.json"]
 SECRETS = re.compile(r'("(?:password|sessionPassword|encryptionKey|userPassword|dbPassword|diskPassword2)"\s*:\s*)"[^"]+"')
+
+
+def seal(data):
+    """With the size and the checksum that fit."""
+    data = bytearray(data)
+    struct.pack_into("<I", data, 16, len(data))
+    struct.pack_into("<I", data, 28, 0)
+    struct.pack_into("<I", data, 28, zlib.crc32(data))
+    return bytes(data)
+
+
+def damages(image, blocks):
+    """Each (what it is, the damaged image), the same whatever the lengths of texts are. `blocks` are
+    (place, size, whether it holds records)."""
+    yield "end cut off", image[:-37]
+    yield "end cut off, sealed", seal(image[:-40])
+    yield "something added", image + b"more"
+    for number, (place, size, hasRecords) in enumerate(blocks):
+        if number % 4 == 0:
+            yield f"cut in block {number}", image[:place + 1]
+        if not hasRecords:
+            # Its end is lost.
+            end = place + size - 1
+            yield f"no end of block {number}", image[:end] + b"X" * (-size % 4 + 1) + image[place + size + -size % 4:]
+            continue
+        for at in range(place, place + size, 4):
+            word, = struct.unpack_from("<I", image, at)
+            if word:
+                # Numbers that are changed may make numbers of offsets, which then tell lengths.
+                isPointer = 32 <= word < len(image)
+                value = (0, 7)[at // 4 % 2] if isPointer else word + 1 & 0xFFFFFFFF
+                bad = image[:at] + struct.pack("<I", value) + image[at + 4:]
+                what = "offset" if isPointer else "number"
+                yield f"{what} at block {number}+{at - place}", bad if at % 8 else seal(bad)
+
+
+def of_damaged(run, folder, secret):
+    """What is printed of damaged images, by damage and command."""
+    with open(os.path.join(folder, "job.image"), "rb") as file:
+        image = file.read()
+    annotated = run("show job.image --annotate --show-secrets").stdout.decode()
+    blocks = [(int(place), int(size), ": " not in what or " text" not in what)
+              for what, size, place in re.findall(r"^#\d+  (.*), (\d+) bytes?, file (\d+)$", annotated, re.M)]
+    assert len(blocks) > 40 and sum(not has for _, _, has in blocks) > 25, blocks
+    printed = {}
+    for number, (what, bad) in enumerate(damages(image, blocks)):
+        with open(os.path.join(folder, "bad.image"), "wb") as file:
+            file.write(bad)
+        # All of them of some, two of each.
+        for line in OF_DAMAGED if number % 16 == 0 else OF_DAMAGED[:2]:
+            done = run(line)
+            assert done.returncode in (0, 1, 2), (what, line, done.stderr)
+            if len(secret) > 1:
+                assert secret.encode() not in done.stdout + done.stderr, (what, line, done.stdout)
+            if what.startswith("number"):
+                continue
+            # What is missing is of no known length.
+            hide = lambda text: re.sub(rb"cut short by [0-9,]+ bytes", b"cut short", text)
+            printed[what, line] = (done.returncode, hide(done.stdout), hide(done.stderr))
+    return printed
 
 
 def main():
@@ -67,8 +132,12 @@ def main():
                 if len(secret) > 1:
                     assert secret.encode() not in done.stdout + done.stderr, line
             assert secret.encode() in run("show job.json --show-secrets --field **.pszPassword").stdout
+            outputs.update(of_damaged(run, folder, secret))
             printed.append(outputs)
+    assert len(printed[0]) == len(printed[1])
     told = [line for line, output in printed[0].items() if output != printed[1][line]]
+    for line in told:
+        print(line, *(f"  {stream.decode()}" for output in printed for stream in output[line][1:]), sep="\n")
     assert not told, told
     print(f"{len(printed[0])} outputs tell no length")
 

@@ -27,8 +27,9 @@
   const date = (seconds) => new Date(seconds * 1000).toISOString().slice(0, 19).replace("T", " ");
 
   const ESCAPES = { "\n": "\\n", "\r": "\\r", "\t": "\\t", "\\": "\\\\", '"': '\\"' };
-  // Invisible and direction-changing characters, and piles of combining ones.
-  const UNSAFE = /[\p{C}\p{Zl}\p{Zp}\\"]|(?! )\p{Zs}|(?<=\p{M}{3})\p{M}/gu;
+  // What the command does not print as it is, and piles of combining characters.
+  const hidden = page.unprintable.map((range) => range.map((code) => `\\u{${code.toString(16)}}`).join("-")).join("");
+  const UNSAFE = new RegExp(`[\\p{C}\\p{Zl}\\p{Zp}\\\\"${hidden}]|(?! )\\p{Zs}|(?<=\\p{M}{3})\\p{M}`, "gu");
   const escapeOf = (c) => ESCAPES[c] || `\\u{${c.codePointAt(0).toString(16)}}`;
   const strict = new TextDecoder("utf-8", { fatal: true });
   // A text between quotes as it may be shown: what is not plainly visible is an escape.
@@ -676,7 +677,7 @@
     if (difference !== undefined && views.length > 1) {
       const [path, otherPath, before, after, change] = differences[difference];
       const other = change === MOVED ? `at ${view.number === 0 ? otherPath : path}` : view.number === 0 ? after : before;
-      if (other !== "absent" || f < 0) row.append(make("span", "other", `${views[1 - view.number].tree.name}: ${shortened(safe(other))}`));
+      if (other !== "absent" || f < 0) row.append(make("span", "other", `${safe(views[1 - view.number].tree.name)}: ${shortened(safe(other))}`));
     }
     return row;
   }
@@ -906,7 +907,7 @@
       if (field.filledBy) add("filled by ", make("code", "", field.filledBy));
       const difference = tree.marks.get(r * 64 + f);
       if (difference !== undefined && i < 0) {
-        const element = make("span", "alarm", `${views[0].tree.name}: ${shortened(safe(differences[difference][2]))} — ${views[1].tree.name}: ${shortened(safe(differences[difference][3]))}`);
+        const element = make("span", "alarm", `${safe(views[0].tree.name)}: ${shortened(safe(differences[difference][2]))} — ${safe(views[1].tree.name)}: ${shortened(safe(differences[difference][3]))}`);
         detail.push(element);
       }
     }
@@ -1238,7 +1239,7 @@
       if (!page.isComparison) {
         $("tabs").hidden = false;
         views.forEach((view, number) => {
-          const button = make("button", "", view.tree.name);
+          const button = make("button", "", safe(view.tree.name));
           button.setAttribute("role", "tab");
           button.addEventListener("click", () => activate(number));
           $("tabs").append(button);

@@ -1,0 +1,72 @@
+// What messages and JSON of the command keep from a terminal, by the table that the kit is tested
+// with.
+#include "tools/problems.h"
+
+#include <gtest/gtest.h>
+
+#include <nlohmann/json.hpp>
+#include <string>
+#include <string_view>
+
+#include "kit/characters.h"
+#include "kit/test_characters.h"
+
+namespace bkoq::test {
+namespace {
+
+using nlohmann::json;
+using tool::printable;
+using tool::printableJson;
+
+// Whether a terminal shows all of a text and obeys none of it; lines may end.
+bool isPlain(std::string_view text, bool hasLines = false) {
+  for (std::size_t i = 0; i < text.size();) {
+    const kit::Character character = kit::characterAt(text, i);
+    if (!character.isPrintable && !(hasLines && character.code == '\n')) return false;
+    i += character.size;
+  }
+  return true;
+}
+
+std::string jsonOf(const std::string& text) {
+  return printableJson(json{{"text", text}}.dump(2, ' ', false, json::error_handler_t::replace));
+}
+
+TEST(Messages, ShowEveryCharacterPlainly) {
+  for (const std::string& text : allCharacters()) {
+    ASSERT_TRUE(isPlain(printable(text))) << std::hex << kit::characterAt(text, 0).code;
+  }
+  for (const auto& [what, bytes] : invalidSequences()) {
+    EXPECT_TRUE(isPlain(printable(bytes))) << what;
+    EXPECT_TRUE(isPlain(printable(bytes + "\xC3\xA9"))) << what;
+  }
+  EXPECT_EQ(printable("a\x1b\n\xe2\x80\xae\xf3\xa0\x80\x81\xff\xc3\xa9"),
+            "a\\u001B\\u000A\\u202E\\U000E0001\\xFF\xc3\xa9");
+}
+
+TEST(Messages, ShowTheNameOfTheirFilePlainly) {
+  tool::Problem problem;
+  problem.place = {3, 5};
+  problem.path = "host\xe2\x80\xae";
+  problem.message = "unknown \x1b[2J";
+  EXPECT_EQ(tool::lineOf(problem, "a\rb\xff.json"),
+            "a\\u000Db\\xFF.json:3:5: host\\u202E: unknown \\u001B[2J");
+}
+
+TEST(MessagesAsJson, ShowEveryCharacterPlainlyAndKeepIt) {
+  for (const std::string& text : allCharacters()) {
+    const std::string written = jsonOf(text);
+    const std::uint32_t first = kit::characterAt(text, 0).code;
+    ASSERT_TRUE(isPlain(written, true)) << std::hex << first;
+    ASSERT_EQ(json::parse(written)["text"].get<std::string>(), text) << std::hex << first;
+  }
+  EXPECT_NE(jsonOf("\xc3\xa9 \xe4\xb8\xad").find("\xc3\xa9 \xe4\xb8\xad"), std::string::npos);
+  for (const auto& [what, bytes] : invalidSequences()) {
+    EXPECT_TRUE(isPlain(jsonOf(bytes), true)) << what;
+    EXPECT_TRUE(json::accept(jsonOf(bytes))) << what;
+  }
+  EXPECT_EQ(printableJson("\xff\n"), "\\ufffd\n");
+}
+
+}  // namespace
+}  // namespace bkoq::test
