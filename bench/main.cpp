@@ -28,6 +28,7 @@ const struct {
     {"paging", measurePaging},
     {"building", measureBuilding},
     {"cloning", measureCloning},
+    {"diff", measureDiff},
     {"whole", measureWhole},
     {"wholefirst", measureWholeFirst},
     {"bare", measureBare},
