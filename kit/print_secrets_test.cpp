@@ -63,6 +63,42 @@ BKDDISK pSourceNodes[0].pMedia[4]  #4+208
   }
 }
 
+// A password may hold the colon that joins it to the user; all of it is hidden. In every form it
+// shows that something is, also where only the first of the two texts has a secret.
+TEST(Print, MasksEverythingAfterTheFirstColonOfCredentials) {
+  const CurrentTree job = currentJob(20);
+  auto& node = *give<BKNODE>(job->ulNumSourceNodes, job->pSourceNodes, 1);
+  auto* disks = give<BKDDISK>(node.ulMediaCount, node.pMedia, 4);
+  disks[0].pszDiskPW2 = texts({"u:SEC:RET", ""});
+  disks[1].pszDiskPW2 = texts({":SECRET", ""});
+  disks[2].pszDiskPW2 = texts({"u:", "S:E"});
+  disks[3].pszDiskPW2 = texts({"u", ""});
+  const auto field = [&](unsigned int disk, BkoqFormat format) {
+    BkoqPrintOptions options{};
+    options.format = format;
+    options.onlyRecord = "BKDDISK";
+    const std::string all = printed(job, options);
+    std::size_t at = 0;
+    for (unsigned int i = 0; i <= disk; ++i) at = all.find("pszDiskPW2", at + 1);
+    return all.substr(at, all.find('\n', at) - at);
+  };
+  EXPECT_EQ(field(0, BKOQ_FORMAT_TEXT), "pszDiskPW2        #4  \"u:********\", \"\"");
+  EXPECT_EQ(field(1, BKOQ_FORMAT_TEXT), "pszDiskPW2        #5  \":********\", \"\"");
+  EXPECT_EQ(field(2, BKOQ_FORMAT_TEXT), "pszDiskPW2        #6  \"u:********\", ********");
+  EXPECT_EQ(field(3, BKOQ_FORMAT_TEXT), "pszDiskPW2        #7  \"u\", \"\"");
+  const std::string start =
+      "pszDiskPW2\": {\"offset\": 36, \"width\": 4, \"kind\": \"two texts\", \"block\": ";
+  const auto json = [&](unsigned int disk) {
+    const std::string text = field(disk, BKOQ_FORMAT_JSON);
+    EXPECT_EQ(text.substr(0, start.size()), start);
+    return text.substr(start.size());
+  };
+  EXPECT_EQ(json(0), "4, \"value\": [\"u:********\", \"\"], \"masked\": true},");
+  EXPECT_EQ(json(1), "5, \"value\": [\":********\", \"\"], \"masked\": true},");
+  EXPECT_EQ(json(2), "6, \"value\": [\"u:********\", \"********\"], \"masked\": true},");
+  EXPECT_EQ(json(3), "7, \"size\": 3, \"value\": [\"u\", \"\"]},");
+}
+
 TEST(Print, LetsNothingOfATextReachTheTerminalUnseen) {
   struct Case {
     const char* text;

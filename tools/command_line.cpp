@@ -3,8 +3,10 @@
 #include <CLI/App.hpp>
 #include <CLI/Config.hpp>
 #include <CLI/Formatter.hpp>
+#include <cstring>
 #include <functional>
 #include <iostream>
+#include <nlohmann/json.hpp>
 #include <sstream>
 #include <string>
 
@@ -14,6 +16,7 @@
 #include "tools/description.h"
 #include "tools/moment.h"
 #include "tools/problems.h"
+#include "tools/reference.h"
 
 namespace bkoq::tool {
 namespace {
@@ -72,6 +75,64 @@ std::string hint(const std::string& word, const std::vector<std::string>& words,
                             : "; did you mean " + *nearest + "?";
 }
 
+bool isOption(const std::string& name) { return name.size() > 1 && name[0] == '-'; }
+
+// Long ones have been looked for before, so one that is left comes after "--".
+bool isShortOption(const std::string& name) { return isOption(name) && name[1] != '-'; }
+
+std::vector<std::string> recordNames(BkoqLayout layout) {
+  std::string tables;
+  bkoqPrintRecords(nullptr, layout, BKOQ_FORMAT_JSON, stringSink, &tables);
+  std::vector<std::string> names;
+  const auto document = nlohmann::json::parse(tables);
+  for (const auto& record : document["records"]) names.push_back(record["record"]);
+  return names;
+}
+
+// What is wrong, in the words of all other messages; the parser's own texts are only taken apart.
+std::string wordsOf(const CLI::ParseError& error, const std::string& command) {
+  const std::string text = error.what();
+  const auto after = [&text](const std::string& part) {
+    return text.substr(text.find(part) + part.size());
+  };
+  const auto before = [&text](const std::string& part) { return text.substr(0, text.find(part)); };
+  const auto has = [&text](const char* part) { return text.find(part) != std::string::npos; };
+  if (dynamic_cast<const CLI::RequiredError*>(&error) != nullptr && has(" is required")) {
+    return before(" is required") + " is missing";
+  }
+  if (dynamic_cast<const CLI::ExcludesError*>(&error) != nullptr) {
+    return before(" excludes ") + " does not go with " + after(" excludes ");
+  }
+  if (dynamic_cast<const CLI::RequiresError*>(&error) != nullptr) {
+    return before(" requires ") + " goes with " + after(" requires ") + " only";
+  }
+  if (dynamic_cast<const CLI::ExtrasError*>(&error) != nullptr) {
+    const std::string extra = after("expected: ");
+    return isShortOption(extra) ? std::string(command).append(" has no option ").append(extra)
+                                : "nothing is expected after what is given, but \"" + extra + "\"";
+  }
+  if (dynamic_cast<const CLI::ConversionError*>(&error) != nullptr && has(" = ")) {
+    return before(" = ").substr(std::strlen("Could not convert: ")) + " takes no value";
+  }
+  if (dynamic_cast<const CLI::ArgumentMismatch*>(&error) != nullptr) {
+    if (has(" was given a disallowed")) {
+      return "--" + before(" was given a disallowed") + " takes no value";
+    }
+    const std::string name = before(": ");
+    if (has(" required but received ")) {
+      const std::string received = after(" required but received ");
+      if (isOption(name)) return name + " is given more than once";
+      const std::string most = before(" required but").substr(text.rfind("Most ") + 5);
+      return command + " takes " + (most == "1" ? "one " : "at most " + most + " of ") + name +
+             ", not " + received;
+    }
+    if (has(" required ") && has(" missing")) {
+      return name + " takes a value, " + before(" missing").substr(text.find(" required ") + 10);
+    }
+  }
+  return text;
+}
+
 class CommandLine {
  public:
   CommandLine() : app_("describes backup jobs, and what they turn into", "bkoq") {
@@ -114,8 +175,9 @@ class CommandLine {
       return finish(kDone);
     } catch (const CLI::ParseError& error) {
       const auto named = app_.get_subcommands();
-      return fail(std::string(error.what()) + "; see \"bkoq " +
-                  (named.empty() ? "" : named.front()->get_name() + " ") + "--help\"");
+      const std::string command = named.empty() ? "bkoq" : named.front()->get_name();
+      return fail(wordsOf(error, command) + "; see \"bkoq " + (named.empty() ? "" : command + " ") +
+                  "--help\"");
     }
     return finish(command_());
   }
@@ -123,6 +185,7 @@ class CommandLine {
  private:
   // "bkoq help" and "bkoq help COMMAND".
   Status help(int count, const char* const* arguments) {
+    if (count > 3) return fail("help takes one command; see \"bkoq --help\"");
     if (count == 2) {
       print(helpText(app_));
       return finish(kDone);
@@ -131,13 +194,21 @@ class CommandLine {
     return run(3, command);
   }
 
+  static std::vector<std::string> longNamesOf(const CLI::App& app) {
+    std::vector<std::string> names;
+    for (const CLI::Option* option : app.get_options()) {
+      for (const std::string& name : option->get_lnames()) names.push_back("--" + name);
+    }
+    return names;
+  }
+
   // The parser has no good words for a misspelt command or option; empty when there is none.
   std::string complaintAbout(int count, const char* const* arguments) const {
     const std::string first = count > 1 ? arguments[1] : "";
     if (first.empty()) return "a command is missing; see \"bkoq --help\"";
     if (first[0] == '-') {
-      const CLI::Option* known = app_.get_option_no_throw(first);
-      return known != nullptr ? "" : "there is no option " + first + "; see \"bkoq --help\"";
+      if (app_.get_option_no_throw(first) != nullptr) return "";
+      return "there is no option " + first + hint(first, longNamesOf(app_), "bkoq");
     }
     std::vector<std::string> commands;
     const CLI::App* command = nullptr;
@@ -148,10 +219,7 @@ class CommandLine {
     if (command == nullptr) {
       return "there is no command \"" + first + "\"" + hint(first, commands, "bkoq");
     }
-    std::vector<std::string> options;
-    for (const CLI::Option* option : command->get_options()) {
-      for (const std::string& name : option->get_lnames()) options.push_back("--" + name);
-    }
+    const std::vector<std::string> options = longNamesOf(*command);
     for (int i = 2; i < count && std::string("--") != arguments[i]; ++i) {
       const std::string given = arguments[i];
       const std::string name = given.substr(0, given.find('='));
@@ -195,7 +263,11 @@ class CommandLine {
         ->type_name("auto|always|never")
         ->check(oneOf({"auto", "always", "never"}));
   }
-  void json(CLI::App& sub) { sub.add_flag("--json", request_.json, "print JSON, for programs"); }
+  // A flag is given or not; it has no value.
+  static CLI::Option* flag(CLI::App& sub, const char* name, bool& value, const char* meaning) {
+    return sub.add_flag(name, value, meaning)->disable_flag_override();
+  }
+  void json(CLI::App& sub) { flag(sub, "--json", request_.json, "print JSON, for programs"); }
   // Of trees; "--json=plain" gives the values alone.
   void jsonOfTrees(CLI::App& sub) {
     sub.add_flag("--json{full}", request_.jsonForm,
@@ -204,10 +276,10 @@ class CommandLine {
         ->each([this](const std::string&) { request_.json = true; });
   }
   void secrets(CLI::App& sub) {
-    sub.add_flag("--show-secrets", request_.showSecrets, "print passwords and keys as they are");
+    flag(sub, "--show-secrets", request_.showSecrets, "print passwords and keys as they are");
   }
   CLI::Option* page(CLI::App& sub, const char* meaning) {
-    auto* html = sub.add_flag("--html", request_.html, meaning);
+    auto* html = flag(sub, "--html", request_.html, meaning);
     sub.add_option("-o,--output", request_.output,
                    "with --html: write a file that only its owner can read")
         ->type_name("FILE")
@@ -256,7 +328,7 @@ class CommandLine {
     text(sub, "--unix-text", wanted.unixText, "TEXT", "backups: the text");
   }
   void why(CLI::App& sub, const char* meaning) {
-    sub.add_flag("--why", request_.why, meaning)->excludes(sub.get_option("--html"));
+    flag(sub, "--why", request_.why, meaning)->excludes(sub.get_option("--html"));
   }
   void processes(CLI::App& sub) {
     sub.add_option("-j,--jobs", request_.processes, "share many files among so many processes")
@@ -282,7 +354,7 @@ class CommandLine {
                        "write an image that only its owner can read; into a folder one of each job")
             ->type_name("IMAGE")
             ->check(notEmpty());
-    sub.add_flag("--short", request_.isShort, "leave out what is zero or null");
+    flag(sub, "--short", request_.isShort, "leave out what is zero or null");
     look(sub);
     now(sub);
     jsonOfTrees(sub);
@@ -308,8 +380,8 @@ class CommandLine {
     file(sub, "FILE", "a job file or an image");
     layout(sub, true, "the layout that a job is flattened in; current unless given");
     selection(sub);
-    auto* annotate = sub.add_flag("--annotate", request_.annotate,
-                                  "print every byte of every block, with what it means");
+    auto* annotate = flag(sub, "--annotate", request_.annotate,
+                          "print every byte of every block, with what it means");
     auto* field = sub.add_option("--field", request_.field,
                                  "print what is at that path only; * stands for any part of a "
                                  "name or index, ** for anything")
@@ -327,12 +399,12 @@ class CommandLine {
                    "fold texts at so many columns; at those of the terminal unless given")
         ->type_name("N")
         ->check(between(40, 10000));
-    sub.add_flag("--salvage", request_.salvage,
-                 "of a damaged image print all that can still be read, and say what is doubtful");
+    flag(sub, "--salvage", request_.salvage,
+         "of a damaged image print all that can still be read, and say what is doubtful");
     field->excludes(at)->excludes(only)->excludes(annotate)->check(notEmpty());
     at->excludes(only)->excludes(annotate)->check(notEmpty());
     only->check(notEmpty());
-    sub.add_flag("--short", request_.isShort, "leave out what is zero or null");
+    flag(sub, "--short", request_.isShort, "leave out what is zero or null");
     look(sub);
     now(sub);
     jsonOfTrees(sub);
@@ -359,8 +431,7 @@ class CommandLine {
                         "  bkoq diff monday.image tuesday.image --html -o what-changed.html",
                         [this] { return diffCommand(request_); });
     file(sub, "FILE", "two job files or images; one job file with --layouts")->expected(1, 2);
-    auto* layouts =
-        sub.add_flag("--layouts", request_.layouts, "compare the two layouts of one job");
+    auto* layouts = flag(sub, "--layouts", request_.layouts, "compare the two layouts of one job");
     layout(sub, false,
            "the layout that jobs are flattened in; that of an image beside, or the current one, "
            "unless given");
@@ -394,7 +465,7 @@ class CommandLine {
             "that cannot be read or bad usage; of many files the highest.",
             [this] { return checkCommand(request_); });
     file(sub, "JOB", "the job files")->expected(1, 1000000);
-    sub.add_flag("--strict", request_.strict, "count warnings as mistakes");
+    flag(sub, "--strict", request_.strict, "count warnings as mistakes");
     json(sub);
     processes(sub);
   }
@@ -450,19 +521,20 @@ class CommandLine {
                         [this] { return layoutCommand(request_); });
     auto* record = sub.add_option("RECORD", request_.record, "its name; all records unless given");
     auto* previous = sub.add_flag_callback(
-        "--previous", [this] { request_.recordLayout = BKOQ_LAYOUT_PREVIOUS; },
-        "those of the previous layout");
+                            "--previous", [this] { request_.recordLayout = BKOQ_LAYOUT_PREVIOUS; },
+                            "those of the previous layout")
+                         ->disable_flag_override();
     auto* compare =
-        sub.add_flag("--compare", request_.compare, "only what differs between the layouts")
+        flag(sub, "--compare", request_.compare, "only what differs between the layouts")
             ->excludes(previous);
     json(sub);
-    sub.add_flag("--c", request_.c, "print plain C structs")
+    flag(sub, "--c", request_.c, "print plain C structs")
         ->excludes(compare)
         ->excludes(sub.get_option("--json"));
     // Of images, so of all records of both layouts.
-    auto* magic = sub.add_flag("--magic", request_.magic, "print the entry of images for file(1)");
-    auto* kaitai = sub.add_flag("--kaitai", request_.kaitai,
-                                "print a Kaitai Struct description of images of both layouts");
+    auto* magic = flag(sub, "--magic", request_.magic, "print the entry of images for file(1)");
+    auto* kaitai = flag(sub, "--kaitai", request_.kaitai,
+                        "print a Kaitai Struct description of images of both layouts");
     for (auto* each : {magic, kaitai}) {
       each->excludes(record)->excludes(previous)->excludes(compare);
       for (const char* other : {"--json", "--c"}) each->excludes(sub.get_option(other));
@@ -488,7 +560,7 @@ class CommandLine {
       list += (list.empty() ? "" : ", ") + each.kind;
     }
     sub.add_option("KIND", request_.kind, list)->type_name(kinds)->required();
-    sub.add_flag("--all", request_.all, "with every object that can be in it");
+    flag(sub, "--all", request_.all, "with every object that can be in it");
   }
 
   // For packagers: made from this same description.
@@ -498,7 +570,9 @@ class CommandLine {
             "  source <(bkoq completion bash)\n"
             "  bkoq completion zsh > _bkoq",
             [this] {
-              print(shell_ == "zsh" ? zshCompletion(app_) : bashCompletion(app_));
+              const CompletionWords words = {objectNames(), recordNames(BKOQ_LAYOUT_CURRENT),
+                                             recordNames(BKOQ_LAYOUT_PREVIOUS)};
+              print(shell_ == "zsh" ? zshCompletion(app_, words) : bashCompletion(app_, words));
               return kDone;
             });
     completion.add_option("SHELL", shell_, "bash or zsh")

@@ -305,9 +305,6 @@ bool isFolder(const std::string& path) {
 
 // Prints the trees of one job, or writes them as an image.
 Status flattenFile(const Request& request, const std::string& file, const std::string& image) {
-  if (!image.empty() && file != "-" && isSameFile(file, image)) {
-    return fail("the job file and the image are one file: " + file);
-  }
   std::string content;
   if (!readFile(file, content)) return kFailed;
   const LoadedJob loaded = loadSelected(content, file, request);

@@ -81,7 +81,15 @@ std::vector<std::string> wordsOf(const CLI::Option& option) {
   return type.find('|') == std::string::npos ? std::vector<std::string>() : split(type, '|');
 }
 
-bool takesFile(const CLI::Option& option) { return option.get_type_name() == "IMAGE"; }
+bool takesFile(const CLI::Option& option) {
+  return option.get_type_name() == "IMAGE" || option.get_type_name() == "FILE";
+}
+
+bool takesRecord(const CLI::Option& option) {
+  return option.get_type_name() == "RECORD" || option.get_name(true) == "RECORD";
+}
+
+bool takesObject(const CLI::Option& option) { return option.get_name(true) == "OBJECT"; }
 
 std::string joined(const std::vector<std::string>& words, const char* separator) {
   std::string text;
@@ -89,11 +97,18 @@ std::string joined(const std::vector<std::string>& words, const char* separator)
   return text;
 }
 
+// "-o" and "--output"
+std::vector<std::string> namesFor(const CLI::Option& option) {
+  std::vector<std::string> names;
+  for (const std::string& name : option.get_snames()) names.push_back("-" + name);
+  for (const std::string& name : option.get_lnames()) names.push_back("--" + name);
+  return names;
+}
+
 std::vector<std::string> flagsOf(const CLI::App& command) {
   std::vector<std::string> flags;
   for (const CLI::Option* option : optionsOf(command, false)) {
-    for (const std::string& name : option->get_snames()) flags.push_back("-" + name);
-    for (const std::string& name : option->get_lnames()) flags.push_back("--" + name);
+    for (const std::string& name : namesFor(*option)) flags.push_back(name);
   }
   return flags;
 }
@@ -138,10 +153,22 @@ there are differences, a job file has mistakes, or a conversion failed
 .B 2
 bad usage, a file that cannot be read, or output that cannot be written; of many files the highest
 status counts
+.SH OUTPUT FILES
+Images and pages may hold passwords: only their owner can read them. A file is replaced as a whole when
+all has been written; until then what is written has no name, so a command that is interrupted or fails
+leaves the old file and nothing else. Where the file system has no files without a name it has one that
+begins with
+.IR .bkoq\- ,
+which only a kill that no program can notice leaves. A symbolic link is written through, as by other
+programs, and stays a link; one that leads to nothing is refused, since a file would appear where nobody
+looks for it. A file that the same command reads is refused. No image is written to a terminal.
 .SH ENVIRONMENT
 .TP
 .B NO_COLOR
 set and not empty: no colour, also on a terminal
+.TP
+.B TERM
+"dumb": no colour either
 .TP
 .B TZ
 the zone of times in job files that name none, and the local clock of the records
@@ -234,11 +261,71 @@ std::string zshText(const std::string& text) {
   return result;
 }
 
-std::string zshAction(const CLI::Option& option) {
+std::string zshAction(const CLI::Option& option, bool isPositional) {
   const std::vector<std::string> words = wordsOf(option);
   if (!words.empty()) return "(" + joined(words, " ") + ")";
-  return takesFile(option) ? "_files" : " ";
+  if (takesRecord(option)) return "_bkoq_records";
+  if (takesObject(option)) return "_bkoq_objects";
+  return isPositional || takesFile(option) ? "_files" : " ";
 }
+
+// The command of bash that completes a value; empty when nothing is known of it.
+std::string bashAction(const CLI::Option& option, bool isPositional) {
+  const std::vector<std::string> words = wordsOf(option);
+  if (!words.empty()) return "_bkoq_words '" + joined(words, "\n") + "'";
+  if (takesRecord(option)) return "_bkoq_records";
+  if (takesObject(option)) return "_bkoq_objects";
+  return isPositional || takesFile(option) ? "_bkoq_files" : "";
+}
+
+// Names may have blanks, and what a file is called is never read as shell code.
+constexpr const char* kBashFunctions = R"(
+# Of the lines those that begin like the word.
+_bkoq_words() {
+  local line
+  while IFS= read -r line; do
+    if [[ $line == "$word"* ]]; then COMPREPLY+=("$line"); fi
+  done <<< "$1"
+}
+
+# The shell quotes the blanks of names where it takes them for files.
+_bkoq_files() {
+  compopt -o filenames 2> /dev/null
+  mapfile -t COMPREPLY < <(compgen -f -- "$word")
+}
+
+_bkoq_objects() {
+  compopt -o filenames 2> /dev/null
+  _bkoq_words "$_bkoq_object_names"
+}
+
+# Those of the layout that is asked for.
+_bkoq_records() {
+  local each
+  for each in "${COMP_WORDS[@]}"; do
+    case $each in
+      --previous|previous) _bkoq_words "$_bkoq_previous_records"; return ;;
+    esac
+  done
+  _bkoq_words "$_bkoq_current_records"
+}
+
+_bkoq() {
+  local word=${COMP_WORDS[COMP_CWORD]} previous=${COMP_WORDS[COMP_CWORD-1]}
+  COMPREPLY=()
+  # "--layout=current" comes as three words.
+  if [[ $word == = ]]; then
+    word=
+  elif [[ $previous == = ]]; then
+    previous=${COMP_WORDS[COMP_CWORD-2]}
+  fi
+  # What is typed may be quoted.
+  case $word in
+    \"*|\'*) word=${word:1} ;;
+    *) word=${word//\\/} ;;
+  esac
+  if [[ $COMP_CWORD -eq 1 ]]; then
+    _bkoq_words ')";
 
 }  // namespace
 
@@ -279,7 +366,7 @@ std::string manPage(const CLI::App& app) {
   return text + ".SH NOTES\n.nf\n" + escaped(app.get_footer()) + "\n.fi\n" + kManEnd;
 }
 
-std::string bashCompletion(const CLI::App& app) {
+std::string bashCompletion(const CLI::App& app, const CompletionWords& words) {
   const std::string& name = app.get_name();
   std::vector<std::string> names;
   std::string cases;
@@ -288,42 +375,30 @@ std::string bashCompletion(const CLI::App& app) {
     std::string values;
     for (const CLI::Option* option : optionsOf(*command, false)) {
       if (!takesValue(*option)) continue;
-      const std::vector<std::string> words = wordsOf(*option);
-      std::vector<std::string> spelled;
-      for (const std::string& each : option->get_snames()) spelled.push_back("-" + each);
-      for (const std::string& each : option->get_lnames()) spelled.push_back("--" + each);
-      values += "        " + joined(spelled, "|") + ") ";
-      if (!words.empty()) {
-        values += "COMPREPLY=($(compgen -W '" + joined(words, " ") + "' -- \"$word\"))";
-      } else if (takesFile(*option)) {
-        values += "COMPREPLY=($(compgen -f -- \"$word\"))";
-      }
-      values += (words.empty() && !takesFile(*option) ? "" : "; ") + std::string("return ;;\n");
+      const std::string action = bashAction(*option, false);
+      values += "        " + joined(namesFor(*option), "|") + ") " +
+                (action.empty() ? "" : action + "; ") + "return ;;\n";
     }
     std::string arguments;
     for (const CLI::Option* option : optionsOf(*command, true)) {
-      const std::vector<std::string> words = wordsOf(*option);
-      arguments = words.empty() ? "-f" : "-W '" + joined(words, " ") + "'";
+      arguments = bashAction(*option, true);
     }
     cases += "    " + command->get_name() + ")\n";
     if (!values.empty()) cases += "      case $previous in\n" + values + "      esac\n";
-    cases += "      if [[ $word == -* ]]; then\n        COMPREPLY=($(compgen -W '" +
-             joined(flagsOf(*command), " ") + "' -- \"$word\"))\n";
-    if (!arguments.empty()) {
-      cases += "      else\n        COMPREPLY=($(compgen " + arguments + " -- \"$word\"))\n";
-    }
+    cases += "      if [[ $word == -* ]]; then\n        _bkoq_words '" +
+             joined(flagsOf(*command), "\n") + "'\n";
+    if (!arguments.empty()) cases += "      else\n        " + arguments + "\n";
     cases += "      fi ;;\n";
   }
-  const std::string function = "_" + name;
-  return "# bash completion of " + name + "\n" + function +
-         "() {\n  local word=${COMP_WORDS[COMP_CWORD]} previous=${COMP_WORDS[COMP_CWORD-1]}\n"
-         "  COMPREPLY=()\n  if [[ $COMP_CWORD -eq 1 ]]; then\n    COMPREPLY=($(compgen -W '" +
-         joined(names, " ") + " " + joined(flagsOf(app), " ") +
-         "' -- \"$word\"))\n    return\n  fi\n  case ${COMP_WORDS[1]} in\n" + cases +
-         "  esac\n}\ncomplete -o filenames -F " + function + " " + name + "\n";
+  return "# bash completion of " + name + "\n_bkoq_object_names='" + joined(words.objects, "\n") +
+         "'\n_bkoq_current_records='" + joined(words.currentRecords, "\n") +
+         "'\n_bkoq_previous_records='" + joined(words.previousRecords, "\n") + "'\n" +
+         kBashFunctions + joined(names, "\n") + "\nhelp\n" + joined(flagsOf(app), "\n") +
+         "'\n    return\n  fi\n  case ${COMP_WORDS[1]} in\n    help) _bkoq_words '" +
+         joined(names, "\n") + "' ;;\n" + cases + "  esac\n}\ncomplete -F _bkoq " + name + "\n";
 }
 
-std::string zshCompletion(const CLI::App& app) {
+std::string zshCompletion(const CLI::App& app, const CompletionWords& words) {
   const std::string& name = app.get_name();
   std::string list;
   std::string cases;
@@ -332,31 +407,38 @@ std::string zshCompletion(const CLI::App& app) {
         "    '" + zshText(command->get_name()) + ":" + zshText(command->get_description()) + "'\n";
     cases += "    " + command->get_name() + ")\n      _arguments";
     for (const CLI::Option* option : optionsOf(*command, false)) {
-      std::vector<std::string> spelled;
-      for (const std::string& each : option->get_snames()) spelled.push_back("-" + each);
-      for (const std::string& each : option->get_lnames()) spelled.push_back("--" + each);
-      for (const std::string& each : spelled) {
-        cases += " \\\n        '" + std::string(isRepeated(*option) ? "*" : "") + each + "[" +
+      for (const std::string& each : namesFor(*option)) {
+        const bool isLong = each.compare(0, 2, "--") == 0;
+        cases += " \\\n        '" + std::string(isRepeated(*option) ? "*" : "") + each +
+                 (isLong && takesValue(*option) ? "=" : "") + "[" +
                  zshText(option->get_description()) + "]";
         if (takesValue(*option)) {
-          const std::vector<std::string> words = wordsOf(*option);
-          cases += ":" + std::string(words.empty() ? option->get_type_name() : "value") + ":" +
-                   zshAction(*option);
+          cases += ":" + (wordsOf(*option).empty() ? option->get_type_name() : "value") + ":" +
+                   zshAction(*option, false);
         }
         cases += "'";
       }
     }
     for (const CLI::Option* option : optionsOf(*command, true)) {
-      const std::vector<std::string> words = wordsOf(*option);
       cases += " \\\n        '" + std::string(isRepeated(*option) ? "*" : "") + ":" +
-               (words.empty() ? zshText(positionalTerm(*option)) : "value") + ":" +
-               (words.empty() ? "_files" : zshAction(*option)) + "'";
+               (wordsOf(*option).empty() ? zshText(positionalTerm(*option)) : "value") + ":" +
+               zshAction(*option, true) + "'";
     }
     cases += " ;;\n";
   }
-  return "#compdef " + name + "\nlocal -a commands\ncommands=(\n" + list +
-         ")\nif (( CURRENT == 2 )); then\n  _describe command commands\nelse\n"
-         "  local command=$words[2]\n  shift words\n  (( CURRENT-- ))\n  case $command in\n" +
+  const auto quoted = [](const std::vector<std::string>& all) {
+    return "'" + joined(all, "' '") + "'";
+  };
+  return "#compdef " + name + "\n_bkoq_objects() {\n  local -a objects=(" + quoted(words.objects) +
+         ")\n  compadd -a objects\n}\n_bkoq_records() {\n  local -a records=(" +
+         joined(words.currentRecords, " ") +
+         ")\n  (( ${words[(I)(--previous|previous|--layout=previous)]} )) &&\n    records=(" +
+         joined(words.previousRecords, " ") + ")\n  compadd -a records\n}\nlocal -a commands=(\n" +
+         list +
+         "    'help:print the help of a command'\n)\n"
+         "if (( CURRENT == 2 )); then\n  _describe command commands\nelse\n"
+         "  local command=$words[2]\n  shift words\n  (( CURRENT-- ))\n  case $command in\n"
+         "    help)\n      _describe command commands ;;\n" +
          cases + "  esac\nfi\n";
 }
 

@@ -5,6 +5,7 @@
 #include <CLI/Config.hpp>
 #include <CLI/Formatter.hpp>
 #include <string>
+#include <vector>
 
 namespace bkoq::tool {
 
@@ -13,8 +14,15 @@ namespace bkoq::tool {
 
 std::string helpText(const CLI::App& app);
 std::string manPage(const CLI::App& app);
-std::string bashCompletion(const CLI::App& app);
-std::string zshCompletion(const CLI::App& app);
+
+// Names that values of options and arguments are completed to.
+struct CompletionWords {
+  std::vector<std::string> objects;  // of job files
+  std::vector<std::string> currentRecords;
+  std::vector<std::string> previousRecords;
+};
+std::string bashCompletion(const CLI::App& app, const CompletionWords& words);
+std::string zshCompletion(const CLI::App& app, const CompletionWords& words);
 
 }  // namespace bkoq::tool
 

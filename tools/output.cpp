@@ -6,10 +6,14 @@
 #include <unistd.h>
 
 #include <cerrno>
+#include <climits>
 #include <csignal>
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
+#include <random>
+#include <set>
+#include <utility>
 
 #include "tools/problems.h"
 
@@ -33,19 +37,48 @@ std::string& colourMode() {
   return mode;
 }
 
-// Where a path leads in the end; the path itself when nothing is there yet.
-std::string followed(const std::string& path) {
-  char* resolved = realpath(path.c_str(), nullptr);
-  if (resolved == nullptr) return path;
-  std::string target = resolved;
-  std::free(resolved);
-  return target;
+using FileId = std::pair<dev_t, ino_t>;
+
+// The files that have been read.
+std::set<FileId>& filesRead() {
+  static std::set<FileId> files;
+  return files;
 }
 
-// A name in the folder of a path that is not as long as its own may be.
-std::string temporaryBeside(const std::string& path) {
+std::string nameOfOpen(int file) { return "/proc/self/fd/" + std::to_string(file); }
+
+// The path of an open file; empty when it cannot be told.
+std::string pathOf(int file, const struct stat& known) {
+  char path[PATH_MAX];
+  const ssize_t size = readlink(nameOfOpen(file).c_str(), path, sizeof path);
+  if (size <= 0 || size == sizeof path) return "";
+  std::string name(path, static_cast<std::size_t>(size));
+  struct stat there = {};
+  const bool isSame = lstat(name.c_str(), &there) == 0 && there.st_dev == known.st_dev &&
+                      there.st_ino == known.st_ino;
+  return isSame ? name : "";
+}
+
+std::string folderOf(const std::string& path) {
   const std::size_t slash = path.rfind('/');
-  return (slash == std::string::npos ? "" : path.substr(0, slash + 1)) + ".bkoq-XXXXXX";
+  return slash == std::string::npos ? "./" : path.substr(0, slash + 1);
+}
+
+// Calls `make` with names in the folder of a path until one is free. They are not as long as a name
+// may be.
+template <class Make>
+int withFreeName(const std::string& path, std::string& name, const Make& make) {
+  constexpr int kTries = 100;
+  std::random_device random;
+  int result = -1;
+  for (int i = 0; i < kTries; ++i) {
+    char end[32];
+    std::snprintf(end, sizeof end, ".bkoq-%08x%08x", random(), random());
+    name = folderOf(path) + end;
+    result = make(name.c_str());
+    if (result >= 0 || errno != EEXIST) break;
+  }
+  return result;
 }
 
 }  // namespace
@@ -81,14 +114,16 @@ Status finish(Status status) {
 }
 
 bool readFile(const std::string& path, std::string& content) {
-  const std::string name = path == "-" ? "standard input" : path;
+  const std::string name = path == "-" ? "standard input" : path.empty() ? "\"\"" : path;
   const int file = path == "-" ? STDIN_FILENO : open(path.c_str(), O_RDONLY | O_CLOEXEC);
   bool isRead = file >= 0;
   struct stat known = {};
-  if (isRead && fstat(file, &known) == 0 && S_ISREG(known.st_mode) && known.st_size > 0 &&
-      static_cast<std::size_t>(known.st_size) <= kMostInput) {
-    // A damaged image is read in place, with room after it.
-    content.reserve(static_cast<std::size_t>(known.st_size) + BKOQ_SALVAGE_ROOM);
+  if (isRead && fstat(file, &known) == 0 && S_ISREG(known.st_mode)) {
+    filesRead().emplace(known.st_dev, known.st_ino);
+    if (known.st_size > 0 && static_cast<std::size_t>(known.st_size) <= kMostInput) {
+      // A damaged image is read in place, with room after it.
+      content.reserve(static_cast<std::size_t>(known.st_size) + BKOQ_SALVAGE_ROOM);
+    }
   }
   constexpr std::size_t kPiece = 256UL * 1024;
   std::string piece(kPiece, '\0');
@@ -109,13 +144,6 @@ bool readFile(const std::string& path, std::string& content) {
   if (!isRead) fail("cannot read " + name + ": " + std::strerror(errno));
   if (file > STDIN_FILENO) close(file);
   return isRead;
-}
-
-bool isSameFile(const std::string& first, const std::string& second) {
-  struct stat one = {};
-  struct stat other = {};
-  return stat(first.c_str(), &one) == 0 && stat(second.c_str(), &other) == 0 &&
-         one.st_dev == other.st_dev && one.st_ino == other.st_ino;
 }
 
 Status writePrivateFile(const std::string& path, const std::string& content) {
@@ -140,30 +168,40 @@ PrivateFile::PrivateFile(const std::string& path) : path_(path) {
   if (path == "-") return;
   // What is opened is looked at, so that it cannot become another in between.
   const int existing = open(path.c_str(), O_WRONLY | O_CLOEXEC);
-  struct stat link = {};
-  const bool isNew = existing < 0 && errno == ENOENT && lstat(path.c_str(), &link) != 0;
+  struct stat known = {};
+  const bool isNew = existing < 0 && errno == ENOENT && lstat(path.c_str(), &known) != 0;
   if (existing < 0 && !isNew) {
     // Also of a link to nothing, which would be replaced.
-    if (S_ISLNK(link.st_mode)) errno = ENOENT;
+    if (S_ISLNK(known.st_mode)) errno = ENOENT;
     fail();
     return;
   }
-  struct stat known = {};
-  if (existing >= 0 && (fstat(existing, &known) != 0 || !S_ISREG(known.st_mode))) {
-    file_ = existing;  // a device or a pipe cannot be replaced
-    return;
+  target_ = path;
+  if (existing >= 0) {
+    if (fstat(existing, &known) != 0 || !S_ISREG(known.st_mode)) {
+      target_.clear();
+      file_ = existing;  // a device or a pipe cannot be replaced
+      return;
+    }
+    isRead_ = filesRead().count({known.st_dev, known.st_ino}) != 0;
+    target_ = pathOf(existing, known);
+    // Without /proc, or when it was moved in this moment.
+    if (target_.empty() && !isRead_) {
+      errno = EAGAIN;
+      fail();
+    }
+    close(existing);
+    if (target_.empty() || isRead_) return;
   }
-  if (existing >= 0) close(existing);
 
-  target_ = followed(path);
-  temporary_ = temporaryBeside(target_);
-  const std::size_t slash = target_.rfind('/');
-  const std::string folder = slash == std::string::npos ? "." : target_.substr(0, slash + 1);
-  file_ = open(folder.c_str(), O_TMPFILE | O_WRONLY | O_CLOEXEC, S_IRUSR | S_IWUSR);
-  isNameless_ = file_ >= 0;
+  file_ = open(folderOf(target_).c_str(), O_TMPFILE | O_WRONLY | O_CLOEXEC, S_IRUSR | S_IWUSR);
+  isNameless_ = file_ >= 0 && access(nameOfOpen(file_).c_str(), F_OK) == 0;
   if (isNameless_) return;
+  if (file_ >= 0) close(file_);
   held_.emplace();
-  file_ = mkstemp(&temporary_[0]);  // readable by its owner alone
+  file_ = withFreeName(target_, temporary_, [](const char* name) {
+    return open(name, O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, S_IRUSR | S_IWUSR);
+  });
   if (file_ < 0) fail();
 }
 
@@ -180,6 +218,7 @@ void PrivateFile::fail() {
 int PrivateFile::sink(void* file, const char* text, size_t size) {
   auto& self = *static_cast<PrivateFile*>(file);
   if (self.path_ == "-") return bkoqFileSink(stdout, text, size);
+  if (self.isRead_) return 1;
   if (self.error_ == 0 && !writeAll(self.file_, text, size)) self.fail();
   return self.error_ == 0 ? 0 : 1;
 }
@@ -189,20 +228,18 @@ bool PrivateFile::publish() {
   if (fsync(file_) != 0) return false;
   if (isNameless_) {
     held_.emplace();
-    const int other = mkstemp(&temporary_[0]);  // finds a name that is free
-    if (other < 0) return false;
+    const int linked = withFreeName(target_, temporary_, [this](const char* name) {
+      return linkat(AT_FDCWD, nameOfOpen(file_).c_str(), AT_FDCWD, name, AT_SYMLINK_FOLLOW);
+    });
+    if (linked != 0) return false;
     isNameless_ = false;  // from here on there is a name to take away
-    if (close(other) != 0 || unlink(temporary_.c_str()) != 0 ||
-        linkat(AT_FDCWD, ("/proc/self/fd/" + std::to_string(file_)).c_str(), AT_FDCWD,
-               temporary_.c_str(), AT_SYMLINK_FOLLOW) != 0) {
-      return false;
-    }
   }
   return rename(temporary_.c_str(), target_.c_str()) == 0;
 }
 
 Status PrivateFile::finish() {
   if (path_ == "-") return kDone;  // finish() of the output says what is wrong with it
+  if (isRead_) return tool::fail(path_ + " is read here, and cannot be written as well");
   if (error_ == 0 && isFile() && !publish()) fail();
   if (error_ != 0) return tool::fail("cannot write " + path_ + ": " + std::strerror(error_));
   const int file = file_;

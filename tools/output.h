@@ -37,13 +37,11 @@ constexpr std::size_t kMostInput = 256UL * 1024 * 1024;
 // larger than that.
 bool readFile(const std::string& path, std::string& content);
 
-// Whether both names are of one file that is there.
-bool isSameFile(const std::string& first, const std::string& second);
-
 // Writes a file that only its owner can read, or the standard output for "-" unless that is a
 // terminal. A file of that name is replaced when all has been written, and only then; until then
 // what is written has no name, so nothing is left of it when this is interrupted. A symbolic link
-// is followed, as every other program follows one.
+// is followed, as every other program follows one; one that leads to nothing is refused, and so is
+// a file that has been read.
 Status writePrivateFile(const std::string& path, const std::string& content);
 
 // The same piece by piece, for what is too large to be held at once.
@@ -79,6 +77,7 @@ class PrivateFile {
   std::string target_;     // the file that is replaced; empty for a device or the standard output
   std::string temporary_;  // a name beside it
   bool isNameless_ = false;
+  bool isRead_ = false;              // the target is a file that has been read
   std::optional<SignalsHeld> held_;  // while there is a temporary name
   int file_ = -1;                    // none for the standard output
   int error_ = 0;

@@ -9,12 +9,12 @@
 #include <utility>
 #include <vector>
 
+#include "tests/catalog/types.h"
 #include "tests/support/block_size.h"
 #include "tests/support/foreign_attachments.h"
 #include "tests/support/foreign_filter.h"
 #include "tests/support/free_records.h"
 #include "tests/support/job_conversion.h"
-#include "tests/catalog/types.h"
 #include "tests/support/name_list.h"
 #include "tests/support/rows.h"
 #include "tests/support/stderr_capture.h"

@@ -6,10 +6,10 @@
 #include <string>
 #include <vector>
 
+#include "tests/catalog/types.h"
 #include "tests/support/block_size.h"
 #include "tests/support/foreign_filter.h"
 #include "tests/support/free_records.h"
-#include "tests/catalog/types.h"
 #include "tests/support/rows.h"
 #include "tests/support/stderr_capture.h"
 

@@ -5,9 +5,9 @@
 
 #include <vector>
 
+#include "tests/catalog/types.h"
 #include "tests/support/block_size.h"
 #include "tests/support/free_records.h"
-#include "tests/catalog/types.h"
 #include "tests/support/rows.h"
 
 namespace bkoq::test {

@@ -6,9 +6,9 @@
 #include <string>
 #include <vector>
 
+#include "tests/catalog/types.h"
 #include "tests/support/block_size.h"
 #include "tests/support/free_records.h"
-#include "tests/catalog/types.h"
 #include "tests/support/rows.h"
 
 namespace bkoq::test {

@@ -7,10 +7,10 @@
 #include <utility>
 #include <vector>
 
+#include "tests/catalog/types.h"
 #include "tests/support/block_size.h"
 #include "tests/support/foreign_filter.h"
 #include "tests/support/free_records.h"
-#include "tests/catalog/types.h"
 #include "tests/support/name_list.h"
 #include "tests/support/node_conversion.h"
 #include "tests/support/rows.h"

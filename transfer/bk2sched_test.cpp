@@ -7,8 +7,8 @@
 #include <string>
 #include <vector>
 
-#include "tests/support/block_size.h"
 #include "tests/catalog/types.h"
+#include "tests/support/block_size.h"
 #include "tests/support/rows.h"
 #include "tests/support/time_zone.h"
 

@@ -107,6 +107,17 @@ TEST_F(RecordTime, IsKeptForTheLastEightTimes) {
   EXPECT_EQ(bkoq::recordTime(january), kJanuary + 7200) << "the first made room for the ninth";
 }
 
+// A free place says nothing: what it holds is no time, though a time may be as small as that.
+TEST_F(RecordTime, OfTheFirstSecondIsNotTakenFromAFreePlace) {
+  const RWTime first(0ul);
+  const int32_t alone = bkoq::recordTime(first);
+  EXPECT_EQ(alone, -1 + 3600) << "no calendar time in 32 bits is as early: mktime() answers -1";
+  const bkoq::KeptTimes kept;
+  EXPECT_EQ(bkoq::recordTime(january), kJanuary + 3600);
+  EXPECT_EQ(bkoq::recordTime(first), alone);
+  EXPECT_EQ(bkoq::recordTime(first), alone);
+}
+
 TEST_F(RecordTime, OfAZoneWithALongNameIsNotKept) {
   const bkoq::KeptTimes kept;
   const std::string name(80, 'A');

@@ -8,8 +8,8 @@
 #include <string>
 #include <vector>
 
-#include "tests/support/free_records.h"
 #include "tests/catalog/types.h"
+#include "tests/support/free_records.h"
 #include "tests/support/time_zone.h"
 
 namespace bkoq::test {

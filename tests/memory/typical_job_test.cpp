@@ -6,8 +6,8 @@
 #include <string>
 
 #include "examples/nightly_job.h"
-#include "tests/memory/wrap_malloc.h"
 #include "tests/catalog/types.h"
+#include "tests/memory/wrap_malloc.h"
 
 namespace bkoq::test {
 namespace {

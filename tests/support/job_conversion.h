@@ -11,8 +11,8 @@
 #include <utility>
 #include <vector>
 
-#include "tests/support/free_records.h"
 #include "tests/catalog/layouts.h"
+#include "tests/support/free_records.h"
 #include "tests/support/media.h"
 #include "tests/support/rows.h"
 
