@@ -168,6 +168,9 @@ looks for it. A file that the same command reads is refused. No image is written
 .B NO_COLOR
 set and not empty: no colour, also on a terminal
 .TP
+.B TERM
+"dumb": no colour either
+.TP
 .B TZ
 the zone of times in job files that name none, and the local clock of the records
 .TP

@@ -7,6 +7,7 @@ is left out here.
 
 import json
 import os
+import re
 import subprocess
 import sys
 import tempfile
@@ -47,6 +48,7 @@ show damaged.image --json --salvage
 show damaged.image --json=plain --salvage
 show foreign.image --json
 flatten {jobs}/restore.json --json
+flatten {jobs}/restore.json --json=plain
 diff --layouts {jobs}/nightly-backup.json --json
 diff {jobs}/verify.json {jobs}/compare.json --json
 diff nightly.image moved.image --json
@@ -68,6 +70,18 @@ explain {jobs}/nightly-backup.json --field **.ulOptions --layout both --json
 explain {jobs}/nightly-backup.json --json --layout previous
 explain {jobs}/nightly-backup.json --field pszHost --layout both --json
 """
+
+
+def forms_of(run):
+    """Every (command, form of JSON) that the command's own help has."""
+    listed = re.search(r"^Commands:\n(.*?)\n\n", run("--help").stdout, re.M | re.S)
+    commands = re.findall(r"^  ([a-z]\S*) ", listed.group(1), re.M)
+    assert len(commands) > 8 and "show" in commands, commands
+    for command in commands:
+        options = run(command, "--help").stdout
+        described = re.search(r"^  (?:-\w, )?--json\b.*\n(?: {10,}.*\n)*", options, re.M)
+        if described:
+            yield from ((command, form) for form in {"--json", *re.findall(r"--json=\w+", described.group())})
 
 
 def main():
@@ -99,6 +113,9 @@ def main():
         old[12] = 1
         with open(folder + "/foreign.image", "wb") as file:
             file.write(sealed(old))
+        checked = {(line.split()[0], word) for line in COMMANDS.strip().splitlines() for word in line.split()}
+        missing = [" ".join(form) for form in forms_of(run) if form not in checked]
+        assert not missing, f"not compared with the schema: {missing}"
         with open(folder + "/bad.json", "w", encoding="utf-8") as file:
             file.write('{"kind": "job", "onwer": 7}')
         for line in COMMANDS.strip().splitlines():

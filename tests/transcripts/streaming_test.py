@@ -6,9 +6,11 @@ read any more is not printed either.
     streaming_test.py BKOQ [ITEMS [MEGABYTES_OF_TEXT]]
 """
 
+import json
 import multiprocessing
 import os
 import shutil
+import signal
 import struct
 import subprocess
 import sys
@@ -93,10 +95,39 @@ def write(path, make, *arguments):
 def peak_of(tool, arguments):
     """The most memory that the command takes, and what it ends with. The system counts what this
     process takes too, as the command begins as a copy of it; so images are made elsewhere."""
-    with subprocess.Popen([tool, *arguments], stdout=subprocess.DEVNULL) as process:
+    with subprocess.Popen([tool, *arguments], stdout=subprocess.DEVNULL,
+                          stderr=subprocess.DEVNULL) as process:
         _, status, usage = os.wait4(process.pid, 0)
         process.returncode = os.waitstatus_to_exitcode(status)
     return usage.ru_maxrss * 1024, process.returncode
+
+
+def seconds_of(process):
+    """The processor's time that a process has taken."""
+    with open(f"/proc/{process}/stat", encoding="utf-8") as file:
+        fields = file.read().rpartition(")")[2].split()
+    return (int(fields[11]) + int(fields[12])) / os.sysconf("SC_CLK_TCK")
+
+
+def stop_reading(tool, arguments):
+    """As `head` does: once the reader has gone, the command ends at once and in silence."""
+    with subprocess.Popen([tool, *arguments], stdout=subprocess.PIPE, stderr=subprocess.PIPE) as process:
+        assert len(process.stdout.read(4)) == 4
+        before = seconds_of(process.pid)
+        process.stdout.close()
+        said = process.stderr.read()
+        _, status, usage = os.wait4(process.pid, 0)
+        process.returncode = os.waitstatus_to_exitcode(status)
+        more = usage.ru_utime + usage.ru_stime - before
+    assert process.returncode == -signal.SIGPIPE and said == b"", (arguments, process.returncode, said)
+    assert more < 0.25, (arguments, more)
+
+
+def job_file(items, letter="f"):
+    """A job file with so many items, and a text of 1 MB in front of them."""
+    return json.dumps({"kind": "backup", "jobName": "large", "comments": "c" * 1000000, "sourceNodes": [
+        {"kind": "winNT", "nodeName": "n", "disks": [
+            {"diskName": "d", "diskItems": [{"path": f"/{letter}{i:09}"} for i in range(items)]}]}]}).encode()
 
 
 def main():
@@ -104,6 +135,18 @@ def main():
     items = int(sys.argv[2]) if len(sys.argv) > 2 else 60000
     megabytes = int(sys.argv[3]) if len(sys.argv) > 3 else 20
     with tempfile.TemporaryDirectory() as folder:
+        job, changed = (os.path.join(folder, name) for name in ("large.json", "changed.json"))
+        for name, letter in ((job, "f"), (changed, "g")):
+            maker = multiprocessing.Process(target=write, args=(name, job_file, items, letter))
+            maker.start()
+            maker.join()
+        for form in FORMS:
+            if form != ["--salvage"]:
+                stop_reading(tool, ["show", job, *form])
+        for form in ([], ["--json"]):
+            stop_reading(tool, ["flatten", job, *form])
+        for form in (["--json"], ["--html"], []):
+            stop_reading(tool, ["diff", job, changed, *form])
         path = os.path.join(folder, "large.image")
         for what, make, amount in (("items", many_items, items),
                                    ("text", long_text, megabytes << 20)):
@@ -121,12 +164,7 @@ def main():
                       f"peak {peak >> 20} MB, {time.monotonic() - start:.1f} s")
                 assert status == 0, (what, form, status)
                 assert peak <= size + ROOM, (what, form, peak, size)
-                # The reader goes away after a line.
-                start = time.monotonic()
-                with subprocess.Popen([tool, "show", path, *form], stdout=subprocess.PIPE) as head:
-                    assert head.stdout.read(4)
-                    head.stdout.close()
-                    assert head.wait() != 0, form
+                stop_reading(tool, ["show", path, *form])
             # Of a damaged image everything that can be read is made a tree in its own bytes.
             other = os.path.join(folder, "other.image")
             for kind in DAMAGES:
