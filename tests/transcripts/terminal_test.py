@@ -1,140 +1,285 @@
 #!/usr/bin/env python3
-"""What the command prints on a terminal: lines that fit, colours, a bar while many files take long,
-and no image.
+"""Nothing that the command prints of a job file, of an image or of the name of either moves the cursor of
+a terminal, turns text around or hides it: every command in every form, with hostile ones of each.
 
-    terminal_test.py BKOQ EXAMPLES_FOLDER
+    terminal_test.py BKOQ EXAMPLES_FOLDER [GDB_EXTENSION_FOLDER]
+
+With the folder of the gdb extension, also that it writes each text as the command does.
 """
 
-import fcntl
+import json
 import os
-import pty
 import re
-import struct
 import subprocess
 import sys
 import tempfile
-import termios
-import threading
-import time
+import zlib
 
-PRINTED = ["show {0}", "show {0} --annotate", "show {0} --at #2+16", "flatten {0}",
-           "show {0} --field pSourceNodes[0].ulNodeOptions --why", "diff --layouts {0}",
-           "diff --layouts {0} --why", "check {0}", "explain {0}", "explain {0} --field **.ulOptions",
-           "attributes", "layout", "layout --compare", "layout BKNODE", "--help", "show --help",
-           "help flatten", "check missing.json", "flatten {0} --nod x"]
-ESCAPES = re.compile(r"\x1b\[[0-9;]*m")
+# What a terminal obeys or does not show, written down apart from the command's own table.
+HARMFUL = ("\0-\x09\x0b-\x1f\x7f-\x9f\xad\u034f\u061c\u115f\u1160\u17b4\u17b5\u180b-\u180f\u200b-\u200f\u2028-\u202e"
+           "\u2060-\u206f\u2800\u3164\ud800-\udfff\ue000-\uf8ff\ufdd0-\ufdef\ufe00-\ufe0f\ufeff\uffa0\ufff0-\ufffb"
+           "\U00013430-\U0001343f\U0001bca0-\U0001bca3\U0001d173-\U0001d17a\U000e0000-\U0010ffff"
+           + "".join(chr(plane << 16 | 0xFFFE) + chr(plane << 16 | 0xFFFF) for plane in range(17)))
+HARM = re.compile("[" + HARMFUL + "]")
+COLOUR = re.compile(rb"\x1b\[[0-9;]*m")
+
+# Texts that a job file can hold, with one of each kind of character.
+TEXTS = ["\x1b[2J\x1b]0;owned\x07", "a\rb\bc\x7fd", "nel\u0085 csi\u009b31m", "safe\u202egnp.exe\u202c",
+         "\u2066isolated\u2069\u061c", "zero\u200bwidth\u200d\ufeff\u2060", "line\u2028para\u2029", "\ue000\ufff9\uffff",
+         "\U000e0041tag\U0001fffe", "no\u00adhyphen\u3164\u2800", "plain \u00e9\u4e2d\U0001f600 \"quoted\" \\"]
+# Bytes that only an image and the name of a file can hold.
+BYTES = [b"\x9b31m", b"\xc0\x9b[2J", b"\xe0\x80\x9b", b"\xf0\x80\x80\x9b", b"\xed\xa0\x80", b"\xf4\x90\x80\x80",
+         b"\xe2\x80", b"\xff\xfe", b"caf\xe9", b"\xf8\x80\x80\x80\x9b"]
+NAMES = ["\x1b[2Jjob".encode(), "a\nb".encode(), "\u202enosj.boj".encode(), b"\xff\xc0\x9b.job", "\u200b\u2028".encode(),
+         "\u009b1m'\"".encode()]
+
+OF_JOB = """
+flatten F
+flatten F --short
+flatten F --json
+flatten F --json=plain
+show F
+show F --color always
+show F --layout both
+show F --width 40
+show F --annotate
+show F --annotate --color always
+show F --json
+show F --json=plain
+show F --only BKDDISK
+show F --field **
+show F --field pszOwner
+show F --field pszOwner --why
+show F --field pszOwner.\x1b\u202e
+show F --field pSourceNodes.\x1b\u202e
+show F --field \u202e*\x1b
+show F --at #2+0
+show F --at #1+0 --why
+show F --field pszOwner --why --json
+show F --at \u202e
+show F --only \x1b[2J
+show F --node \u202e
+show F --disk \x1b
+show F --html
+show F --html --show-secrets
+diff F E
+diff E F
+diff E F --color always
+diff E F --json
+diff E F --why
+diff E F --html
+diff F E --only \u202e
+diff --layouts F
+diff --layouts F --json
+check F
+check F --json
+check F E
+check F E --json
+explain F
+explain F --json
+explain F --field pszOwner
+explain F --field pszOwner --json
+explain F --field **
+explain F --field ** --json
+explain F --field \u202e
+explain F --attribute \x1b[2J
+"""
+OF_IMAGE = """
+show F
+show F --color always
+show F --annotate
+show F --annotate --show-secrets --color always
+show F --json
+show F --json=plain
+show F --field **
+show F --at #2+0
+show F --at #5+1
+show F --at file:700
+show F --html
+show F --salvage
+show F --salvage --annotate --show-secrets
+show F --salvage --json
+show F --salvage --html
+diff F I
+diff F I --json
+diff F I --html
+diff F E
+check F
+flatten F
+"""
+ALONE = ["\x1b[2J", "--\u202e", "new \x1b", "new backup\u202e", "attributes \u202e", "layout \x1b[2J", "layout BK\u202e",
+         "show \x1b/nothing", "show \u202e", "check \x1b", "flatten \u200b -o \u202e/x", "completion \x1b", "help \u202e",
+         "show --\x1b=1 x", "flatten --now \x1b x", "show --layout \u202e x", "diff \x1b \u202e"]
 
 
-def on_terminal(arguments, columns, folder, stream="both", before=None, **variables):
-    """What is printed on a terminal; `stream` says what of the command goes there."""
-    primary, secondary = pty.openpty()
-    fcntl.ioctl(secondary, termios.TIOCSWINSZ, struct.pack("HHHH", 24, columns, 0, 0))
-    other = subprocess.DEVNULL
-    environment = {"PATH": "/usr/bin:/bin", "TERM": "xterm", "TZ": "UTC", **variables}
-    process = subprocess.Popen(arguments, stdin=other, cwd=folder, env=environment,
-                               stdout=secondary if stream != "errors" else other,
-                               stderr=secondary if stream != "output" else other)
-    os.close(secondary)
-    if before is not None:
-        before()
-    output = b""
+class Runs:
+    def __init__(self, tool):
+        self.tool = tool
+        self.count = 0
+
+    def __call__(self, arguments, folder):
+        """Runs the command, and finds fault with whatever it prints."""
+        done = subprocess.run([self.tool.encode(), *arguments], cwd=folder, capture_output=True, check=False)
+        self.count += 1
+        assert done.returncode in (0, 1, 2), (arguments, done)
+        for stream in (done.stdout, done.stderr):
+            if b"always" in arguments:
+                stream = COLOUR.sub(b"", stream)
+            try:
+                text = stream.decode("utf-8")
+            except UnicodeDecodeError as problem:
+                raise AssertionError((arguments, stream[max(problem.start - 60, 0):problem.end + 20])) from None
+            found = HARM.search(text)
+            assert not found, (arguments, text[max(found.start() - 60, 0):found.end() + 20])
+        is_silent = arguments[0] in (b"diff", "diff") or "-o" in arguments  # without a difference; into a file
+        assert is_silent or done.stdout or done.stderr, arguments
+        return done
+
+
+def arguments_of(line, **files):
+    return [files.get(word, word.encode()) for word in line.split(" ")]
+
+
+def replaced(value, texts):
+    """The value with its texts, but not those that must be words or times, replaced."""
+    if isinstance(value, dict):
+        keys = ("kind", "submitTime", "executeTime")
+        return {key: each if key in keys else replaced(each, texts) for key, each in value.items()}
+    if isinstance(value, list):
+        return [replaced(each, texts) for each in value]
+    if isinstance(value, str) and not re.match(r"^[0-9]{4}-|^0x|^now$", value):
+        return next(texts)
+    return value
+
+
+def in_turn(texts):
     while True:
-        try:
-            piece = os.read(primary, 65536)
-        except OSError:
-            break
-        output += piece
-        if not piece:
-            break
-    os.close(primary)
-    return process.wait(), output.decode("utf-8").replace("\r\n", "\n")
+        yield from texts
 
 
-def lines_fit(tool, example, folder):
-    for command in PRINTED:
-        arguments = [tool] + [part.format(example) for part in command.split()]
-        for columns in (60, 100):
-            _, output = on_terminal(arguments, columns, folder)
-            assert output.count("\n") >= 1, command
-            for line in ESCAPES.sub("", output).splitlines():
-                # A word is not cut, so that a path can be copied.
-                longest = max(map(len, line.split()), default=0)
-                assert len(line) <= max(columns, longest + columns // 2), (command, columns, line)
-                if len(line) > columns:
-                    assert longest > columns // 2, (command, columns, line)
-        # Nothing but blanks has been added.
-        plain = subprocess.run(arguments, capture_output=True, text=True, check=False, cwd=folder,
-                               env={"TERM": "xterm", "TZ": "UTC"})
-        if "help" not in command and "show" not in command and "flatten" not in command \
-                and "attributes" not in command:
-            _, output = on_terminal(arguments, 60, folder, NO_COLOR="1")
-            assert "".join(output.split()) == "".join((plain.stdout + plain.stderr).split()), command
+def job_files():
+    """(name, bytes) of job files that are right, and of ones with mistakes."""
+    job = {"kind": "backup", "jobName": "a\u202eb", "owner": TEXTS[0], "sourceNodes": [
+        {"kind": "unix", "nodeName": "node", "userName": "x", "password": "y", "disks": [
+            {"diskName": text, "diskItems": [{"path": text, "files": TEXTS}]} for text in TEXTS]}]}
+    texts = replaced(job, in_turn(TEXTS))
+    yield "escaped", json.dumps(texts).encode()
+    # Control characters must be written as escapes; all others can be in the file as they are.
+    raw = json.dumps(texts, ensure_ascii=False, indent=1)
+    yield "raw", raw.encode()
+    for text in TEXTS:
+        key = json.dumps(text, ensure_ascii=False)
+        yield "mistakes", ('{"kind": "backup", %s: 1, "owner": %s, "sourceNodes": [{"kind": %s, %s: {}}], '
+                           '"priority": %s, "submitTime": %s, "port": "0x%s"}' %
+                           (key, key, key, key, key, key, json.dumps(text)[1:-1])).encode()
+        yield "syntax", ("{\"kind\": \"backup\", " + text).encode()
+        yield "number", ('{"kind": "backup", "priority": 5' + text + "}").encode()
+        yield "kind", ('{"kind": %s}' % key).encode()
+    for text in BYTES:
+        yield "bytes", b'{"kind": "backup", "owner": "' + text + b'"}'
+        yield "bytes", text
 
 
-def colours(tool, example, folder):
-    show = [tool, "show", example]
-    has = lambda arguments, **variables: "\x1b" in on_terminal(arguments, 80, folder, **variables)[1]
-    assert has(show)
-    assert not has(show, NO_COLOR="1")
-    assert has(show, NO_COLOR="")
-    assert not has(show, TERM="dumb")
-    assert has(show + ["--color=always"], TERM="dumb", NO_COLOR="1")
-    assert not has(show + ["--color", "never"])
-    assert not has(show + ["--color", "auto"], TERM="dumb")
-    pipe = lambda *more: subprocess.run(show + list(more), capture_output=True, check=True,
-                                       cwd=folder).stdout
-    assert b"\x1b" not in pipe() and b"\x1b" in pipe("--color", "always")
-    status, output = on_terminal([tool, "flatten", example, "-o", "-"], 80, folder)
-    assert status == 2 and "BKQIMAGE" not in output and "terminal" in output
+def sealed(image):
+    """With the checksum that belongs to it."""
+    return image[:28] + zlib.crc32(image[:28] + bytes(4) + image[32:]).to_bytes(4, "little") + image[32:]
 
 
-def bar(tool, example, folder):
-    """The second of three files comes late, from a pipe."""
-    pipe = folder + "/slow.json"
-    os.mkfifo(pipe)
-    check = [tool, "check", example, pipe, example]
+def images(good):
+    """Images made of one whose texts are rows of X."""
+    hostile = [text.encode() for text in TEXTS] + BYTES
+    for begin in (0, 1):
+        chosen = in_turn(hostile[begin:] + hostile[:begin])
+        image = re.sub(rb"X{40}", lambda each: next(chosen).ljust(40, b"x")[:40], good)
+        yield sealed(image)
+        yield image  # with a wrong checksum
+    yield sealed(image[:len(image) - 40])
+    yield b"BKQ" + b"".join(hostile)
+    yield image[:20] + b"".join(hostile) + image[20:]
 
-    def feed():
-        time.sleep(1.2)
-        with open(pipe, "w", encoding="utf-8") as file:
-            file.write('{"kind": "job", "jobName": "x"}')
 
-    def shown(columns, **variables):
-        feeder = threading.Thread(target=feed)
-        feeder.start()
-        status, output = on_terminal(check, columns, folder, "errors", **variables)
-        feeder.join()
-        assert status == 0, output
-        return output
+def forms_of_the_extension(folder, run, image):
+    """The gdb extension writes a text as the command does."""
+    sys.path.insert(0, folder)
+    sys.dont_write_bytecode = True
+    from bkoqdebug import text as extension
 
-    # It is cleared at the end.
-    assert re.fullmatch(r"\r\[#{26}\.{14}\] 2 of 3(\r\[#{40}\] 3 of 3)?\r\x1b\[K", shown(80))
-    narrow = shown(30).split("\r")[1]
-    assert narrow.startswith("[#") and "2 of 3" in narrow and len(narrow) < 30, narrow
-    assert shown(80, TERM="dumb") == ""
-    feeder = threading.Thread(target=feed)
-    feeder.start()
-    done = subprocess.run(check, capture_output=True, check=True, cwd=folder)
-    feeder.join()
-    assert done.stderr == b""
-    # What takes less than a second has none.
-    assert on_terminal([tool, "check", example, example], 80, folder, "errors")[1] == ""
+    texts = [bytes([first]) for first in range(1, 256)] + BYTES
+    texts += [("".join(map(chr, range(first, first + 9)))).encode("utf-8", "surrogatepass")
+              for first in [*range(1, 0x3000, 9), *range(0xD7F0, 0xE010, 9), *range(0xFD00, 0x10000, 9), 0x1FFF8, 0x1D170,
+                            0xE0000, 0xE00FF, 0xFFFFA, 0x10FFF6]]
+    with tempfile.TemporaryDirectory() as work:
+        path = os.path.join(work, "text.image")
+        holes = [each.start() for each in re.finditer(rb"X{40}", image)]
+        for begin in range(0, len(texts), len(holes)):
+            part = texts[begin:begin + len(holes)]
+            changed = image
+            for hole, text in zip(holes, part):
+                changed = changed[:hole] + text.ljust(40, b"x") + changed[hole + 40:]
+            with open(path, "wb") as file:
+                file.write(sealed(changed))
+            lines = run(["show", path], work).stdout.decode()
+            for text in part:
+                assert extension.quoted(text.ljust(40, b"x")) in lines, (text, extension.quoted(text), lines)
+            values = run(["show", path, "--json"], work).stdout.decode()
+            for text in part:
+                filled = text.ljust(40, b"x")
+                if extension.is_utf8(filled):
+                    assert extension.json_quoted(filled) in values, text
+    return len(texts)
 
 
 def main():
-    tool = os.path.abspath(sys.argv[1])
-    example = os.path.abspath(sys.argv[2]) + "/nightly-backup.json"
-    try:
-        for end in pty.openpty():
-            os.close(end)
-    except OSError:
-        print("not run, since this system has no terminals to give")
-        return
+    tool, examples = (os.path.abspath(name) for name in sys.argv[1:3])
+    run = Runs(tool)
+    example = os.path.join(examples, "nightly-backup.json").encode()
     with tempfile.TemporaryDirectory() as folder:
-        os.symlink(example, folder + "/job.json")
-        lines_fit(tool, "job.json", folder)
-        colours(tool, "job.json", folder)
-        bar(tool, "job.json", folder)
+        # Names in turn, since every line is run for each file.
+        names = in_turn(NAMES)
+        held = 0
+        for name, content in job_files():
+            file = next(names)
+            with open(os.path.join(folder.encode(), file), "wb") as out:
+                out.write(content)
+            lines = OF_JOB.strip("\n").splitlines()
+            if name not in ("escaped", "raw"):
+                lines = ["check F", "check F --json", "check F E --json", "show F", "show F --json", "explain F", "diff F E"]
+            for line in lines:
+                run(arguments_of(line, F=file, E=example), folder.encode())
+            if name in ("escaped", "raw"):
+                found = run(["show", file, "--field", "pszOwner"], folder.encode())
+                assert found.returncode == 0, found
+                held += 1
+        assert held == 2, held
+
+        rows = {"kind": "backup", "jobName": "X" * 40, "owner": "X" * 40, "sourceNodes": [{"kind": "winNT", "nodeName": "X" * 40, "disks": [
+            {"diskName": "X" * 40, "diskItems": [{"path": "X" * 40, "files": ["X" * 40] * 12}] * 12}]}]}
+        with open(os.path.join(folder, "rows.json"), "w", encoding="utf-8") as out:
+            json.dump(rows, out)
+        assert run(["flatten", "rows.json", "--layout", "current", "-o", "rows.image"], folder).returncode == 0
+        with open(os.path.join(folder, "rows.image"), "rb") as file:
+            good = file.read()
+        assert good.count(b"X" * 40) > 100
+        taken = 0
+        for image in images(good):
+            file = next(names)
+            with open(os.path.join(folder.encode(), file), "wb") as out:
+                out.write(image)
+            for line in OF_IMAGE.strip("\n").splitlines():
+                done = run(arguments_of(line, F=file, E=example, I=b"rows.image"), folder.encode())
+                taken += 1 if line == "show F" and done.returncode == 0 else 0
+        assert taken == 2, taken
+
+        for line in ALONE:
+            assert run(arguments_of(line), folder).returncode == 2, line
+        for moment in ("\x1b[2J", "\u202e"):
+            os.environ["SOURCE_DATE_EPOCH"] = moment
+            run(["show", example], folder)
+        del os.environ["SOURCE_DATE_EPOCH"]
+        if len(sys.argv) > 3:
+            texts = forms_of_the_extension(os.path.abspath(sys.argv[3]), run, good)
+            print(f"{texts} texts as the gdb extension writes them")
+    print(f"{run.count} runs print nothing that a terminal obeys or hides")
 
 
 if __name__ == "__main__":
