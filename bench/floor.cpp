@@ -5,8 +5,21 @@
 #include <cstdlib>
 #include <cstring>
 
+#ifdef BKOQ_BENCH_IN_PLACE
+#include "transfer/blocks.h"
+#endif
+
 namespace bkoq::bench {
 namespace {
+
+// This file is compiled twice: with the C library's copies, and with those of the library.
+void copyText(char* to, const char* from, std::size_t size) {
+#ifdef BKOQ_BENCH_IN_PLACE
+  copyBytes(to, from, size);
+#else
+  std::memcpy(to, from, size);
+#endif
+}
 
 template <class Record>
 Record& append(std::uint32_t& count, Record*& array) {
@@ -22,7 +35,7 @@ Record& append(std::uint32_t& count, Record*& array) {
 char* copy(const std::string& text, std::size_t nuls = 1) {
   if (text.empty()) return nullptr;
   char* block = static_cast<char*>(std::malloc(text.size() + nuls));
-  std::memcpy(block, text.data(), text.size());  // NOLINT(bugprone-not-null-terminated-result)
+  copyText(block, text.data(), text.size());
   std::memset(block + text.size(), 0, nuls);
   return block;
 }
@@ -30,8 +43,8 @@ char* copy(const std::string& text, std::size_t nuls = 1) {
 char* join(const char* first, std::size_t firstSize, const std::string& second) {
   const std::size_t size = firstSize + second.size();
   char* block = static_cast<char*>(std::malloc(size + 1));
-  std::memcpy(block, first, firstSize);
-  std::memcpy(block + firstSize, second.data(), second.size());
+  copyText(block, first, firstSize);
+  copyText(block + firstSize, second.data(), second.size());
   block[size] = '\0';
   return block;
 }
@@ -63,7 +76,7 @@ void fill(BKDISKITEM& record, const DiskItem& item, const Disk& disk, bool isUni
     const std::size_t size = end + file.size() + 1;
     record.pFileList = static_cast<char*>(
         record.pFileList == nullptr ? std::malloc(size) : std::realloc(record.pFileList, size));
-    std::memcpy(record.pFileList + end, file.data(), file.size());
+    copyText(record.pFileList + end, file.data(), file.size());
     record.pFileList[size - 1] = '\0';
     ++record.ulFileCount;
     end = size;
@@ -75,9 +88,9 @@ char* credentials(const Disk& disk) {
   if (disk.password2.empty()) return copy(disk.user, 2);
   const std::size_t size = disk.user.size() + disk.password2.size() + 2;
   char* block = static_cast<char*>(std::malloc(size));
-  std::memcpy(block, disk.user.data(), disk.user.size());
+  copyText(block, disk.user.data(), disk.user.size());
   block[disk.user.size()] = '\0';
-  std::memcpy(block + disk.user.size() + 1, disk.password2.data(), disk.password2.size());
+  copyText(block + disk.user.size() + 1, disk.password2.data(), disk.password2.size());
   block[size - 1] = '\0';
   return block;
 }
@@ -153,6 +166,7 @@ void fill(BKDTAPE& record, const Tape& tape, const Job& job) {
   }
 }
 
+#ifndef BKOQ_BENCH_IN_PLACE
 void freeFilters(const BKFILTER_FILE* filters, std::uint32_t count) {
   for (std::uint32_t i = 0; i < count; ++i) {
     if (filters[i].usFilterType <= 3) std::free(filters[i].pszFilter);
@@ -200,9 +214,15 @@ void freeTapes(const BKNODE& node) {
   std::free(tapes);
 }
 
+#endif
+
 }  // namespace
 
+#ifdef BKOQ_BENCH_IN_PLACE
+BKQJDATATRANSFER* flattenInPlace(const Job& job) {
+#else
 BKQJDATATRANSFER* flattenPlain(const Job& job) {
+#endif
   auto* record = static_cast<BKQJDATATRANSFER*>(std::malloc(sizeof(BKQJDATATRANSFER)));
   std::memset(record, 0, sizeof *record);
   record->usJobType = 1;
@@ -241,6 +261,7 @@ BKQJDATATRANSFER* flattenPlain(const Job& job) {
   return record;
 }
 
+#ifndef BKOQ_BENCH_IN_PLACE
 void freePlain(void* job) {
   auto* record = static_cast<BKQJDATATRANSFER*>(job);
   for (std::uint32_t i = 0; i < record->ulNumSourceNodes; ++i) {
@@ -255,5 +276,6 @@ void freePlain(void* job) {
   std::free(record->pDestNodes);
   std::free(record);
 }
+#endif
 
 }  // namespace bkoq::bench

@@ -13,6 +13,8 @@ namespace bkoq::bench {
 // plain structures as the records have to be made, arrays growing by one element at a time, each
 // text a block of its own, and does nothing else: no check, no object, no call but the C library's.
 BKQJDATATRANSFER* flattenPlain(const Job& job);
+// The same with short texts copied in place, as the library copies them.
+BKQJDATATRANSFER* flattenInPlace(const Job& job);
 
 // Frees a record tree of a backup job, whoever made it, as barely.
 void freePlain(void* job);

@@ -28,6 +28,11 @@ const struct {
     {"paging", measurePaging},
     {"building", measureBuilding},
     {"cloning", measureCloning},
+    {"diff", measureDiff},
+    {"whole", measureWhole},
+    {"wholefirst", measureWholeFirst},
+    {"bare", measureBare},
+    {"inplace", measureInPlace},
 };
 
 bool isWanted(const std::string& part, int argc, char** argv) {

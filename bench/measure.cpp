@@ -41,9 +41,10 @@ unsigned int repeatsFor(const Timing& timing) {
   }
 }
 
-Comparison compareTimings(const Timing& first, const Timing& second, unsigned int rounds) {
-  const unsigned int repeats = repeatsFor(first);
-  const unsigned int itsRepeats = repeatsFor(second);
+namespace {
+
+Comparison compareSlices(const Timing& first, unsigned int repeats, const Timing& second,
+                         unsigned int itsRepeats, unsigned int rounds) {
   std::vector<double> ratios;
   std::vector<double> times;
   std::vector<double> itsTimes;
@@ -57,6 +58,16 @@ Comparison compareTimings(const Timing& first, const Timing& second, unsigned in
     itsTimes.push_back(itsTime);
   }
   return {spreadOf(ratios), spreadOf(times).median, spreadOf(itsTimes).median};
+}
+
+}  // namespace
+
+Comparison compareTimings(const Timing& first, const Timing& second, unsigned int rounds) {
+  return compareSlices(first, repeatsFor(first), second, repeatsFor(second), rounds);
+}
+
+Comparison compareFixed(const Timing& first, const Timing& second, unsigned int rounds) {
+  return compareSlices(first, 1, second, 1, rounds);
 }
 
 Comparison compareTimes(const Work& first, const Work& second, unsigned int rounds) {

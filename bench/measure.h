@@ -53,6 +53,8 @@ struct Comparison {
 };
 // Runs the two in alternation, one slice each a round, and changes who goes first every round.
 Comparison compareTimings(const Timing& first, const Timing& second, unsigned int rounds);
+// The same of what is run once a slice, whatever time it takes.
+Comparison compareFixed(const Timing& first, const Timing& second, unsigned int rounds);
 Comparison compareTimes(const Work& first, const Work& second, unsigned int rounds);
 
 double geometricMean(const std::vector<double>& values);

@@ -18,6 +18,13 @@ void measureTimeFilters();
 void measurePaging();
 void measureBuilding();
 void measureCloning();
+void measureDiff();
+
+// whole_sections.cpp: all of a client's work, from its plain structures on, and its floor.
+void measureWhole();
+void measureWholeFirst();
+void measureBare();
+void measureInPlace();
 
 }  // namespace bkoq::bench
 

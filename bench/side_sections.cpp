@@ -1,3 +1,5 @@
+#include <bkoq/kit.h>
+
 #include <cstdio>
 #include <cstdlib>
 #include <iterator>
@@ -197,6 +199,53 @@ void measureCloning() {
       compareTimes([&] { model.job().clone(); }, [&] { new Model(content); }, 11);
   Table::row("clone()", times.ratio, nullptr,
              timeText(times.nanoseconds) + " instead of " + timeText(times.itsNanoseconds));
+}
+
+void measureDiff() {
+  Table::section("comparing two images of 100,000 items, against reading both");
+  static constexpr Limit kReadings = {2};
+  const BkoqSink append = [](void* user, const char* text, std::size_t size) {
+    static_cast<std::string*>(user)->append(text, size);
+    return 0;
+  };
+  std::string images[2];
+  for (std::string& image : images) {
+    Job content;
+    makeJob("items", 100000, content);
+    if (&image != images) content.nodes[0].disks[0].items[50000].path = "/another";
+    Model model(content);
+    const PlainTree tree(model.flatten());
+    bkoqWriteImage(tree.get(), BKOQ_LAYOUT_CURRENT, append, &image, nullptr);
+  }
+  std::string used[2];
+  void* roots[2] = {};
+  const Work read = [&] {
+    for (int i = 0; i < 2; ++i) {
+      BkoqLayout layout = BKOQ_LAYOUT_WIDEST;
+      bkoqUseImage(&used[i][0], used[i].size(), &layout, &roots[i], nullptr);
+    }
+  };
+  // Reading makes a tree of the image's own bytes, so each time needs a copy, which is not timed.
+  const Timing reading = [&](unsigned int repeats) {
+    double time = 0;
+    for (unsigned int i = 0; i < repeats; ++i) {
+      used[0] = images[0];
+      used[1] = images[1];
+      const double start = processNanoseconds();
+      read();
+      time += processNanoseconds() - start;
+    }
+    return time / repeats;
+  };
+  reading(1);
+  const Timing comparing = timingOf([&] {
+    std::string text;
+    bkoqPrintChanges(roots[0], BKOQ_LAYOUT_CURRENT, roots[1], BKOQ_LAYOUT_CURRENT, nullptr, nullptr,
+                     append, &text, nullptr);
+  });
+  const Comparison times = compareTimings(comparing, reading, 21);
+  Table::row("bkoqPrintChanges() / two bkoqUseImage()", times.ratio, &kReadings,
+             timeText(times.nanoseconds) + ", reading " + timeText(times.itsNanoseconds));
 }
 
 }  // namespace bkoq::bench

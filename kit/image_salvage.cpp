@@ -426,6 +426,11 @@ BkoqStatus bkoqSalvageImage(void* image, size_t size, BkoqLayout* layout, void**
     auto* bytes = static_cast<std::uint8_t*>(image);
     BkoqImageError error{};
     const bool isHeaderGood = checkImageHeader(bytes, size, error);
+    // Nothing of a good image is doubtful, however unlikely it looks.
+    if (isHeaderGood && bkoqUseImage(image, size, layout, root, nullptr) == BKOQ_OK) {
+      if (salvage != nullptr) salvage->blocks = loadWord(bytes + kBlocksAt);
+      return BKOQ_OK;
+    }
     const bool isChecksumBad = error.problem == BKOQ_IMAGE_CHECKSUM;
     if (!isHeaderGood && visitor != nullptr) visitor(&error, user);
     if (salvage != nullptr) salvage->doubts = isHeaderGood ? 0 : 1;

@@ -73,6 +73,19 @@ TEST(Salvage, DoubtsNothingOfAGoodImage) {
   EXPECT_EQ(result.text, shown(job.get(), BKOQ_LAYOUT_CURRENT));
 }
 
+// What follows an array of none looks like its first record.
+TEST(Salvage, DoubtsNothingOfAGoodImageThatLooksDamaged) {
+  const CurrentTree job = currentJob(8);
+  job->pSourceNodes = zeroed<BKNODE>();
+  auto* node = give<BKNODE>(job->ulNumDestNodes, job->pDestNodes, 1);
+  node->pszNodeName = text("node");
+  node->pszNodeAddress = text("address");
+  const Salvaged result = salvage(imageOf(job));
+  EXPECT_EQ(result.doubts, "");
+  EXPECT_EQ(result.salvage.blocks, 5u);
+  EXPECT_EQ(result.text, shown(job.get(), BKOQ_LAYOUT_CURRENT));
+}
+
 TEST(Salvage, ReadsACutImageUpToTheCut) {
   const CurrentTree job = currentBackup();
   Bytes image = imageOf(job);

@@ -497,6 +497,17 @@ TEST(Print, ColoursWhenAsked) {
             "\033[2m1969-12-31 23:59:59\033[0m\n");
 }
 
+// What does not fit where a value is put together.
+TEST(Print, MarksManyBytesThatShouldBeZero) {
+  const CurrentTree job = currentJob(1);
+  job->abReserved74[29] = 1;
+  std::string bytes;
+  for (int i = 0; i < 29; ++i) bytes += "00 ";
+  EXPECT_NE(printed(job, withoutZeros())
+                .find("   74  abReserved74      " + bytes + "01  reserved, but not zero\n"),
+            std::string::npos);
+}
+
 TEST(Print, MarksWhatShouldNotBe) {
   const CurrentTree job = currentJob(99);
   job->abReserved6[1] = 7;

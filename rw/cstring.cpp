@@ -14,6 +14,26 @@ unsigned int lengthOf(const char* text) {
   return text != nullptr ? static_cast<unsigned int>(strlen(text)) : 0;
 }
 
+// Most texts are short: a few moves take less time than the call of memcpy().
+void copyText(char* to, const char* from, unsigned int length) {
+  if (length > 32) {
+    memcpy(to, from, length);
+  } else if (length >= 16) {
+    memcpy(to, from, 16);
+    memcpy(to + length - 16, from + length - 16, 16);
+  } else if (length >= 8) {
+    memcpy(to, from, 8);
+    memcpy(to + length - 8, from + length - 8, 8);
+  } else if (length >= 4) {
+    memcpy(to, from, 4);
+    memcpy(to + length - 4, from + length - 4, 4);
+  } else if (length > 0) {
+    to[0] = from[0];
+    to[length / 2] = from[length / 2];
+    to[length - 1] = from[length - 1];
+  }
+}
+
 }  // namespace
 
 // A block with the one text, then the other; null when both are empty or memory runs out.
@@ -28,8 +48,8 @@ RWCString::Block* RWCString::join(const char* left, unsigned int leftLength, con
   block->holders = 1;
   block->length = length;
   char* text = reinterpret_cast<char*>(block + 1);
-  if (leftLength > 0) memcpy(text, left, leftLength);
-  if (rightLength > 0) memcpy(text + leftLength, right, rightLength);
+  copyText(text, left, leftLength);
+  if (rightLength > 0) copyText(text + leftLength, right, rightLength);
   text[length] = '\0';
   return block;
 }
@@ -64,9 +84,10 @@ RWCString& RWCString::operator=(const RWCString& other) noexcept {
 }
 
 RWCString& RWCString::operator=(const char* text) noexcept {
-  Block* block = join(text, lengthOf(text), nullptr, 0);
-  release(block_);
-  block_ = block;
+  // A string is mostly given its text once, when it is still empty.
+  Block* former = block_;
+  block_ = join(text, lengthOf(text), nullptr, 0);
+  if (former != nullptr) release(former);
   return *this;
 }
 

@@ -166,6 +166,16 @@ TEST(CString, FindsTheEmptyPatternUpToTheEndAndNothingBehindIt) {
   }
 }
 
+TEST(CString, HoldsTextsOfEveryLength) {
+  std::string text;
+  for (int length = 0; length < 100; ++length) {
+    const RWCString string(text.c_str());
+    EXPECT_STREQ(text.c_str(), string.data());
+    EXPECT_STREQ((text + text).c_str(), (string + string).data());
+    text += static_cast<char>('a' + length % 26);
+  }
+}
+
 TEST(CString, HoldsLongTexts) {
   const std::string text(1000000, 'x');
   RWCString string(text.c_str());

@@ -60,7 +60,8 @@ RWCollectable* RWSlistCollectables::insertAt(unsigned int position,
     capacity_ = capacity;
   }
   RWCollectable** place = elements_ + position;
-  memmove(place + 1, place, (entries_ - position) * kSlot);
+  // Most are added at the end, where there is nothing to move.
+  if (position < entries_) memmove(place + 1, place, (entries_ - position) * kSlot);
   *place = element;
   ++entries_;
   return element;

@@ -25,7 +25,7 @@ class Help : public CLI::FormatterBase {
  public:
   std::string make_help(const CLI::App* app, std::string /*name*/,
                         CLI::AppFormatMode /*mode*/) const override {
-    return helpText(*app);
+    return helpText(*app, width());
   }
 };
 
@@ -171,6 +171,7 @@ class CommandLine {
     } catch (const CLI::Success& success) {  // help or version was asked for
       std::ostringstream out;
       app_.exit(success, out, std::cerr);
+      foldLines(true);
       print(out.str());
       return finish(kDone);
     } catch (const CLI::ParseError& error) {
@@ -179,6 +180,11 @@ class CommandLine {
       return fail(wordsOf(error, command) + "; see \"bkoq " + (named.empty() ? "" : command + " ") +
                   "--help\"");
     }
+    const std::string command = app_.get_subcommands().front()->get_name();
+    const bool isForPrograms = request_.json || request_.html || request_.c || request_.magic ||
+                               request_.kaitai || request_.width != 0 || command == "schema" ||
+                               command == "new" || command == "completion" || command == "man";
+    foldLines(!isForPrograms);
     return finish(command_());
   }
 
@@ -187,7 +193,8 @@ class CommandLine {
   Status help(int count, const char* const* arguments) {
     if (count > 3) return fail("help takes one command; see \"bkoq --help\"");
     if (count == 2) {
-      print(helpText(app_));
+      foldLines(true);
+      print(helpText(app_, width()));
       return finish(kDone);
     }
     const char* const command[] = {arguments[0], arguments[2], "--help"};

@@ -166,7 +166,7 @@ Status printJsonTrees(const std::vector<OwnedTree>& trees, const Request& reques
     auto& pending = *static_cast<std::string*>(user);
     print(pending);
     pending.clear();
-    return bkoqFileSink(stdout, text, size);
+    return outputSink(nullptr, text, size);
   };
   for (const OwnedTree& tree : trees) {
     if (&tree != &trees.front()) start = ",\n";
@@ -184,7 +184,7 @@ Status printTrees(const std::vector<OwnedTree>& trees, const Request& request) {
       print(std::string(&tree == &trees.front() ? "" : "\n") + "== " + nameOf(tree.layout()) +
             " layout\n");
     }
-    const Status status = printTree(tree, request, bkoqFileSink, stdout);
+    const Status status = printTree(tree, request, outputSink, nullptr);
     if (status != kDone) return status;
   }
   return kDone;
@@ -442,12 +442,11 @@ Status showCommand(const Request& request) {
                             source.doubtfulFrom};
     Status status =
         request.html ? printPage({baseName(file), {whole}, false, false, source.problem}, request)
-                     : printTree(source.tree, request, bkoqFileSink, stdout, &source);
+                     : printTree(source.tree, request, outputSink, nullptr, &source);
     if (status == kDone && request.annotate && request.salvage) {
       const std::string_view image(source.image.data(), source.image.size() - BKOQ_SALVAGE_ROOM);
       const auto ranges = leftovers(source.tree.root(), source.tree.layout(), image);
-      status =
-          printed(printLeftovers(ranges, image, request.showSecrets, bkoqFileSink, stdout), "");
+      status = printed(printLeftovers(ranges, image, request.showSecrets, outputSink, nullptr), "");
     }
     return source.status == kDone ? status : source.status;
   }
@@ -561,7 +560,7 @@ Status diffCommand(const Request& request) {
   uint32_t count = 0;
   const Status status = printed(
       bkoqPrintChanges(sources[0].tree.root(), sources[0].tree.layout(), sources[1].tree.root(),
-                       sources[1].tree.layout(), &options, &paths, bkoqFileSink, stdout, &count),
+                       sources[1].tree.layout(), &options, &paths, outputSink, nullptr, &count),
       "");
   if (status != kDone) return status;
   return count == 0 ? kDone : kDiffers;
@@ -650,8 +649,8 @@ Status layoutCommand(const Request& request) {
                                              : BKOQ_FORMAT_TEXT;
   const BkoqLayout layout = request.recordLayout;
   const BkoqStatus status = request.compare
-                                ? bkoqPrintLayoutDifferences(record, format, bkoqFileSink, stdout)
-                                : bkoqPrintRecords(record, layout, format, bkoqFileSink, stdout);
+                                ? bkoqPrintLayoutDifferences(record, format, outputSink, nullptr)
+                                : bkoqPrintRecords(record, layout, format, outputSink, nullptr);
   const std::string& name = request.record;
   const std::string hint = recordHint(name, layout);
   const bool isPreviousName = name.size() > 4 && name.compare(name.size() - 4, 4, "_OLD") == 0;

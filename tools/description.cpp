@@ -55,16 +55,17 @@ std::vector<std::string> split(const std::string& text, char separator) {
   return parts;
 }
 
-// A term and what it means, folded at 80 columns.
-std::string row(const std::string& term, const std::string& meaning) {
+constexpr unsigned int kHelpWidth = 80;
+
+// A term and what it means.
+std::string row(const std::string& term, const std::string& meaning, unsigned int columns) {
   constexpr std::size_t kTermWidth = 26;
-  constexpr std::size_t kWidth = 80;
   std::string text = "  " + term;
   text += text.size() + 2 > kTermWidth ? "\n" + std::string(kTermWidth, ' ')
                                        : std::string(kTermWidth - text.size(), ' ');
   std::size_t column = kTermWidth;
   for (const std::string& word : split(meaning, ' ')) {
-    if (column > kTermWidth && column + 1 + word.size() > kWidth) {
+    if (column > kTermWidth && column + 1 + word.size() > columns) {
       text += "\n" + std::string(kTermWidth, ' ');
       column = kTermWidth;
     }
@@ -329,23 +330,24 @@ _bkoq() {
 
 }  // namespace
 
-std::string helpText(const CLI::App& app) {
+std::string helpText(const CLI::App& app, unsigned int columns) {
+  if (columns == 0 || columns > kHelpWidth) columns = kHelpWidth;
   std::string text = app.get_description() + "\n\nUsage: " + usageOf(app) + "\n";
   const auto commands = commandsOf(app);
   if (!commands.empty()) {
     text += "\nCommands:\n";
     for (const CLI::App* command : commands) {
-      text += row(command->get_name(), command->get_description());
+      text += row(command->get_name(), command->get_description(), columns);
     }
   }
   const auto positionals = optionsOf(app, true);
   if (!positionals.empty()) text += "\n";
   for (const CLI::Option* option : positionals) {
-    text += row(positionalTerm(*option), option->get_description());
+    text += row(positionalTerm(*option), option->get_description(), columns);
   }
   text += "\nOptions:\n";
   for (const CLI::Option* option : optionsOf(app, false)) {
-    text += row(optionTerm(*option), option->get_description());
+    text += row(optionTerm(*option), option->get_description(), columns);
   }
   if (!app.get_footer().empty()) text += "\n" + app.get_footer() + "\n";
   return text;

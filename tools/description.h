@@ -12,7 +12,8 @@ namespace bkoq::tool {
 // Help, man page and shell completion, all from the description of the command line: its commands,
 // options, texts and, in the footers, examples.
 
-std::string helpText(const CLI::App& app);
+// For so many columns, or 80 where there are more or it is not known.
+std::string helpText(const CLI::App& app, unsigned int columns);
 std::string manPage(const CLI::App& app);
 
 // Names that values of options and arguments are completed to.

@@ -5,6 +5,7 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <cerrno>
 #include <climits>
 #include <csignal>
@@ -81,11 +82,42 @@ int withFreeName(const std::string& path, std::string& name, const Make& make) {
   return result;
 }
 
+unsigned int widthOf(int file) {
+  winsize size = {};
+  if (isatty(file) == 0 || ioctl(file, TIOCGWINSZ, &size) != 0) return 0;
+  return size.ws_col >= kLeastWidth ? size.ws_col : 0;
+}
+
+// How many columns a part of a line takes; colours take none.
+std::size_t columnsOf(const std::string& line, std::size_t at, std::size_t end) {
+  std::size_t columns = 0;
+  for (; at < end; ++at) {
+    if (line[at] == '\033') {
+      at = std::min(line.find('m', at), end);
+    } else if ((static_cast<unsigned char>(line[at]) & 0xC0U) != 0x80) {
+      ++columns;
+    }
+  }
+  return columns;
+}
+
+// The line that is being printed on a terminal.
+struct Lines {
+  unsigned int columns = 0;  // 0: lines are not folded
+  std::string begun;
+};
+
+Lines& lines() {
+  static Lines lines;
+  return lines;
+}
+
 }  // namespace
 
 Status fail(const std::string& message) {
   std::fflush(stdout);  // so that both streams stay in order on a terminal
-  std::fprintf(stderr, "bkoq: %s\n", printable(message).c_str());
+  const std::string line = folded("bkoq: " + printable(message), widthOf(STDERR_FILENO));
+  std::fprintf(stderr, "%s\n", line.c_str());
   return kFailed;
 }
 
@@ -100,15 +132,55 @@ bool hasColour() {
          (terminal == nullptr || std::strcmp(terminal, "dumb") != 0);
 }
 
-unsigned int width() {
-  winsize size = {};
-  if (isatty(STDOUT_FILENO) == 0 || ioctl(STDOUT_FILENO, TIOCGWINSZ, &size) != 0) return 0;
-  return size.ws_col >= kLeastWidth ? size.ws_col : 0;
+unsigned int width() { return widthOf(STDOUT_FILENO); }
+
+std::string folded(const std::string& line, unsigned int columns) {
+  if (columns == 0 || line.size() <= columns) return line;
+  const std::size_t begin = std::min(line.find_first_not_of(' '), line.size());
+  const std::string indent(std::min<std::size_t>(begin + 4, columns / 2), ' ');
+  std::string text;
+  std::size_t column = 0;
+  for (std::size_t at = 0; at < line.size();) {
+    // Blanks and the word after them.
+    std::size_t word = std::min(line.find_first_not_of(' ', at), line.size());
+    const std::size_t end = std::min(line.find(' ', word), line.size());
+    const std::size_t size = columnsOf(line, word, end);
+    if (at != 0 && column + (word - at) + size > columns && size <= columns - indent.size()) {
+      text += '\n' + indent;
+      column = indent.size();
+    } else {
+      text.append(line, at, word - at);
+      column += word - at;
+    }
+    text.append(line, word, end - word);
+    column += size;
+    at = end;
+  }
+  return text;
 }
 
-void print(const std::string& text) { std::fwrite(text.data(), 1, text.size(), stdout); }
+void foldLines(bool isFolded) { lines().columns = isFolded ? width() : 0; }
+
+int outputSink(void* /*nothing*/, const char* text, size_t size) {
+  Lines& lines = tool::lines();
+  if (lines.columns == 0) return bkoqFileSink(stdout, text, size);
+  for (const char* end = text + size; text != end;) {
+    const auto* newline = static_cast<const char*>(std::memchr(text, '\n', end - text));
+    lines.begun.append(text, (newline == nullptr ? end : newline) - text);
+    if (newline == nullptr) return 0;
+    const std::string line = folded(lines.begun, lines.columns) + "\n";
+    lines.begun.clear();
+    if (bkoqFileSink(stdout, line.data(), line.size()) != 0) return 1;
+    text = newline + 1;
+  }
+  return 0;
+}
+
+void print(const std::string& text) { outputSink(nullptr, text.data(), text.size()); }
 
 Status finish(Status status) {
+  const std::string rest = std::exchange(lines().begun, "");
+  std::fwrite(rest.data(), 1, rest.size(), stdout);
   if (std::fflush(stdout) == 0 && std::ferror(stdout) == 0) return status;
   return fail(std::string("cannot write the output: ") + std::strerror(errno));
 }

@@ -25,7 +25,14 @@ void setColour(const std::string& when);  // "auto", "always" or "never"
 bool hasColour();      // unless that was set: a terminal that has colours, without NO_COLOR
 unsigned int width();  // columns of a terminal; 0 for anything else
 
+// Prints on the standard output; lines that are longer than its terminal is wide are folded between
+// words, unless they are for programs.
 void print(const std::string& text);
+void foldLines(bool isFolded);
+// The same as a sink of the kit.
+int outputSink(void* nothing, const char* text, size_t size);
+// Lines of so many columns, where words allow it; what follows a line's beginning is indented.
+std::string folded(const std::string& line, unsigned int columns);
 
 // What has been printed has been written too; otherwise the reason is on the standard error stream.
 Status finish(Status status);

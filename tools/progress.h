@@ -9,7 +9,7 @@ namespace bkoq::tool {
 // A bar on the standard error stream, if that is a terminal and it takes longer than a second.
 class Progress {
  public:
-  explicit Progress(std::size_t total) : total_(total) {}
+  explicit Progress(std::size_t total);
   ~Progress();
   Progress(const Progress&) = delete;
   Progress& operator=(const Progress&) = delete;
@@ -18,6 +18,7 @@ class Progress {
 
  private:
   std::size_t total_;
+  bool isPossible_;
   std::chrono::steady_clock::time_point begin_ = std::chrono::steady_clock::now();
   std::chrono::steady_clock::time_point last_ = begin_;
   bool isShown_ = false;

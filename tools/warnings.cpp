@@ -196,7 +196,14 @@ class Warner {
   void days(const Value& schedule) {
     const Value* mask = schedule.find("jobMask");
     const Value* units = mask == nullptr ? nullptr : mask->find("jobUnits");
-    if (units != nullptr && !units->elements().empty()) return;
+    constexpr std::size_t kRecorded = 8;
+    const std::size_t count = units == nullptr ? 0 : units->elements().size();
+    if (count > kRecorded) {
+      const Value& first = units->elements()[kRecorded];
+      warn(first.at(), "only the first 8 of " + std::to_string(count) +
+                           " job units are in the record of the previous layout");
+    }
+    if (count != 0) return;
     warn(mask == nullptr ? schedule.at() : mask->at(),
          "no job units: the rotation says for no day what is run");
   }

@@ -3,12 +3,24 @@
 
 #include <bkoq/kit.h>
 
+#include <array>
 #include <cstdint>
 #include <cstdlib>
 #include <cstring>
 #include <vector>
 
 #include "tests/fuzz/require.h"
+
+#if defined(__SANITIZE_ADDRESS__)
+#define BKOQ_WITH_ASAN
+#elif defined(__has_feature)
+#if __has_feature(address_sanitizer)
+#define BKOQ_WITH_ASAN
+#endif
+#endif
+#ifdef BKOQ_WITH_ASAN
+#include <sanitizer/asan_interface.h>
+#endif
 
 namespace {
 
@@ -20,13 +32,35 @@ void putWord(Bytes& bytes, std::size_t offset, std::uint32_t value) {
   for (int i = 0; i < 4; ++i) bytes[offset + i] = static_cast<std::uint8_t>(value >> (8 * i));
 }
 
-std::uint32_t checksumOf(const Bytes& bytes) {
+// As images have it, by a table of its own.
+FUZZ_UNSEEN std::uint32_t checksumOf(const Bytes& bytes) {
+  static const auto table = [] {
+    std::array<std::uint32_t, 256> all{};
+    for (std::uint32_t i = 0; i < all.size(); ++i) {
+      all[i] = i;
+      for (int bit = 0; bit < 8; ++bit) all[i] = all[i] >> 1 ^ ((all[i] & 1) * 0xEDB88320u);
+    }
+    return all;
+  }();
+  const std::uint8_t* data = bytes.data();
+  const std::uint32_t* of = table.data();
   std::uint32_t crc = 0xFFFFFFFF;
-  for (std::size_t i = 0; i < bytes.size(); ++i) {
-    crc ^= i >= 28 && i < 32 ? 0 : bytes[i];
-    for (int bit = 0; bit < 8; ++bit) crc = (crc & 1) != 0 ? crc >> 1 ^ 0xEDB88320u : crc >> 1;
+  for (std::size_t i = 0, size = bytes.size(); i < size; ++i) {
+    const std::uint8_t byte = i >= 28 && i < 32 ? 0 : data[i];
+    crc = crc >> 8 ^ of[(crc ^ byte) & 0xFF];
   }
   return ~crc;
+}
+
+// Reads all of the bytes, which must be there, and gives a number that depends on each.
+FUZZ_UNSEEN std::size_t sumOf(const void* bytes, std::size_t size) {
+#ifdef BKOQ_WITH_ASAN
+  FUZZ_REQUIRE(__asan_region_is_poisoned(const_cast<void*>(bytes), size) == nullptr);
+#endif
+  const auto* data = static_cast<const unsigned char*>(bytes);
+  std::size_t sum = 0;
+  for (std::size_t i = 0; i < size; ++i) sum += data[i];
+  return sum;
 }
 
 // Makes the header good, so that what comes after it is reached, which no one could seal by chance.
@@ -45,10 +79,7 @@ Bytes sealed(const std::uint8_t* data, std::size_t size) {
 }
 
 int drop(void* user, const char* text, std::size_t size) {
-  // Reads all of it, for the sanitizers.
-  for (std::size_t i = 0; i < size; ++i) {
-    *static_cast<std::size_t*>(user) += static_cast<unsigned char>(text[i]);
-  }
+  *static_cast<std::size_t*>(user) += sumOf(text, size);
   return 0;
 }
 
@@ -61,28 +92,37 @@ int keep(void* user, const char* text, std::size_t size) {
 int countVisit(const BkoqVisit* visit, void* user) {
   std::size_t& sum = *static_cast<std::size_t*>(user);
   sum += std::strlen(visit->path) + std::strlen(visit->record) + visit->width;
-  const auto* bytes = static_cast<const unsigned char*>(visit->bytes);
-  for (std::uint32_t i = 0; i < visit->width; ++i) sum += bytes[i];
-  const auto* target = static_cast<const unsigned char*>(visit->targetBytes);
-  for (std::uint32_t i = 0; target != nullptr && i < visit->targetSize; ++i) sum += target[i];
+  sum += sumOf(visit->bytes, visit->width);
+  if (visit->targetBytes != nullptr) sum += sumOf(visit->targetBytes, visit->targetSize);
   return 0;
 }
 
-void use(void* root, BkoqLayout layout) {
-  std::size_t sum = 0;
-  FUZZ_REQUIRE(bkoqWalk(root, layout, countVisit, &sum) == BKOQ_OK);
-  // One way of printing each time: the content chooses it.
+void print(void* root, BkoqLayout layout, std::size_t way) {
   static const BkoqFormat kFormats[] = {BKOQ_FORMAT_TEXT, BKOQ_FORMAT_JSON, BKOQ_FORMAT_ANNOTATED,
                                         BKOQ_FORMAT_PLAIN_JSON};
   BkoqPrintOptions options = {};
-  options.format = kFormats[sum % 4];
-  options.showSecrets = static_cast<int>(sum & 1);
-  options.hideZero = static_cast<int>(sum >> 1 & 1);
+  options.format = kFormats[way % 4];
+  options.showSecrets = static_cast<int>(way & 1);
+  options.hideZero = static_cast<int>(way >> 1 & 1);
+  std::size_t sum = 0;
   FUZZ_REQUIRE(bkoqPrint(root, layout, &options, drop, &sum) == BKOQ_OK);
+}
+
+void compare(void* root, BkoqLayout layout) {
   std::uint32_t differences = 1;
   FUZZ_REQUIRE(bkoqCompare(root, layout, root, layout, 0, nullptr, nullptr, &differences) ==
                BKOQ_OK);
   FUZZ_REQUIRE(differences == 0);
+}
+
+// Whoever uses a tree walks it; what else is done the content chooses.
+void use(void* root, BkoqLayout layout) {
+  std::size_t sum = 0;
+  FUZZ_REQUIRE(bkoqWalk(root, layout, countVisit, &sum) == BKOQ_OK);
+  for (std::size_t way = 0; way < 4; ++way) {
+    if (takesAll(way == sum % 8)) print(root, layout, way);
+  }
+  if (takesAll(sum % 8 == 4)) compare(root, layout);
 }
 
 // All is freed, unless the bytes look like a tree of the other layout.
@@ -141,7 +181,9 @@ void readImage(const Bytes& image) {
 }  // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
-  readImage(Bytes(data, data + size));
-  readImage(sealed(data, size));
+  // As it is, an image is mostly refused for its header, whatever comes after it.
+  const bool isSealed = sumOf(data, size) % 8 != 0;
+  if (takesAll(!isSealed)) readImage(Bytes(data, data + size));
+  if (takesAll(isSealed)) readImage(sealed(data, size));
   return 0;
 }

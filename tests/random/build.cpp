@@ -120,19 +120,21 @@ BKQFilter* Builder::newFilter(const FilterPlan& plan) {
   const bool whole = plan.constructor == 2;
   switch (plan.filterClass) {
     case FilterClass::kDir:
-      filter = whole ? new BKQDirFilter(kind, text(plan.pattern)) : pattern(new BKQDirFilter);
+      filter = whole ? make<BKQDirFilter>(kind, text(plan.pattern)) : pattern(make<BKQDirFilter>());
       break;
     case FilterClass::kFile:
-      filter = whole ? new BKQFileFilter(kind, text(plan.pattern)) : pattern(new BKQFileFilter);
+      filter =
+          whole ? make<BKQFileFilter>(kind, text(plan.pattern)) : pattern(make<BKQFileFilter>());
       break;
     case FilterClass::kVolume:
-      filter = whole ? new BKQVolumeFilter(kind, text(plan.pattern)) : pattern(new BKQVolumeFilter);
+      filter = whole ? make<BKQVolumeFilter>(kind, text(plan.pattern))
+                     : pattern(make<BKQVolumeFilter>());
       break;
     case FilterClass::kAttribute:
       if (whole) {
-        filter = new BKQAttributeFilter(kind, plan.attributes);
+        filter = make<BKQAttributeFilter>(kind, plan.attributes);
       } else {
-        auto* made = new BKQAttributeFilter;
+        auto* made = make<BKQAttributeFilter>();
         made->setAttributes(plan.attributes);
         filter = made;
       }
@@ -140,37 +142,37 @@ BKQFilter* Builder::newFilter(const FilterPlan& plan) {
     case FilterClass::kWithin: {
       const auto unitType = as<Time::BKQTimeUnitType>(plan.unitType);
       if (whole) {
-        timeFilter = new BKQWithinTimeFilter(attribute, plan.units, unitType);
+        timeFilter = make<BKQWithinTimeFilter>(attribute, plan.units, unitType);
         break;
       }
-      auto* made =
-          plan.constructor == 0 ? new BKQWithinTimeFilter : new BKQWithinTimeFilter(attribute);
+      auto* made = plan.constructor == 0 ? make<BKQWithinTimeFilter>()
+                                         : make<BKQWithinTimeFilter>(attribute);
       made->setTimeUnits(plan.units);
       made->setTimeUnitType(unitType);
       timeFilter = made;
       break;
     }
     case FilterClass::kBefore: {
-      auto* made = whole                   ? new BKQBeforeTimeFilter(attribute, stored(plan.time))
-                   : plan.constructor == 0 ? new BKQBeforeTimeFilter
-                                           : new BKQBeforeTimeFilter(attribute);
+      auto* made = whole                   ? make<BKQBeforeTimeFilter>(attribute, stored(plan.time))
+                   : plan.constructor == 0 ? make<BKQBeforeTimeFilter>()
+                                           : make<BKQBeforeTimeFilter>(attribute);
       if (!whole) made->setTime(stored(plan.time));
       timeFilter = made;
       break;
     }
     case FilterClass::kAfter: {
-      auto* made = whole                   ? new BKQAfterTimeFilter(attribute, stored(plan.time))
-                   : plan.constructor == 0 ? new BKQAfterTimeFilter
-                                           : new BKQAfterTimeFilter(attribute);
+      auto* made = whole                   ? make<BKQAfterTimeFilter>(attribute, stored(plan.time))
+                   : plan.constructor == 0 ? make<BKQAfterTimeFilter>()
+                                           : make<BKQAfterTimeFilter>(attribute);
       if (!whole) made->setTime(stored(plan.time));
       timeFilter = made;
       break;
     }
     case FilterClass::kBetween: {
       auto* made =
-          whole ? new BKQBetweenTimeFilter(attribute, stored(plan.time), stored(plan.endTime))
-          : plan.constructor == 0 ? new BKQBetweenTimeFilter
-                                  : new BKQBetweenTimeFilter(attribute);
+          whole ? make<BKQBetweenTimeFilter>(attribute, stored(plan.time), stored(plan.endTime))
+          : plan.constructor == 0 ? make<BKQBetweenTimeFilter>()
+                                  : make<BKQBetweenTimeFilter>(attribute);
       if (!whole) {
         made->setStartTime(stored(plan.time));
         made->setEndTime(stored(plan.endTime));
@@ -279,9 +281,9 @@ BKQTape* Builder::newTape(const TapePlan& plan) {
 template <class Node>
 Node* Builder::named(const NodePlan& plan) {
   if (!plan.nameByConstructor) {
-    if constexpr (std::is_default_constructible<Node>::value) return new Node;
+    if constexpr (std::is_default_constructible<Node>::value) return make<Node>();
   }
-  return new Node(plan.nameByConstructor ? text(plan.name) : "former name");
+  return make<Node>(plan.nameByConstructor ? text(plan.name) : "former name");
 }
 
 void Builder::fillDiskNode(BKQDiskNode& node, const NodePlan& plan) {
@@ -308,7 +310,7 @@ template <class Node>
 Node* Builder::newNodeOf(const NodePlan& plan) {
   Node* node;
   if constexpr (std::is_base_of_v<BKQRestoreNode, Node>) {
-    node = plan.diskNameByConstructor ? new Node(text(plan.name), text(plan.diskName))
+    node = plan.diskNameByConstructor ? make<Node>(text(plan.name), text(plan.diskName))
                                       : named<Node>(plan);
     if (plan.diskName.isSet && !plan.diskNameByConstructor) node->setDiskName(text(plan.diskName));
   } else {
@@ -398,12 +400,12 @@ BKQSchedule* Builder::newSchedule(const SchedulePlan& plan) {
   BKQSchedule* schedule = nullptr;
   switch (plan.scheduleClass) {
     case ScheduleClass::kRegular:
-      schedule = new BKQRegularSchedule;
+      schedule = make<BKQRegularSchedule>();
       break;
     case ScheduleClass::kCustom: {
       const auto& r = plan.repeats;
-      auto* custom = plan.repeatsByConstructor ? new BKQCustomSchedule(r[0], r[1], r[2], r[3])
-                                               : new BKQCustomSchedule;
+      auto* custom = plan.repeatsByConstructor ? make<BKQCustomSchedule>(r[0], r[1], r[2], r[3])
+                                               : make<BKQCustomSchedule>();
       if (!plan.repeatsByConstructor) custom->setRepeat(r[0], r[1], r[2], r[3]);
       auto set = setting(*this, *custom);
       eachOfCustomSchedule(plan, set);
@@ -411,14 +413,14 @@ BKQSchedule* Builder::newSchedule(const SchedulePlan& plan) {
       break;
     }
     case ScheduleClass::kRotation: {
-      auto* rotation = new BKQRotationSchedule;
+      auto* rotation = make<BKQRotationSchedule>();
       fillRotation(*rotation, plan);
       schedule = rotation;
       break;
     }
     case ScheduleClass::kCruise: {
       auto* cruise =
-          random_.chance(1, 2) ? new BKQCruiseSchedule("one", "two") : new BKQCruiseSchedule;
+          random_.chance(1, 2) ? make<BKQCruiseSchedule>("one", "two") : make<BKQCruiseSchedule>();
       fillRotation(*cruise, plan);
       auto set = setting(*this, *cruise);
       eachOfCruiseSchedule(plan, set);
@@ -469,12 +471,12 @@ void Builder::attach(BKQJob& job, const JobPlan& plan) {
   if (plan.email) {
     BKQEMail* email;
     if (plan.email->isMHS) {
-      auto* mhs = new BKQMHSEMail;
+      auto* mhs = make<BKQMHSEMail>();
       auto set = setting(*this, *mhs);
       eachOfMHSEMail(*plan.email, set);
       email = mhs;
     } else {
-      email = new BKQInternetEMail;
+      email = make<BKQInternetEMail>();
     }
     auto set = setting(*this, *email);
     eachOfEMail(*plan.email, set);
@@ -499,8 +501,14 @@ void Builder::attach(BKQJob& job, const JobPlan& plan) {
 }
 
 void Builder::fillBackup(BKQBackupJob& job, const JobPlan& plan) {
+  // They are the first of their names, so it is these that are removed, and deleted with it.
+  for (const auto& each : plan.removedSources) job.addSourceNode(*newNode(*each));
   for (const auto& each : plan.sources) {
     job.addSourceNode(once<BKQNode>(*each, [&] { return newNode(*each); }));
+  }
+  for (const auto& each : plan.removedSources) {
+    BKQMacNode wanted(each->name.value.c_str());
+    job.removeSourceNode(wanted);
   }
   addFilters(job, plan);
   if (!plan.destinations.empty()) {

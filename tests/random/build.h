@@ -4,6 +4,7 @@
 #include <bkoq/bkoq.h>
 
 #include <memory>
+#include <type_traits>
 #include <unordered_map>
 #include <vector>
 
@@ -11,6 +12,27 @@
 #include "tests/random/random.h"
 
 namespace bkoq::test {
+
+// A client's own class of node, filter, schedule or e-mail, which converts as its base class does.
+// Its clones are objects of the base class.
+template <class Base>
+class Foreign : public Base {
+ public:
+  using Base::Base;
+  int convertToBK2(void*& record) override { return Base::convertToBK2(record); }
+  int convertToBK2_old(void*& record) override { return Base::convertToBK2_old(record); }
+};
+template <class Base>
+class ForeignSchedule : public Base {
+ public:
+  using Base::Base;
+  int convertToBK2(void*& schedule, void*& rotation) override {
+    return Base::convertToBK2(schedule, rotation);
+  }
+  int convertToBK2_old(void*& schedule, void*& rotation) override {
+    return Base::convertToBK2_old(schedule, rotation);
+  }
+};
 
 // Applies plans to the public classes and owns what comes of it.
 class Builder {
@@ -49,6 +71,15 @@ class Builder {
   Object& keep(Object* object);
   template <class Object, class Plan>
   void addFilters(Object& object, const Plan& plan);
+
+  // Of the class itself or of a client's own, which must not differ.
+  template <class Object, class... Arguments>
+  Object* make(const Arguments&... arguments) {
+    using Own = std::conditional_t<std::is_base_of_v<BKQSchedule, Object>, ForeignSchedule<Object>,
+                                   Foreign<Object>>;
+    if (random_.chance(1, 6)) return new Own(arguments...);
+    return new Object(arguments...);
+  }
 
   BKQFilter* newFilter(const FilterPlan& plan);
   BKQDiskItem* newDiskItem(const DiskItemPlan& plan);

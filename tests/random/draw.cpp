@@ -339,6 +339,12 @@ void Drawer::backup(JobPlan& job) {
       job.sources.push_back(node(diskNodeClass()));
     }
   }
+  for (unsigned int i = chance(1, 8) ? 1 + random_.below(3) : 0; i > 0; --i) {
+    job.removedSources.push_back(node(diskNodeClass()));
+    // Now and then of the name of one that stays.
+    if (job.sources.empty() || !chance(1, 2)) continue;
+    setTo(job.removedSources.back()->name, job.sources.front()->name.value);
+  }
   if (chance(3, 4)) job.destinations.push_back(node(NodeClass::kTape));
   filters(job.filters);
   if (chance(3, 4)) {

@@ -228,6 +228,8 @@ struct JobPlan {
   std::shared_ptr<EMailPlan> email;
   std::shared_ptr<PrintQueuePlan> printQueue;
 
+  // Backups: added before the sources, and removed by their names after them.
+  List<NodePlan> removedSources;
   // Sources of backups (disk nodes), of restores, verifies and compares (tape nodes).
   List<NodePlan> sources;
   // Destinations of restores; the one of all others.
@@ -262,6 +264,9 @@ struct Call {
   Text tapeName;  // jobs that read tapes
   std::uint16_t session = 0;
   Text overridePath;  // compares
+  // Whether what is told of the job's parts lies in the variable with the name of a disk, which the
+  // conversion changes.
+  bool liesInVariable = false;
 };
 
 #undef BKOQ_MEMBERS

@@ -193,7 +193,13 @@ bool Run::flattenBoth(BKQJob& job, const JobPlan& plan, const char* what) {
 }
 
 bool Run::flatten(BKQJob& job, const JobPlan& plan, BkoqLayout layout, const char* what) {
-  const Call call = drawer_.call(plan, layout);
+  Call call = drawer_.call(plan, layout);
+  if (random_.chance(1, 8)) {
+    call.liesInVariable = true;
+    for (Text* text : {&call.nodeName, &call.unixText, &call.tapeName, &call.overridePath}) {
+      if (!text->empty()) *text = states_[layout].diskName;
+    }
+  }
   call_ = "overload " + std::to_string(call.form);
   Expectation expectation(tree(), states_[layout], layout, zone_->standardOffset);
   const int expected = expectation.job(plan, call);
@@ -318,13 +324,18 @@ int Run::convert(BKQJob& job, JobClass jobClass, const Call& call, void*& root) 
     disks.insert(names.back().get());
   }
   const JobFamily family = lineOf(jobClass).family;
+  const auto given = [&](const Text& text) {
+    const RWCString& variable = variables(call.layout).diskName;
+    const bool isThere = call.liesInVariable && text == variable.data();
+    return isThere ? variable.data() : builder_.text(text);
+  };
   Arguments arguments;
-  arguments.name = builder_.text(isBackup(jobClass) ? call.nodeName : call.tapeName);
+  arguments.name = given(isBackup(jobClass) ? call.nodeName : call.tapeName);
   arguments.disks = &disks;
   arguments.unixKind = call.unixKind;
-  arguments.unixText = builder_.text(call.unixText);
+  arguments.unixText = given(call.unixText);
   arguments.session = call.session;
-  arguments.overridePath = builder_.text(call.overridePath);
+  arguments.overridePath = given(call.overridePath);
   return visitLayout(call.layout, [&](auto traits) {
     return convertBy<decltype(traits)>(call.form, job, family, arguments, root);
   });
