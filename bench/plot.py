@@ -84,7 +84,7 @@ def bars(found, to, name, title, prefix, against, runs):
             tables[f"bars{number}"] = lines
             plots.append(f"'bars{number}' using 1:2:({0.7 / len(against)}) with boxes fill solid 0.6 "
                          f"title '{label}'")
-            plots.append(f"'bars{number}' using 1:2:3:4 with yerrorbars lc black pt 0 notitle")
+            plots.append(f"'bars{number}' using 1:2:3:4 with yerrorbars lc black pt -1 notitle")
     tics = ", ".join(f"'{shape}' {place}" for place, shape in enumerate(SHAPES))
     script = (f"set title '{title}, 10,000 elements, median and range of {runs} runs'\n"
               f"set xtics ({tics})\nset xrange [-0.7:{len(SHAPES) - 0.3}]\nset yrange [0:*]\n"

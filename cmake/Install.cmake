@@ -37,7 +37,8 @@ endforeach()
 
 # What help texts and headers name.
 install(DIRECTORY docs/ DESTINATION ${CMAKE_INSTALL_DOCDIR} COMPONENT documentation
-        FILES_MATCHING PATTERN "*.md" PATTERN "*.schema.json" PATTERN testing.md EXCLUDE
+        FILES_MATCHING PATTERN "*.md" PATTERN "*.schema.json" PATTERN "performance-*.svg"
+        PATTERN testing.md EXCLUDE
         PATTERN site EXCLUDE)
 install(DIRECTORY examples DESTINATION ${CMAKE_INSTALL_DOCDIR} COMPONENT documentation
         PATTERN CMakeLists.txt EXCLUDE PATTERN __pycache__ EXCLUDE)

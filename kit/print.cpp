@@ -191,7 +191,8 @@ BkoqStatus printAt(const RecordView& job, std::uint32_t block, std::uint32_t off
   return out.flush() ? BKOQ_OK : BKOQ_SINK_FAILED;
 }
 
-// Looks for the last block that begins at or before a byte of the image.
+// Looks for the last block that begins at or before a byte of the image, and no further than the
+// first masked text: where the next block begins would tell how long it is.
 class BlockFinder : public WalkHandler {
  public:
   BlockFinder(std::uint32_t offset, const Options& options) : offset_(offset), options_(options) {}
@@ -223,7 +224,7 @@ class BlockFinder : public WalkHandler {
     begin_ = begin;
     isMasked_ = field != nullptr && field->target() == nullptr &&
                 kit::isMasked(*field, block, options_.showSecrets != 0);
-    return true;
+    return !isMasked_;
   }
 
   std::uint32_t offset_;

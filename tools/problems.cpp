@@ -40,6 +40,11 @@ std::string inQuotes(const std::string& text) { return "\"" + shortened(text) + 
 std::string printable(const std::string& text) {
   std::string out;
   for (std::size_t at = 0; at < text.size();) {
+    std::size_t plain = at;
+    while (plain < text.size() && text[plain] >= ' ' && text[plain] <= '~') ++plain;
+    out.append(text, at, plain - at);
+    at = plain;
+    if (at == text.size()) break;
     const kit::Character character = kit::characterAt(text, at);
     if (character.isPrintable) {
       out.append(text, at, character.size);

@@ -223,7 +223,8 @@ BKOQ_API BkoqStatus bkoqPrintImage(const void* root, BkoqLayout layout, const ch
                                    BkoqSink sink, void* user);
 
 /** Says what lies at byte `offset` of the image: a field, a text, a number of the header, or the
-    padding after a block. The formats are text and JSON. */
+    padding after a block. Of a byte after the first masked text only that is told. The formats are
+    text and JSON. */
 BKOQ_API BkoqStatus bkoqPrintAtFile(const void* root, BkoqLayout layout, uint32_t offset,
                                     const BkoqPrintOptions* options, const BkoqImagePlaces* places,
                                     BkoqSink sink, void* user);

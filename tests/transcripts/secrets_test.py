@@ -123,6 +123,7 @@ def main():
             assert run("flatten job.json --layout current -o job.image").returncode == 0
             lines = COMMANDS.strip().splitlines()
             # A byte in each of the first blocks, or after its end.
+            lines += [f"show job.image --at file:{place}" for place in range(0, 2500, 61)]
             lines += [f"show job.json --at #{block}+{1 if block % 2 else 70}" for block in range(1, 40)]
             outputs = {}
             for line in lines:
