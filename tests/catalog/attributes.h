@@ -422,12 +422,14 @@ constexpr auto setterOf(void (Class::*setter)(Parameter)) {
 // class has, its base classes' included.
 template <class Object, class Visitor>
 void eachAttribute(Visitor&& visit) {
-#define BKOQ_VISIT(class_, member, getter, setter, value, first, key, fields)                 \
-  if constexpr (std::is_base_of_v<class_, Object>) {                                          \
-    visit(AttributeLine{#class_, #setter, key, fields},                                       \
-          static_cast<std::add_pointer_t<value>>(nullptr), getterOf<class_>(&class_::getter), \
-          setterOf<class_>(&class_::setter), firstOf<Object>(#class_ "::" #setter, first));   \
+// NOLINTBEGIN(bugprone-macro-parentheses): a type takes none
+#define BKOQ_VISIT(class_, member, getter, setter, value, first, key, fields)         \
+  if constexpr (std::is_base_of_v<class_, Object>) {                                  \
+    visit(AttributeLine{#class_, #setter, key, fields}, static_cast<value*>(nullptr), \
+          getterOf<class_>(&class_::getter), setterOf<class_>(&class_::setter),       \
+          firstOf<Object>(#class_ "::" #setter, first));                              \
   }
+  // NOLINTEND(bugprone-macro-parentheses)
   BKOQ_ATTRIBUTES(BKOQ_VISIT, BKOQ_VISIT)
 #undef BKOQ_VISIT
 }
