@@ -96,11 +96,13 @@ TEST(Explain, SaysWhichPartOfAPathFailsAndWhatIsThere) {
       {"zzz", "BKQJDATATRANSFER has no field \"zzz\""},
       {"pSourceNodes.pszNodeName",
        "pSourceNodes is an array of 2 elements; give one of them as pSourceNodes[0].pszNodeName"},
+      // NOLINTBEGIN(misc-misleading-bidirectional): that is what it is about
       {"pSourceNodes.\033[1m\xe2\x80\xae\xff",
        "pSourceNodes is an array of 2 elements; give one of them as pSourceNodes[0].\\x1b"},
       {"pSourceNodes.\xe2\x80\xae\xc3\xa9\xff",
        "pSourceNodes is an array of 2 elements; give one of them as "
        "pSourceNodes[0].\\xe2\\x80\\xae\xc3\xa9\\xff"},
+      // NOLINTEND(misc-misleading-bidirectional)
       {"pszOwner[0]", "pszOwner is no array"},
       {"pszOwner.x", "pszOwner has no fields"},
       {"pSourceNodes[1].pMedia[0]", "pSourceNodes[1].pMedia is null"},
