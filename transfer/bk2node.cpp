@@ -29,10 +29,10 @@ void CurrentLayout::storeDomainAndAddress(Node& record, unsigned int nodeType, c
 
 int BKQNode::convertToBK2(void*& rec) { return Steps::node(*this, rec); }
 
-int BKQDiskNode::convertToBK2(void*& rec) { return convertToBK2(rec, ""); }
+int BKQDiskNode::convertToBK2(void*& rec) { return convertToBK2(rec, bkoq::notGiven); }
 
 int BKQDiskNode::convertToBK2(void*& rec, RWSlistCollectables& names) {
-  return convertToBK2(rec, names, "");
+  return convertToBK2(rec, names, bkoq::notGiven);
 }
 
 int BKQDiskNode::convertToBK2(void*& rec, const char* overridePath) {
@@ -54,7 +54,7 @@ int BKQRestoreNode::convertToBK2(void*& rec) { return Steps::restoreNode(*this, 
 
 int BKQDBRestoreNode::convertToBK2(void*& rec) { return Steps::dbRestoreNode(*this, rec); }
 
-int BKQTapeNode::convertToBK2(void*& rec) { return convertToBK2(rec, "", 0); }
+int BKQTapeNode::convertToBK2(void*& rec) { return convertToBK2(rec, bkoq::notGiven, 0); }
 
 int BKQTapeNode::convertToBK2(void*& rec, const char* tapeName, unsigned short sessionNumber) {
   return Steps::tapeNode(*this, rec, tapeName, sessionNumber);

@@ -10,10 +10,15 @@
 
 namespace bkoq {
 
+// An empty text, for one that is not given. It lies among the variables, in a page that has been
+// written since the library was loaded. Constants are in pages that a flattening does not read
+// otherwise, and the first access to one costs the first flattening of a process a tenth.
+inline char notGiven[] = "";
+
 // A text of known length, with a NUL after it. Conversions take null for an empty text.
 struct Text {
   Text(const RWCString& string) : data(string.data()), length(string.length()) {}
-  Text(const char* string) : data(string != nullptr ? string : ""), length(strlen(data)) {}
+  Text(const char* string) : data(string != nullptr ? string : notGiven), length(strlen(data)) {}
 
   bool isEmpty() const { return length == 0; }
   bool equals(const Text& other) const {

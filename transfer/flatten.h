@@ -125,7 +125,7 @@ struct Flattening::Into {
 template <class Layout>
 class ArgumentText {
  public:
-  ArgumentText(const char* text) : text_(text != nullptr ? text : "") {
+  ArgumentText(const char* text) : text_(text != nullptr ? text : notGiven) {
     if (*text_ == '\0') return;
     const RWCString& name = Layout::diskName();
     if (text >= name.data() && text <= name.data() + name.length()) name_.emplace(name);

@@ -100,7 +100,7 @@ inline int appendSecondText(char*& field, const Text& extra, const char* fieldNa
 template <class Layout>
 int Flattening::Into<Layout>::unixNode(BKQUnixNode& node, void*& rec) {
   RWSlistCollectables allDisks;
-  return unixNode(node, rec, allDisks, 0, "");
+  return unixNode(node, rec, allDisks, 0, notGiven);
 }
 
 template <class Layout>
@@ -108,7 +108,7 @@ int Flattening::Into<Layout>::unixNode(BKQUnixNode& node, void*& rec, RWSlistCol
                                        int mode, const char* extra) {
   if (rec != nullptr) Layout::unixOptions() = node.unixOptions_;
   const ArgumentText<Layout> held(extra);
-  if (!diskNode(node, rec, names, "")) return failedToConvert("Base BKQDiskNode");
+  if (!diskNode(node, rec, names, notGiven)) return failedToConvert("Base BKQDiskNode");
   const Text extraText(held);
   if (extraText.isEmpty()) return 1;
   auto& record = *static_cast<typename Layout::Node*>(rec);

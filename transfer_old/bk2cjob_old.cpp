@@ -9,14 +9,14 @@ using Steps = bkoq::Flattening::Into<bkoq::PreviousLayout>;
 
 int BKQJob::convertToBK2_old(void*& out) { return Steps::job(*this, out); }
 
-int BKQBackupJob::convertToBK2_old(void*& out) { return convertToBK2_old(out, ""); }
+int BKQBackupJob::convertToBK2_old(void*& out) { return convertToBK2_old(out, bkoq::notGiven); }
 
 int BKQBackupJob::convertToBK2_old(void*& out, const char* nodeName) {
-  return convertToBK2_old(out, nodeName, 0, "");
+  return convertToBK2_old(out, nodeName, 0, bkoq::notGiven);
 }
 
 int BKQBackupJob::convertToBK2_old(void*& out, const char* nodeName, RWSlistCollectables& disks) {
-  return convertToBK2_old(out, nodeName, disks, 0, "");
+  return convertToBK2_old(out, nodeName, disks, 0, bkoq::notGiven);
 }
 
 int BKQBackupJob::convertToBK2_old(void*& out, const char* nodeName, int unixKind,
@@ -30,28 +30,28 @@ int BKQBackupJob::convertToBK2_old(void*& out, const char* nodeName, RWSlistColl
   return Steps::backupJob(*this, out, nodeName, disks, unixKind, unixText);
 }
 
-int BKQRestoreJob::convertToBK2_old(void*& out) { return convertToBK2_old(out, "", 0); }
+int BKQRestoreJob::convertToBK2_old(void*& out) { return convertToBK2_old(out, bkoq::notGiven, 0); }
 
 int BKQRestoreJob::convertToBK2_old(void*& out, const char* tapeName,
                                     unsigned short sessionNumber) {
   return Steps::restoreJob(*this, out, tapeName, sessionNumber);
 }
 
-int BKQVerifyJob::convertToBK2_old(void*& out) { return convertToBK2_old(out, "", 0); }
+int BKQVerifyJob::convertToBK2_old(void*& out) { return convertToBK2_old(out, bkoq::notGiven, 0); }
 
 int BKQVerifyJob::convertToBK2_old(void*& out, const char* tapeName, unsigned short sessionNumber) {
   return Steps::verifyJob(*this, out, tapeName, sessionNumber);
 }
 
-int BKQCompareJob::convertToBK2_old(void*& out) { return convertToBK2_old(out, "", 0, ""); }
+int BKQCompareJob::convertToBK2_old(void*& out) { return convertToBK2_old(out, bkoq::notGiven, 0, bkoq::notGiven); }
 
 int BKQCompareJob::convertToBK2_old(void*& out, const char* overridePath) {
-  return convertToBK2_old(out, "", 0, overridePath);
+  return convertToBK2_old(out, bkoq::notGiven, 0, overridePath);
 }
 
 int BKQCompareJob::convertToBK2_old(void*& out, const char* tapeName,
                                     unsigned short sessionNumber) {
-  return convertToBK2_old(out, tapeName, sessionNumber, "");
+  return convertToBK2_old(out, tapeName, sessionNumber, bkoq::notGiven);
 }
 
 int BKQCompareJob::convertToBK2_old(void*& out, const char* tapeName, unsigned short sessionNumber,
@@ -59,13 +59,13 @@ int BKQCompareJob::convertToBK2_old(void*& out, const char* tapeName, unsigned s
   return Steps::compareJob(*this, out, tapeName, sessionNumber, overridePath);
 }
 
-int BKQMergeJob::convertToBK2_old(void*& out) { return convertToBK2_old(out, "", 0); }
+int BKQMergeJob::convertToBK2_old(void*& out) { return convertToBK2_old(out, bkoq::notGiven, 0); }
 
 int BKQMergeJob::convertToBK2_old(void*& out, const char* tapeName, unsigned short sessionNumber) {
   return Steps::mergeJob(*this, out, tapeName, sessionNumber);
 }
 
-int BKQScanJob::convertToBK2_old(void*& out) { return convertToBK2_old(out, "", 0); }
+int BKQScanJob::convertToBK2_old(void*& out) { return convertToBK2_old(out, bkoq::notGiven, 0); }
 
 int BKQScanJob::convertToBK2_old(void*& out, const char* tapeName, unsigned short sessionNumber) {
   return Steps::scanJob(*this, out, tapeName, sessionNumber);

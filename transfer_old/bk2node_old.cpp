@@ -19,10 +19,10 @@ void PreviousLayout::storeDomainAndAddress(Node& record, unsigned int nodeType, 
 
 int BKQNode::convertToBK2_old(void*& rec) { return Steps::node(*this, rec); }
 
-int BKQDiskNode::convertToBK2_old(void*& rec) { return convertToBK2_old(rec, ""); }
+int BKQDiskNode::convertToBK2_old(void*& rec) { return convertToBK2_old(rec, bkoq::notGiven); }
 
 int BKQDiskNode::convertToBK2_old(void*& rec, RWSlistCollectables& names) {
-  return convertToBK2_old(rec, names, "");
+  return convertToBK2_old(rec, names, bkoq::notGiven);
 }
 
 int BKQDiskNode::convertToBK2_old(void*& rec, const char* overridePath) {
@@ -46,7 +46,7 @@ int BKQRestoreNode::convertToBK2_old(void*& rec) { return Steps::restoreNode(*th
 
 int BKQDBRestoreNode::convertToBK2_old(void*& rec) { return Steps::dbRestoreNode(*this, rec); }
 
-int BKQTapeNode::convertToBK2_old(void*& rec) { return convertToBK2_old(rec, "", 0); }
+int BKQTapeNode::convertToBK2_old(void*& rec) { return convertToBK2_old(rec, bkoq::notGiven, 0); }
 
 int BKQTapeNode::convertToBK2_old(void*& rec, const char* tapeName, unsigned short sessionNumber) {
   return Steps::tapeNode(*this, rec, tapeName, sessionNumber);
