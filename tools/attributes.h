@@ -87,8 +87,8 @@ struct Attribute {
     recordedMost = highest;
     return *this;
   }
-  Attribute& shown(const char* json) {
-    sample = json;
+  Attribute& shown(std::string json) {
+    sample = std::move(json);
     return *this;
   }
 };

@@ -567,7 +567,7 @@ class CommandLine {
       list += (list.empty() ? "" : ", ") + each.kind;
     }
     sub.add_option("KIND", request_.kind, list)->type_name(kinds)->required();
-    flag(sub, "--all", request_.all, "with every object that can be in it");
+    flag(sub, "--all", request_.all, "with every kind of every object that can be in it");
   }
 
   // For packagers: made from this same description.

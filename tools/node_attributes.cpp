@@ -18,10 +18,10 @@ const std::vector<Word>& machineKinds() {
 }
 
 template <class Node>
-void describeNode(Table<Node>& t) {
+void describeNode(Table<Node>& t, const std::string& sampleName = "machine") {
   t.text("nodeName", &BKQNode::setNodeName, &BKQNode::getNodeName, "name of the machine")
       .required()
-      .shown("\"machine\"");
+      .shown(jsonText(sampleName));
   t.text("beforeNode", &BKQNode::setBeforeNode, &BKQNode::getBeforeNode,
          "command run before the node");
   t.text("afterNode", &BKQNode::setAfterNode, &BKQNode::getAfterNode, "command run after the node");
@@ -69,8 +69,8 @@ void describeFilters(Table<Node>& t) {
 }
 
 template <class Node>
-void describeMachine(Table<Node>& t) {
-  describeNode(t);
+void describeMachine(Table<Node>& t, const std::string& sampleName) {
+  describeNode(t, sampleName);
   describeNodeOS(t);
   describeNodeOptions(t, "options");
   describeFilters(t);
@@ -87,8 +87,8 @@ Node* makeNode(const Value& /*value*/) {
 template <class Node, class Describe>
 void addMachine(FamilyOf<BKQDiskNode>& family, const char* kind, const char* name,
                 const char* meaning, Describe describe) {
-  family.template add<Node>(kind, name, meaning, makeNode<Node>, [describe](Table<Node>& t) {
-    describeMachine(t);
+  family.template add<Node>(kind, name, meaning, makeNode<Node>, [kind, describe](Table<Node>& t) {
+    describeMachine(t, std::string(kind) + "1");
     describe(t);
   });
 }

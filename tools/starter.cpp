@@ -1,5 +1,6 @@
 #include "tools/starter.h"
 
+#include <set>
 #include <vector>
 
 #include "tools/reference.h"
@@ -29,22 +30,34 @@ std::string note(const Attribute& attribute) {
   return "  // " + text + "\n";
 }
 
+// The same text as a comment that shows no single attribute, but what could be there instead.
+std::string asComment(const std::string& text, const std::string& indent) {
+  std::string comment;
+  for (std::size_t begin = 0; begin < text.size();) {
+    const std::size_t end = text.find('\n', begin) + 1;
+    comment += indent + "//   " + text.substr(begin + indent.size(), end - begin - indent.size());
+    begin = end;
+  }
+  return comment;
+}
+
 // The comments come first: a comma is then after each line but the last, whichever of the comments
 // are taken in.
 class Starter {
  public:
   explicit Starter(bool hasAll) : hasAll_(hasAll) {}
 
-  std::string object(const Family& family, const ObjectClass& own, bool isKindShown,
-                     unsigned int level) const {
+  // What is in each kind of a list is shown within the first.
+  std::string object(const Family& family, const ObjectClass& own, bool isFirst,
+                     unsigned int level) {
     const std::string indent = indentOf(level + 1);
     std::string text = "{\n";
-    if (isKindShown) text += indent + member("kind", "\"" + own.kind + "\"") + ",\n";
+    if (!own.kind.empty()) text += indent + member("kind", "\"" + own.kind + "\"") + ",\n";
     // What is shown may decide what the rest is by itself.
     std::string given;
     std::vector<const Attribute*> shown;
     for (const Attribute& attribute : own.attributes) {
-      if (!isShown(attribute)) continue;
+      if (!isShown(attribute, isFirst)) continue;
       shown.push_back(&attribute);
       if (!isNested(attribute)) {
         given += (given.empty() ? "" : ", ") + member(attribute.key, attribute.sample);
@@ -55,7 +68,7 @@ class Starter {
     const bool isLastPlain = shown.empty();
     for (std::size_t i = 0; i < values.size(); ++i) {
       const Attribute& attribute = own.attributes[i];
-      if (isShown(attribute)) continue;
+      if (isShown(attribute, isFirst)) continue;
       const bool isLast = isLastPlain && i + 1 == values.size();
       text += indent + (isLast ? "" : "// ") + member(attribute.key, values[i]) +
               (isLast ? "" : ",") + note(attribute);
@@ -64,8 +77,12 @@ class Starter {
       const bool isLast = attribute == shown.back();
       if (isNested(*attribute)) {
         text += indent + note(*attribute).substr(2);
-        text += indent + member(attribute->key, nested(*attribute, level + 1)) +
-                (isLast ? "\n" : ",\n");
+        const std::string end = isLast ? "\n" : ",\n";
+        const std::vector<std::string> kinds = nested(*attribute, level + 1);
+        for (const std::string& kind : kinds) {
+          const std::string line = indent + member(attribute->key, kind) + end;
+          text += &kind == &kinds.front() ? line : indent + "// or\n" + asComment(line, indent);
+        }
       } else {
         text += indent + member(attribute->key, attribute->sample) + (isLast ? "" : ",") +
                 note(*attribute);
@@ -75,20 +92,31 @@ class Starter {
   }
 
  private:
-  bool isShown(const Attribute& attribute) const {
+  bool isShown(const Attribute& attribute, bool isFirst) const {
+    if (!isFirst && isNested(attribute) && met_.count(&attribute.family()) != 0) return false;
     return attribute.isRequired || !attribute.sample.empty() || (hasAll_ && isNested(attribute));
   }
 
-  std::string nested(const Attribute& attribute, unsigned int level) const {
+  // Of what all objects are wanted, each kind is shown once, where the first of its family is met:
+  // a list has one of each, and of a single object the others are alternatives.
+  std::vector<std::string> nested(const Attribute& attribute, unsigned int level) {
     const Family& family = attribute.family();
     const bool isList = attribute.shape == Shape::kObjects;
-    std::string text = object(family, family.classes.front(), !family.classes.front().kind.empty(),
-                              level + (isList ? 1 : 0));
-    if (!isList) return text;
-    return "[\n" + indentOf(level + 1) + text + "\n" + indentOf(level) + "]";
+    const bool isEachShown = hasAll_ && met_.insert(&family).second;
+    std::vector<std::string> kinds;
+    for (const ObjectClass& each : family.classes) {
+      kinds.push_back(object(family, each, kinds.empty(), level + (isList ? 1 : 0)));
+      if (!isEachShown) break;
+    }
+    if (!isList) return kinds;
+    const std::string indent = indentOf(level + 1);
+    std::string list;
+    for (const std::string& kind : kinds) list += (list.empty() ? "" : ",\n") + indent + kind;
+    return {"[\n" + list + "\n" + indentOf(level) + "]"};
   }
 
   bool hasAll_;
+  std::set<const Family*> met_{};
 };
 
 }  // namespace

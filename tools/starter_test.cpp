@@ -5,6 +5,9 @@
 #include <gtest/gtest.h>
 
 #include <cstddef>
+#include <map>
+#include <set>
+#include <sstream>
 #include <string>
 #include <utility>
 #include <vector>
@@ -79,11 +82,62 @@ TEST_P(Starters, NoLineOfAllObjectsChangesAnything) {
   expectNoLineChangesAnything(starterFile(*jobs().find(GetParam()), true));
 }
 
-TEST_P(Starters, AllObjectsAreThere) {
-  const std::string all = starterFile(*jobs().find(GetParam()), true);
-  for (const char* key : {"\"faxNumber\"", "\"execTime\"", "\"hostName\"", "\"queueName\""}) {
-    EXPECT_NE(all.find(key), std::string::npos) << key;
+// Every attribute that an object of that class, or one within it, can have.
+void collectKeys(const ObjectClass& own, std::set<const Family*>& met,
+                 std::set<std::string>& keys) {
+  for (const Attribute& attribute : own.attributes) {
+    keys.insert(attribute.key);
+    if (!attribute.family || !met.insert(&attribute.family()).second) continue;
+    for (const ObjectClass& part : attribute.family().classes) {
+      if (!part.kind.empty()) keys.insert("kind\": \"" + part.kind);
+      collectKeys(part, met, keys);
+    }
   }
+}
+
+TEST_P(Starters, EveryAttributeOfEveryObjectIsThere) {
+  const ObjectClass& kind = *jobs().find(GetParam());
+  std::set<const Family*> met;
+  std::set<std::string> keys;
+  collectKeys(kind, met, keys);
+  const std::string all = starterFile(kind, true);
+  for (const std::string& key : keys)
+    EXPECT_NE(all.find('"' + key + '"'), std::string::npos) << key;
+}
+
+// The file with one of its alternatives in the place of the object before them; empty when it has
+// not as many.
+std::string withAlternative(const std::string& starter, std::size_t wanted) {
+  std::istringstream lines(starter);
+  std::vector<std::string> taken;
+  std::map<std::string, std::size_t> begins;  // of the last object of each indent
+  std::size_t met = 0;
+  for (std::string line; std::getline(lines, line);) {
+    const std::string indent(line.find_first_not_of(' '), ' ');
+    if (line == indent + "// or") {
+      if (met++ == wanted) taken.resize(begins[indent]);
+    } else if (met == wanted + 1 && line.compare(indent.size(), 5, "//   ") == 0) {
+      taken.push_back(indent + line.substr(indent.size() + 5));
+    } else {
+      if (line.compare(indent.size(), 1, "\"") == 0 && line.back() == '{') {
+        begins[indent] = taken.size();
+      }
+      taken.push_back(line);
+    }
+  }
+  if (met <= wanted) return "";
+  std::string text;
+  for (const std::string& each : taken) text += each + '\n';
+  return text;
+}
+
+TEST_P(Starters, EachAlternativeCanTakeThePlaceOfTheFirstKind) {
+  const std::string all = starterFile(*jobs().find(GetParam()), true);
+  std::size_t alternatives = 0;
+  for (std::string text; !(text = withAlternative(all, alternatives)).empty(); ++alternatives) {
+    EXPECT_NE(flattenText(text).current.root(), nullptr) << text;
+  }
+  EXPECT_GT(alternatives, 0u);
 }
 
 }  // namespace
