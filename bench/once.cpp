@@ -1,8 +1,11 @@
 // One flattening, the only one of its process: bkoq_bench_once SHAPE ELEMENTS library|floor prints
-// the nanoseconds that it takes with the freeing of its tree.
+// the nanoseconds that it takes with the freeing of its tree, and how many pages it waits for.
+
+#include <sys/resource.h>
 
 #include <cstdio>
 #include <cstdlib>
+#include <optional>
 #include <string>
 
 #include "bench/floor.h"
@@ -23,35 +26,61 @@ extern "C" __attribute__((noinline, visibility("default"))) void* benchFlattenOn
 
 namespace {
 
-// The flattening alone, with its freeing. Both sides find the same heap, with the objects and the
-// plain structures in it. Negative when it fails.
-double timeOfFlattening(const Job& content, const std::string& side) {
-  Model model(content);
+struct Cost {
+  double nanoseconds = -1;  // negative when it fails
+  long pages = 0;
+};
+
+long pagesSoFar() {
+  rusage usage = {};
+  getrusage(RUSAGE_SELF, &usage);
+  return usage.ru_minflt;
+}
+
+// What the clocks themselves wait for at their first call is not the work's.
+template <class Work>
+Cost costOf(const Work& work) {
+  pagesSoFar();
+  processNanoseconds();
+  const long pages = pagesSoFar();
   const double start = processNanoseconds();
-  void* tree = benchFlattenOnce(model, content, side);
-  if (tree == nullptr) return -1;
-  freePlain(tree);
-  return processNanoseconds() - start;
+  if (!work()) return {};
+  const double end = processNanoseconds();
+  return {end - start, pagesSoFar() - pages};
+}
+
+// The flattening alone, with its freeing. Both sides find the same heap, with the objects and the
+// plain structures in it.
+Cost costOfFlattening(const Job& content, const std::string& side) {
+  Model model(content);
+  return costOf([&] {
+    void* tree = benchFlattenOnce(model, content, side);
+    if (tree == nullptr) return false;
+    freePlain(tree);
+    return true;
+  });
 }
 
 // All of a client's work, without the freeing of what it makes.
 template <class Make>
-double timeOfMaking(const Make& make) {
-  const double start = processNanoseconds();
-  const auto made = make();
-  return processNanoseconds() - start;
+Cost costOfMaking(const Make& make) {
+  std::optional<decltype(make())> made;
+  return costOf([&] {
+    made.emplace(make());
+    return true;
+  });
 }
 
-double timeOf(const Job& content, const std::string& side) {
+Cost costOfOne(const Job& content, const std::string& side) {
   if (side == "whole") {
-    return timeOfMaking([&] { return PlainTree(Model(content).flatten()); });
+    return costOfMaking([&] { return PlainTree(Model(content).flatten()); });
   }
-  if (side == "message" && hasMessages()) return timeOfMaking([&] { return packMessage(content); });
-  if (side == "builder") return timeOfMaking([&] { return packPlain(content); });
+  if (side == "message" && hasMessages()) return costOfMaking([&] { return packMessage(content); });
+  if (side == "builder") return costOfMaking([&] { return packPlain(content); });
   if (side == "library" || side == "floor" || side == "inplace") {
-    return timeOfFlattening(content, side);
+    return costOfFlattening(content, side);
   }
-  return -1;
+  return {};
 }
 
 }  // namespace
@@ -65,8 +94,8 @@ int main(int argc, char** argv) {
                  argv[0]);
     return EXIT_FAILURE;
   }
-  const double time = timeOf(content, argv[3]);
-  if (time < 0) return EXIT_FAILURE;
-  std::printf("%.0f\n", time);
+  const Cost cost = costOfOne(content, argv[3]);
+  if (cost.nanoseconds < 0) return EXIT_FAILURE;
+  std::printf("%.0f %ld\n", cost.nanoseconds, cost.pages);
   return EXIT_SUCCESS;
 }

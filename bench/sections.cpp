@@ -70,21 +70,30 @@ void measureSteady() {
 void measureFirst() {
   Table::section("library / floor, first: the only flattening of a fresh process");
   const std::string program = besideThis("bkoq_bench_once");
+  struct Cost {
+    double time;
+    double pages;
+  };
   std::vector<double> ratios;
+  std::vector<double> pagesOfTypical;
   for (const Workload& workload : workloadsOf({1000, 10000, 100000})) {
     const auto once = [&](const char* side) {
-      return std::atof(
-          outputOf({program, workload.shape, std::to_string(workload.elements), side}).c_str());
+      Cost cost = {};
+      const std::string output =
+          outputOf({program, workload.shape, std::to_string(workload.elements), side});
+      if (std::sscanf(output.c_str(), "%lf %lf", &cost.time, &cost.pages) != 2) std::abort();
+      return cost;
     };
     std::vector<double> rounds;
     std::vector<double> times;
     for (int i = 0; i < 15; ++i) {
       const bool libraryLeads = i % 2 == 0;
-      double time = libraryLeads ? once("library") : 0;
-      const double floorTime = once("floor");
-      if (!libraryLeads) time = once("library");
-      rounds.push_back(time / floorTime);
-      times.push_back(time);
+      Cost cost = libraryLeads ? once("library") : Cost();
+      const Cost floor = once("floor");
+      if (!libraryLeads) cost = once("library");
+      rounds.push_back(cost.time / floor.time);
+      times.push_back(cost.time);
+      if (workload.elements == 1) pagesOfTypical.push_back(cost.pages - floor.pages);
     }
     const Spread ratio = spreadOf(rounds);
     Table::row(workload.name(), ratio, nullptr,
@@ -92,6 +101,7 @@ void measureFirst() {
     ratios.push_back(ratio.median);
   }
   Table::row("geometric mean", geometricMean(ratios), &kFirst);
+  Table::row("typical job, page faults beyond the floor's", spreadOf(pagesOfTypical), &kNone);
 }
 
 void measureGrowth() {
