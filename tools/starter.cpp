@@ -81,7 +81,11 @@ class Starter {
         const std::vector<std::string> kinds = nested(*attribute, level + 1);
         for (const std::string& kind : kinds) {
           const std::string line = indent + member(attribute->key, kind) + end;
-          text += &kind == &kinds.front() ? line : indent + "// or\n" + asComment(line, indent);
+          if (&kind == &kinds.front()) {
+            text += line;
+          } else {
+            text.append(indent).append("// or\n").append(asComment(line, indent));
+          }
         }
       } else {
         text += indent + member(attribute->key, attribute->sample) + (isLast ? "" : ",") +
@@ -111,7 +115,9 @@ class Starter {
     if (!isList) return kinds;
     const std::string indent = indentOf(level + 1);
     std::string list;
-    for (const std::string& kind : kinds) list += (list.empty() ? "" : ",\n") + indent + kind;
+    for (const std::string& kind : kinds) {
+      list.append(list.empty() ? "" : ",\n").append(indent).append(kind);
+    }
     return {"[\n" + list + "\n" + indentOf(level) + "]"};
   }
 

@@ -147,7 +147,8 @@ void salvage(const Bytes& image, BkoqStatus read) {
                (status == BKOQ_BAD_IMAGE && size <= kHeader));
   if (status == BKOQ_OK) {
     FUZZ_REQUIRE((read == BKOQ_OK) == (salvage.doubts == 0) || read == BKOQ_NO_MEMORY);
-    use(root, layout);
+    // The tree of a good image is used as it was read.
+    if (takesAll(read != BKOQ_OK)) use(root, layout);
   }
 }
 
