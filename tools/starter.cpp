@@ -80,7 +80,8 @@ class Starter {
         const std::string end = isLast ? "\n" : ",\n";
         const std::vector<std::string> kinds = nested(*attribute, level + 1);
         for (const std::string& kind : kinds) {
-          const std::string line = indent + member(attribute->key, kind) + end;
+          std::string line = indent;
+          line.append(member(attribute->key, kind)).append(end);
           if (&kind == &kinds.front()) {
             text += line;
           } else {
