@@ -44,10 +44,8 @@ const FieldDef* namingField(const RecordDef& record) {
     default:
       return nullptr;
   }
-  for (const FieldDef& field : record) {
-    if (std::strcmp(field.name, name) == 0) return &field;
-  }
-  return nullptr;
+  return std::find_if(record.begin(), record.end(),
+                      [&](const FieldDef& field) { return std::strcmp(field.name, name) == 0; });
 }
 
 const char* nameIn(const RecordView& element, const FieldDef* naming) {

@@ -20,7 +20,6 @@ class Finding {
 
   // After failure: the part of the path up to which it is good, the part that fails, and where.
   enum class Failure { kNoField, kNoElement, kNoIndex, kNotAnArray, kNull, kNoFields, kSpelling };
-  Failure failure() const { return failure_; }
   std::string words(const char* path) const;
 
  private:

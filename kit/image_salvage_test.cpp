@@ -414,6 +414,29 @@ TEST(PrintAtFile, SaysWhatLiesAtAByteOfTheImage) {
   EXPECT_EQ(atFile(image, static_cast<std::uint32_t>(image.size())), "not found");
 }
 
+TEST(PrintAtFile, RefusesBadArguments) {
+  const CurrentTree job = currentJob(1);
+  const BkoqImagePlaces here{job.get(), 0};
+  const BkoqImagePlaces nowhere{};
+  struct Case {
+    const void* root;
+    BkoqLayout layout;
+    const BkoqImagePlaces* places;
+    BkoqSink sink;
+  };
+  const Case cases[] = {{nullptr, BKOQ_LAYOUT_CURRENT, &here, appendToString},
+                        {job.get(), static_cast<BkoqLayout>(2), &here, appendToString},
+                        {job.get(), BKOQ_LAYOUT_CURRENT, nullptr, appendToString},
+                        {job.get(), BKOQ_LAYOUT_CURRENT, &nowhere, appendToString},
+                        {job.get(), BKOQ_LAYOUT_CURRENT, &here, nullptr}};
+  for (const Case& each : cases) {
+    std::string text;
+    EXPECT_EQ(bkoqPrintAtFile(each.root, each.layout, 0, nullptr, each.places, each.sink, &text),
+              BKOQ_BAD_ARGUMENT);
+    EXPECT_EQ(text, "");
+  }
+}
+
 TEST(PrintAtFile, DoesNotTellTheLengthOfASecret) {
   const Bytes image = imageOf(currentBackup());
   const auto at =

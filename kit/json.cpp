@@ -115,8 +115,6 @@ void putPlainValue(Output& out, const FieldView& field, const Block& block, bool
     return;
   }
   switch (field.kind()) {
-    case FieldKind::kEmbedded:
-      return;
     case FieldKind::kReserved:
     case FieldKind::kByteList:
       out.put("[");

@@ -21,12 +21,10 @@ std::uint32_t countBlocks(const FieldView& field, const Block& block);
 std::uint32_t countBlocks(const RecordView& record) {
   std::uint32_t count = 0;
   forEachField(record, [&](const FieldView& field) {
-    const bool hasRecords = field.target() != nullptr;
-    if (hasRecords && field.def().kind == FieldKind::kEmbedded) {
-      count += countBlocks(field.elementAt(field.bytes()));
-    } else if (field.pointsSomewhere() && field.pointer() != nullptr) {
+    // Only the job embeds records, and it is in no other block.
+    if (field.pointsSomewhere() && field.pointer() != nullptr) {
       // How long a text is makes no difference to how many blocks there are.
-      count += hasRecords ? countBlocks(field, blockOf(field)) : 1;
+      count += field.target() != nullptr ? countBlocks(field, blockOf(field)) : 1;
     }
     return true;
   });

@@ -159,6 +159,34 @@ TEST(PrintJson, ListsRecordsOfOneName) {
 )"));
 }
 
+TEST(PrintJson, TellsWhatItCannotFollow) {
+  const CurrentTree job = currentJob(99);
+  auto* nodes = give<BKNODE>(job->ulNumSourceNodes, job->pSourceNodes, 2);
+  int somewhere = 0;
+  nodes[0].pMedia = &somewhere;
+  auto& filter = *give<BKFILTER_FILE>(nodes[0].ulFilterCount, nodes[0].pFilters, 1);
+  filter.usFilterType = 6;
+  filter.ulTimeUnits = 0x12345678;
+  BkoqPrintOptions options{};
+  const auto field = [&](BkoqFormat format, const char* name, int which) {
+    options.format = format;
+    const std::string all = printed(job, options);
+    std::size_t at = all.find(name);
+    for (int i = 0; i < which; ++i) at = all.find(name, at + 1);
+    return all.substr(at, all.find('\n', at) - at);
+  };
+  const std::string start = "pMedia\": {\"offset\": 40, \"width\": 4, \"kind\": \"opaque\", ";
+  EXPECT_EQ(field(BKOQ_FORMAT_JSON, "pMedia", 0), start + "\"value\": \"not followed\"},");
+  EXPECT_EQ(field(BKOQ_FORMAT_JSON, "pMedia", 1), start + "\"value\": null},");
+  EXPECT_EQ(
+      field(BKOQ_FORMAT_JSON, "ulOpaque8", 0),
+      "ulOpaque8\": {\"offset\": 8, \"width\": 4, \"kind\": \"opaque\", \"value\": 305419896, "
+      "\"hex\": \"0x12345678\"},");
+  EXPECT_EQ(field(BKOQ_FORMAT_PLAIN_JSON, "pMedia", 0), "pMedia\": null,");
+  EXPECT_EQ(field(BKOQ_FORMAT_PLAIN_JSON, "pMedia", 1), "pMedia\": null,");
+  EXPECT_EQ(field(BKOQ_FORMAT_PLAIN_JSON, "ulOpaque8", 0), "ulOpaque8\": 305419896,");
+}
+
 TEST(PrintJson, StopsAtADepth) {
   BkoqPrintOptions options = withoutZeros();
   options.format = BKOQ_FORMAT_JSON;

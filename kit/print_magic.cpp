@@ -1,3 +1,4 @@
+#include <algorithm>
 #include <string>
 
 #include "kit/image.h"
@@ -14,12 +15,10 @@ void putLine(Output& out, const char* level, std::uint32_t offset, const char* t
 }
 
 std::uint32_t placeOfJobType() {
-  for (const FieldDef& field : *recordDef(BKOQ_LAYOUT_CURRENT, RecordType::kJob)) {
-    if (field.words != nullptr && field.kind == FieldKind::kNumber) {
-      return kHeaderSize + field.offset;
-    }
-  }
-  return 0;
+  const RecordDef& job = *recordDef(BKOQ_LAYOUT_CURRENT, RecordType::kJob);
+  return kHeaderSize + std::find_if(job.begin(), job.end(), [](const FieldDef& field) {
+                         return field.words != nullptr && field.kind == FieldKind::kNumber;
+                       })->offset;
 }
 
 }  // namespace

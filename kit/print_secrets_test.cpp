@@ -68,11 +68,12 @@ BKDDISK pSourceNodes[0].pMedia[4]  #4+208
 TEST(Print, MasksEverythingAfterTheFirstColonOfCredentials) {
   const CurrentTree job = currentJob(20);
   auto& node = *give<BKNODE>(job->ulNumSourceNodes, job->pSourceNodes, 1);
-  auto* disks = give<BKDDISK>(node.ulMediaCount, node.pMedia, 4);
+  auto* disks = give<BKDDISK>(node.ulMediaCount, node.pMedia, 5);
   disks[0].pszDiskPW2 = texts({"u:SEC:RET", ""});
   disks[1].pszDiskPW2 = texts({":SECRET", ""});
   disks[2].pszDiskPW2 = texts({"u:", "S:E"});
   disks[3].pszDiskPW2 = texts({"u", ""});
+  disks[4].pszDiskPW2 = texts({"u\xff:SECRET", ""});  // no UTF-8
   const auto field = [&](unsigned int disk, BkoqFormat format) {
     BkoqPrintOptions options{};
     options.format = format;
@@ -86,6 +87,7 @@ TEST(Print, MasksEverythingAfterTheFirstColonOfCredentials) {
   EXPECT_EQ(field(1, BKOQ_FORMAT_TEXT), "pszDiskPW2        #5  \":********\", \"\"");
   EXPECT_EQ(field(2, BKOQ_FORMAT_TEXT), "pszDiskPW2        #6  \"u:********\", ********");
   EXPECT_EQ(field(3, BKOQ_FORMAT_TEXT), "pszDiskPW2        #7  \"u\", \"\"");
+  EXPECT_EQ(field(4, BKOQ_FORMAT_TEXT), "pszDiskPW2        #8  \"u\\xff:********\", \"\"");
   const std::string start =
       "pszDiskPW2\": {\"offset\": 36, \"width\": 4, \"kind\": \"two texts\", \"block\": ";
   const auto json = [&](unsigned int disk) {
@@ -97,6 +99,9 @@ TEST(Print, MasksEverythingAfterTheFirstColonOfCredentials) {
   EXPECT_EQ(json(1), "5, \"value\": [\":********\", \"\"], \"masked\": true},");
   EXPECT_EQ(json(2), "6, \"value\": [\"u:********\", \"********\"], \"masked\": true},");
   EXPECT_EQ(json(3), "7, \"size\": 3, \"value\": [\"u\", \"\"]},");
+  EXPECT_EQ(
+      json(4),
+      "8, \"value\": [{\"hex\": \"75 ff 3a\", \"rest\": \"********\"}, \"\"], \"masked\": true},");
 }
 
 TEST(Print, LetsNothingOfATextReachTheTerminalUnseen) {

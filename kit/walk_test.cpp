@@ -253,6 +253,24 @@ TEST(Walk, StopsWhenTheVisitorSaysSo) {
   }
 }
 
+TEST(Walk, NamesElementsByNumbersOfAnyLength) {
+  const CurrentTree job = currentJob(20);
+  give<BKNODE>(job->ulNumSourceNodes, job->pSourceNodes, 1101);
+  struct Search {
+    std::uint32_t next = 0;
+    static int visit(const BkoqVisit* visit, void* user) {
+      std::uint32_t& next = static_cast<Search*>(user)->next;
+      if (visit->event != BKOQ_RECORD_BEGIN || visit->depth != 1) return 0;
+      if (std::string(visit->path).compare(0, 12, "pSourceNodes") != 0) return 0;
+      EXPECT_EQ(visit->path, "pSourceNodes[" + std::to_string(next) + "]");
+      ++next;
+      return 0;
+    }
+  } search;
+  EXPECT_EQ(bkoqWalk(job.get(), BKOQ_LAYOUT_CURRENT, Search::visit, &search), BKOQ_OK);
+  EXPECT_EQ(search.next, 1101u);
+}
+
 TEST(Walk, RefusesBadArguments) {
   const CurrentTree job = currentJob(1);
   const BkoqVisitor visitor = [](const BkoqVisit*, void*) { return 0; };
@@ -271,6 +289,9 @@ TEST(Status, HasAText) {
       {BKOQ_NOT_FOUND, "not found"},
       {BKOQ_BAD_IMAGE, "the image is damaged"},
       {BKOQ_BAD_TREE, "the tree holds what cannot be told"},
+      {BKOQ_OTHER_LAYOUT, "the tree looks like one of the other layout"},
+      {static_cast<BkoqStatus>(9), "an unknown status"},
+      {static_cast<BkoqStatus>(-1), "an unknown status"},
   };
   for (const auto& each : cases) EXPECT_STREQ(bkoqStatusText(each.first), each.second);
 }

@@ -14,7 +14,7 @@ struct Position {
   unsigned int depth = 0;
 };
 
-// What a handler of a walk may leave out. The calls, in this order:
+// What a handler of a walk may leave out: all but field(). The calls, in this order:
 //   beginRecord(record, at); for each field: field(field, block, at), then what the field embeds or
 //   points to, then, if there is a block, endBlock(field, block, at); endRecord(record, at).
 // `at.path` names the record, or the field; `block` is what the field points to, its label 0 when
@@ -22,7 +22,6 @@ struct Position {
 // never looks at the block again.
 struct WalkHandler {
   bool beginRecord(const RecordView&, const Position&) { return true; }
-  bool field(const FieldView&, const Block&, const Position&) { return true; }
   void endBlock(const FieldView&, const Block&, const Position&) {}
   bool endRecord(const RecordView&, const Position&) { return true; }
 };

@@ -191,12 +191,6 @@ void Experiment::collect(const Family& family, const Value& value, const Value* 
   }
 }
 
-const GivenAttribute* Experiment::find(const std::string& path) const {
-  const auto found = std::find_if(attributes_.begin(), attributes_.end(),
-                                  [&](const GivenAttribute& given) { return given.path == path; });
-  return found == attributes_.end() ? nullptr : &*found;
-}
-
 Experiment::Base& Experiment::baseOf(BkoqLayout layout) {
   std::unique_ptr<Base>& base = bases_[indexOf(layout)];
   if (base == nullptr) {

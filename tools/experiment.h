@@ -68,8 +68,6 @@ class Experiment {
 
   const std::vector<GivenObject>& objects() const { return objects_; }
   const std::vector<GivenAttribute>& attributes() const { return attributes_; }
-  // Null when there is no such path.
-  const GivenAttribute* find(const std::string& path) const;
   Place placeOf(const GivenAttribute& given) const { return loaded_.document->placeOf(given.at); }
 
   bool succeeded(BkoqLayout layout);
