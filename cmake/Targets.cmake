@@ -55,6 +55,16 @@ function(bkoq_library_from_objects target)
   bkoq_library(${target})
 endfunction()
 
+# The sources of this folder are what a client waits for at each flattening: a fiftieth less with -O3.
+function(bkoq_optimize_folder library)
+  if(BKOQ_SANITIZE OR BKOQ_COVERAGE)
+    return()
+  endif()
+  bkoq_collect(sources ${CMAKE_CURRENT_SOURCE_DIR}/*.cpp)
+  set_source_files_properties(${sources} TARGET_DIRECTORY ${library}_objects PROPERTIES
+                              COMPILE_OPTIONS $<$<CONFIG:RelWithDebInfo,Release>:-O3>)
+endfunction()
+
 # Adds the sources of this folder to the library, and its unit tests to <library>_test, which sees
 # the library as a client does. Those named after INTERNAL_TESTS look inside and go to
 # <library>_internal_test.
