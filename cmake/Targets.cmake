@@ -7,6 +7,17 @@ function(bkoq_collect out)
   set(${out} "${sources}" PARENT_SCOPE)
 endfunction()
 
+# Counts what is executed of the targets of this folder. clang++'s counters are of the source: its
+# branches are the conditions that are written there. (g++ counts in every folder.)
+macro(bkoq_count_with_clang)
+  if(BKOQ_COVERAGE AND CMAKE_CXX_COMPILER_ID STREQUAL "Clang")
+    # Tests choose the environment of what they run, so the file is named here.
+    set(counting -fprofile-instr-generate=${PROJECT_BINARY_DIR}/counters/%m.profraw)
+    add_compile_options(${counting} -fcoverage-mapping)
+    add_link_options(${counting})
+  endif()
+endmacro()
+
 # Warnings, visibility and the include root of the project's own sources.
 function(bkoq_target target)
   target_compile_options(${target} PRIVATE -Wall -Wextra)
