@@ -42,7 +42,9 @@ int BKQVerifyJob::convertToBK2(void*& out, const char* tapeName, unsigned short 
   return Steps::verifyJob(*this, out, tapeName, sessionNumber);
 }
 
-int BKQCompareJob::convertToBK2(void*& out) { return convertToBK2(out, bkoq::notGiven, 0, bkoq::notGiven); }
+int BKQCompareJob::convertToBK2(void*& out) {
+  return convertToBK2(out, bkoq::notGiven, 0, bkoq::notGiven);
+}
 
 int BKQCompareJob::convertToBK2(void*& out, const char* overridePath) {
   return convertToBK2(out, bkoq::notGiven, 0, overridePath);

@@ -43,7 +43,9 @@ int BKQVerifyJob::convertToBK2_old(void*& out, const char* tapeName, unsigned sh
   return Steps::verifyJob(*this, out, tapeName, sessionNumber);
 }
 
-int BKQCompareJob::convertToBK2_old(void*& out) { return convertToBK2_old(out, bkoq::notGiven, 0, bkoq::notGiven); }
+int BKQCompareJob::convertToBK2_old(void*& out) {
+  return convertToBK2_old(out, bkoq::notGiven, 0, bkoq::notGiven);
+}
 
 int BKQCompareJob::convertToBK2_old(void*& out, const char* overridePath) {
   return convertToBK2_old(out, bkoq::notGiven, 0, overridePath);
