@@ -44,8 +44,10 @@ const FieldDef* namingField(const RecordDef& record) {
     default:
       return nullptr;
   }
-  return std::find_if(record.begin(), record.end(),
-                      [&](const FieldDef& field) { return std::strcmp(field.name, name) == 0; });
+  for (const FieldDef& field : record) {
+    if (std::strcmp(field.name, name) == 0) return &field;
+  }
+  return nullptr;
 }
 
 const char* nameIn(const RecordView& element, const FieldDef* naming) {
