@@ -123,12 +123,18 @@ struct Family {
                                             const std::string& json) const = 0;
 };
 
-// How one attribute of an object of that class is set from a job file.
+// What the setters of a class take: a base that it shares with those whose attributes it inherits.
 template <class Object>
+using RootOf =
+    std::conditional_t<std::is_base_of_v<RWCollectable, Object>, RWCollectable,
+                       std::conditional_t<std::is_base_of_v<BKQEMail, Object>, BKQEMail, Object>>;
+
+// How one attribute of an object is set from a job file.
+template <class Root>
 struct Setter {
-  std::function<void(Reader&, const Attribute&, Object&, const Value&)> read;
-  std::function<void(Object&)> setDefault;   // what is set when it is not given; may be empty
-  std::function<std::string(Object&)> show;  // what it has got, as JSON
+  std::function<void(Reader&, const Attribute&, Root&, const Value&)> read;
+  std::function<void(Root&)> setDefault;   // what is set when it is not given; may be empty
+  std::function<std::string(Root&)> show;  // what it has got, as JSON
 };
 
 template <class Object>
@@ -160,40 +166,32 @@ class FamilyOf : public Family {
     added.name = className;
     added.meaning = meaning;
     added.size = sizeof(Object);
-    std::vector<Setter<Object>> setters;
-    Table<Object> table(added.attributes, setters);
-    describe(table);
+    Maker maker;
+    maker.make = make;
+    describe(Table<Object>(added.attributes, maker.setters));
     classes.push_back(std::move(added));
-    shows_.push_back([setters](Part& part) {
-      std::vector<std::string> values;
-      for (const Setter<Object>& setter : setters) {
-        values.push_back(setter.show(dynamic_cast<Object&>(part)));
-      }
-      return values;
-    });
-    makers_.push_back(
-        [make, setters](Reader& reader, const Value& value, const WrittenObject& written) -> Part* {
-          Object* object = make(value);
-          for (std::size_t i = 0; i < setters.size(); ++i) {
-            const Attribute& attribute = written.own->attributes[i];
-            if (written.given[i] != nullptr) {
-              const Reader::Within within(reader, attribute.key);
-              setters[i].read(reader, attribute, *object, *written.given[i]);
-            } else if (attribute.isRequired) {
-              reportMissing(reader, attribute, value);
-            } else if (setters[i].setDefault) {
-              setters[i].setDefault(*object);
-            }
-          }
-          return object;
-        });
+    makers_.push_back(std::move(maker));
   }
 
   // A new object, or null when not even its class is known.
   Part* read(Reader& reader, const Value& value) const {
     const WrittenObject written = takeApart(reader, *this, value);
     if (written.own == nullptr) return nullptr;
-    return makers_[static_cast<std::size_t>(written.own - classes.data())](reader, value, written);
+    const Maker& maker = makerOf(*written.own);
+    std::unique_ptr<Part> part(maker.make(value));
+    for (std::size_t i = 0; i < maker.setters.size(); ++i) {
+      const Attribute& attribute = written.own->attributes[i];
+      const Setter<Root>& setter = maker.setters[i];
+      if (written.given[i] != nullptr) {
+        const Reader::Within within(reader, attribute.key);
+        setter.read(reader, attribute, *part, *written.given[i]);
+      } else if (attribute.isRequired) {
+        reportMissing(reader, attribute, value);
+      } else if (setter.setDefault) {
+        setter.setDefault(*part);
+      }
+    }
+    return part.release();
   }
   // The same for a part that its holder does not delete.
   Part* readKept(Reader& reader, const Value& value) const {
@@ -213,13 +211,22 @@ class FamilyOf : public Family {
     Kept kept;
     Reader reader(document, problems, kept);
     const std::unique_ptr<Part> part(read(reader, document.root()));
-    return shows_[static_cast<std::size_t>(&own - classes.data())](*part);
+    std::vector<std::string> values;
+    for (const Setter<Root>& setter : makerOf(own).setters) values.push_back(setter.show(*part));
+    return values;
   }
 
  private:
-  using Maker = std::function<Part*(Reader&, const Value&, const WrittenObject&)>;
-  std::vector<Maker> makers_;
-  std::vector<std::function<std::vector<std::string>(Part&)>> shows_;
+  using Root = RootOf<Part>;
+  struct Maker {
+    std::function<Part*(const Value&)> make;
+    std::vector<Setter<Root>> setters;
+  };
+  const Maker& makerOf(const ObjectClass& own) const {
+    return makers_[static_cast<std::size_t>(&own - classes.data())];
+  }
+
+  std::vector<Maker> makers_;  // one for each class
 };
 
 const FamilyOf<BKQJob>& jobs();
@@ -258,20 +265,25 @@ constexpr auto adopting(void (Object::*setter)(const Part&)) {
 }
 
 // Adds attributes of `Object` to a list. A setter is a member function, or a function that takes
-// the object first.
+// the object first. The table of a class can be filled as one of its base, so that attributes are
+// compiled once, for the class that has them.
 template <class Object>
 class Table {
+  using Root = RootOf<Object>;
+
  public:
-  Table(std::vector<Attribute>& list, std::vector<Setter<Object>>& setters)
+  Table(std::vector<Attribute>& list, std::vector<Setter<Root>>& setters)
       : list_(list), setters_(setters) {}
+  template <class Derived, class = std::enable_if_t<std::is_base_of_v<Object, Derived>>>
+  Table(const Table<Derived>& table) : list_(table.list_), setters_(table.setters_) {}
 
   template <class Set, class Get>
   Attribute& text(const char* key, Set set, Get get, const char* meaning) {
     return add(
         key, Shape::kText, meaning,
-        [set](Reader& reader, const Attribute&, Object& object, const Value& value) {
+        [set](Reader& reader, const Attribute&, Root& object, const Value& value) {
           std::string text;
-          if (reader.text(value, text)) std::invoke(set, object, text.c_str());
+          if (reader.text(value, text)) std::invoke(set, of(object), text.c_str());
         },
         showOf(get));
   }
@@ -282,10 +294,10 @@ class Table {
                          const char* meaning) {
     return add(
         key, Shape::kText, meaning,
-        [set, complaint](Reader& reader, const Attribute&, Object& object, const Value& value) {
+        [set, complaint](Reader& reader, const Attribute&, Root& object, const Value& value) {
           std::string text;
           if (!reader.text(value, text) || text.empty()) return;
-          if (std::invoke(set, object, text.c_str()) != 0) return;
+          if (std::invoke(set, of(object), text.c_str()) != 0) return;
           reader.problem(value, inQuotes(text) + " " + complaint);
         },
         showOf(get));
@@ -296,12 +308,12 @@ class Table {
   Attribute& texts(const char* key, Add addOne, const char* meaning) {
     return add(
         key, Shape::kTexts, meaning,
-        [addOne](Reader& reader, const Attribute&, Object& object, const Value& value) {
+        [addOne](Reader& reader, const Attribute&, Root& object, const Value& value) {
           for (const std::string& text : textsOf(reader, value, 0)) {
-            std::invoke(addOne, object, text.c_str());
+            std::invoke(addOne, of(object), text.c_str());
           }
         },
-        [](Object&) { return std::string("[]"); });
+        [](Root&) { return std::string("[]"); });
   }
 
   // A list of so many texts is set at once.
@@ -309,9 +321,9 @@ class Table {
   Attribute& texts(const char* key, std::size_t length, Set set, Get get, const char* meaning) {
     Attribute& attribute = add(
         key, Shape::kTexts, meaning,
-        [set](Reader& reader, const Attribute& self, Object& object, const Value& value) {
+        [set](Reader& reader, const Attribute& self, Root& object, const Value& value) {
           const std::vector<std::string> texts = textsOf(reader, value, self.length);
-          if (texts.size() == self.length) set(object, texts);
+          if (texts.size() == self.length) set(of(object), texts);
         },
         showOf(get));
     attribute.length = length;
@@ -322,12 +334,12 @@ class Table {
   Attribute& flag(const char* key, Set set, Get get, const char* meaning) {
     return add(
         key, Shape::kFlag, meaning,
-        [set](Reader& reader, const Attribute&, Object& object, const Value& value) {
+        [set](Reader& reader, const Attribute&, Root& object, const Value& value) {
           bool flag = false;
-          if (reader.flag(value, flag)) std::invoke(set, object, flag ? 1 : 0);
+          if (reader.flag(value, flag)) std::invoke(set, of(object), flag ? 1 : 0);
         },
-        [get](Object& object) {
-          return std::string(std::invoke(get, object) != 0 ? "true" : "false");
+        [get](Root& object) {
+          return std::string(std::invoke(get, of(object)) != 0 ? "true" : "false");
         });
   }
 
@@ -341,10 +353,10 @@ class Table {
   Attribute& number(const char* key, Set set, Get get, const char* meaning) {
     Attribute& attribute = add(
         key, Shape::kNumber, meaning,
-        [set](Reader& reader, const Attribute& self, Object& object, const Value& value) {
+        [set](Reader& reader, const Attribute& self, Root& object, const Value& value) {
           std::int64_t number = 0;
           if (reader.number(value, self.least, self.most, self.words, number)) {
-            set(object, static_cast<Number>(number));
+            set(of(object), static_cast<Number>(number));
           }
         },
         showOf(get));
@@ -357,7 +369,7 @@ class Table {
   Attribute& numbers(const char* key, std::size_t length, Set set, Get get, const char* meaning) {
     Attribute& attribute = add(
         key, Shape::kNumbers, meaning,
-        [set](Reader& reader, const Attribute& self, Object& object, const Value& value) {
+        [set](Reader& reader, const Attribute& self, Root& object, const Value& value) {
           const auto numbers = elements<Number>(
               reader, value, self.length, [&](const Value& element, Number& number) {
                 std::int64_t wide = 0;
@@ -365,7 +377,7 @@ class Table {
                 number = static_cast<Number>(wide);
                 return true;
               });
-          if (numbers.size() == self.length) set(object, numbers);
+          if (numbers.size() == self.length) set(of(object), numbers);
         },
         showOf(get));
     setRange<Number>(attribute);
@@ -377,9 +389,9 @@ class Table {
   Attribute& time(const char* key, Set set, Get get, const char* meaning) {
     return add(
         key, Shape::kTime, meaning,
-        [set](Reader& reader, const Attribute&, Object& object, const Value& value) {
+        [set](Reader& reader, const Attribute&, Root& object, const Value& value) {
           unsigned long seconds = 0;
-          if (reader.time(value, seconds)) std::invoke(set, object, RWCollectableTime(seconds));
+          if (reader.time(value, seconds)) std::invoke(set, of(object), RWCollectableTime(seconds));
         },
         showOf(get));
   }
@@ -389,7 +401,9 @@ class Table {
   Attribute& timeOrNow(const char* key, Set set, Get get, const char* meaning) {
     Attribute& attribute = time(key, set, get, meaning);
     attribute.isNowUnlessGiven = true;
-    setters_.back().setDefault = [set](Object& object) { std::invoke(set, object, commandTime()); };
+    setters_.back().setDefault = [set](Root& object) {
+      std::invoke(set, of(object), commandTime());
+    };
     return attribute;
   }
 
@@ -398,12 +412,12 @@ class Table {
   Attribute& times(const char* key, std::size_t length, Set set, Get get, const char* meaning) {
     Attribute& attribute = add(
         key, Shape::kTimes, meaning,
-        [set](Reader& reader, const Attribute& self, Object& object, const Value& value) {
+        [set](Reader& reader, const Attribute& self, Root& object, const Value& value) {
           const auto times = elements<unsigned long>(
               reader, value, self.length, [&](const Value& element, unsigned long& seconds) {
                 return reader.time(element, seconds);
               });
-          if (times.size() == self.length) set(object, times);
+          if (times.size() == self.length) set(of(object), times);
         },
         showOf(get));
     attribute.length = length;
@@ -414,9 +428,9 @@ class Table {
   Attribute& seconds(const char* key, Set set, Get get, const char* meaning) {
     return add(
         key, Shape::kSeconds, meaning,
-        [set](Reader& reader, const Attribute&, Object& object, const Value& value) {
+        [set](Reader& reader, const Attribute&, Root& object, const Value& value) {
           long seconds = 0;
-          if (reader.seconds(value, seconds)) std::invoke(set, object, seconds);
+          if (reader.seconds(value, seconds)) std::invoke(set, of(object), seconds);
         },
         showOf(get));
   }
@@ -445,20 +459,25 @@ class Table {
                    const char* meaning) {
     Attribute& attribute = add(
         key, Shape::kObjects, meaning,
-        [attach, family](Reader& reader, const Attribute&, Object& object, const Value& value) {
+        [attach, family](Reader& reader, const Attribute&, Root& object, const Value& value) {
           if (!reader.list(value, 0)) return;
           for (std::size_t i = 0; i < value.elements().size(); ++i) {
             const Reader::Within within(reader, i);
             Part* part = family().readKept(reader, value.elements()[i]);
-            if (part != nullptr) std::invoke(attach, object, *part);
+            if (part != nullptr) std::invoke(attach, of(object), *part);
           }
         },
-        [](Object&) { return std::string("[]"); });
+        [](Root&) { return std::string("[]"); });
     attribute.family = [family]() -> const Family& { return family(); };
     return attribute;
   }
 
  private:
+  template <class Derived>
+  friend class Table;
+
+  static Object& of(Root& object) { return static_cast<Object&>(object); }
+
   template <class Read, class Show>
   Attribute& add(const char* key, Shape shape, const char* meaning, Read read, Show show) {
     Attribute attribute;
@@ -476,20 +495,20 @@ class Table {
                   const char* meaning, Read read) {
     Attribute& attribute = add(
         key, Shape::kObject, meaning,
-        [attach, read, family](Reader& reader, const Attribute& self, Object& object,
+        [attach, read, family](Reader& reader, const Attribute& self, Root& object,
                                const Value& value) {
           if (value.type() == Value::Type::kNull && !self.isRequired) return;
           Part* part = read(family(), reader, value);
-          if (part != nullptr) std::invoke(attach, object, *part);
+          if (part != nullptr) std::invoke(attach, of(object), *part);
         },
-        [](Object&) { return std::string("null"); });
+        [](Root&) { return std::string("null"); });
     attribute.family = [family]() -> const Family& { return family(); };
     return attribute;
   }
 
   template <class Get>
   static auto showOf(Get get) {
-    return [get](Object& object) { return json(std::invoke(get, object)); };
+    return [get](Root& object) { return json(std::invoke(get, of(object))); };
   }
   template <class Shown>
   static std::string json(const Shown& shown) {
@@ -535,7 +554,7 @@ class Table {
   }
 
   std::vector<Attribute>& list_;
-  std::vector<Setter<Object>>& setters_;
+  std::vector<Setter<Root>>& setters_;
 };
 
 }  // namespace bkoq::tool

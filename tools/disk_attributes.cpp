@@ -7,7 +7,7 @@ const FamilyOf<BKQDiskItem>& diskItems() {
     FamilyOf<BKQDiskItem> items("disk item");
     items.add<BKQDiskItem>(
         "", "BKQDiskItem", "one path on a disk", [](const Value&) { return new BKQDiskItem; },
-        [](Table<BKQDiskItem>& t) {
+        [](Table<BKQDiskItem> t) {
           t.text("path", &BKQDiskItem::setPath, &BKQDiskItem::getPath,
                  "path, on UNIX machines below the disk's name")
               .shown("\"/home\"");
@@ -29,7 +29,7 @@ const FamilyOf<BKQDisk>& disks() {
     FamilyOf<BKQDisk> disks("disk");
     disks.add<BKQDisk>(
         "", "BKQDisk", "a disk of a machine", [](const Value&) { return new BKQDisk; },
-        [](Table<BKQDisk>& t) {
+        [](Table<BKQDisk> t) {
           t.text("diskName", &BKQDisk::setDiskName, &BKQDisk::getDiskName,
                  "drive, volume or file system")
               .shown("\"/\"");

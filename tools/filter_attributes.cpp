@@ -9,8 +9,7 @@ const std::vector<Word>& selections() {
   return words;
 }
 
-template <class Filter>
-void describeFilter(Table<Filter>& t) {
+void describeFilter(Table<BKQFilter> t) {
   t.number("inclExcl", &BKQFilter::setInclExcl, &BKQFilter::getInclExcl,
            "whether what it selects is taken")
       .upTo(0xFFFF)
@@ -19,14 +18,13 @@ void describeFilter(Table<Filter>& t) {
 }
 
 template <class Filter>
-void describePattern(Table<Filter>& t) {
+void describePattern(Table<Filter> t) {
   describeFilter(t);
   t.text("filterString", &Filter::setFilterString, &Filter::getFilterString, "the pattern")
       .shown("\"*.tmp\"");
 }
 
-template <class Filter>
-void describeTime(Table<Filter>& t) {
+void describeTime(Table<BKQTimeFilter> t) {
   describeFilter(t);
   t.number("trAttribute", &BKQTimeFilter::setTRattribute, &BKQTimeFilter::getTRattribute,
            "the server's code of the time stamp tested")
@@ -57,7 +55,7 @@ const FamilyOf<BKQFilter>& filters() {
                                  makePlain<BKQVolumeFilter>, describePattern<BKQVolumeFilter>);
     filters.add<BKQAttributeFilter>(
         "attribute", "BKQAttributeFilter", "files by their attribute bits",
-        makePlain<BKQAttributeFilter>, [](Table<BKQAttributeFilter>& t) {
+        makePlain<BKQAttributeFilter>, [](Table<BKQAttributeFilter> t) {
           describeFilter(t);
           t.number("attributes", &BKQAttributeFilter::setAttributes,
                    &BKQAttributeFilter::getAttributes, "the server's bits")
@@ -65,7 +63,7 @@ const FamilyOf<BKQFilter>& filters() {
         });
     filters.add<BKQBeforeTimeFilter>(
         "beforeTime", "BKQBeforeTimeFilter", "files with a time stamp before a bound",
-        makeTime<BKQBeforeTimeFilter>, [](Table<BKQBeforeTimeFilter>& t) {
+        makeTime<BKQBeforeTimeFilter>, [](Table<BKQBeforeTimeFilter> t) {
           describeTime(t);
           t.timeOrNow("time", &BKQBeforeTimeFilter::setTime, &BKQBeforeTimeFilter::getTime,
                       "the bound")
@@ -73,7 +71,7 @@ const FamilyOf<BKQFilter>& filters() {
         });
     filters.add<BKQAfterTimeFilter>("afterTime", "BKQAfterTimeFilter",
                                     "files with a time stamp after a bound",
-                                    makeTime<BKQAfterTimeFilter>, [](Table<BKQAfterTimeFilter>& t) {
+                                    makeTime<BKQAfterTimeFilter>, [](Table<BKQAfterTimeFilter> t) {
                                       describeTime(t);
                                       t.timeOrNow("time", &BKQAfterTimeFilter::setTime,
                                                   &BKQAfterTimeFilter::getTime, "the bound")
@@ -81,7 +79,7 @@ const FamilyOf<BKQFilter>& filters() {
                                     });
     filters.add<BKQBetweenTimeFilter>(
         "betweenTime", "BKQBetweenTimeFilter", "files with a time stamp between bounds",
-        makeTime<BKQBetweenTimeFilter>, [](Table<BKQBetweenTimeFilter>& t) {
+        makeTime<BKQBetweenTimeFilter>, [](Table<BKQBetweenTimeFilter> t) {
           describeTime(t);
           t.timeOrNow("startTime", &BKQBetweenTimeFilter::setStartTime,
                       &BKQBetweenTimeFilter::getStartTime, "the first bound")
@@ -92,7 +90,7 @@ const FamilyOf<BKQFilter>& filters() {
         });
     filters.add<BKQWithinTimeFilter>(
         "withinTime", "BKQWithinTimeFilter", "files with a time stamp within a span",
-        makeTime<BKQWithinTimeFilter>, [](Table<BKQWithinTimeFilter>& t) {
+        makeTime<BKQWithinTimeFilter>, [](Table<BKQWithinTimeFilter> t) {
           describeTime(t);
           t.number("timeUnits", &BKQWithinTimeFilter::setTimeUnits,
                    &BKQWithinTimeFilter::getTimeUnits, "length of the span")
@@ -111,7 +109,7 @@ const FamilyOf<BKQGroom>& grooms() {
     FamilyOf<BKQGroom> grooms("groom");
     grooms.add<BKQGroom>(
         "", "BKQGroom", "how long files are kept", [](const Value&) { return new BKQGroom; },
-        [](Table<BKQGroom>& t) {
+        [](Table<BKQGroom> t) {
           t.number("months", &BKQGroom::setMonths, &BKQGroom::getMonths, "months to keep")
               .unrecorded();
           t.number("copies", &BKQGroom::setCopies, &BKQGroom::getCopies, "copies to keep")

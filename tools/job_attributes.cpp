@@ -17,17 +17,16 @@ Job* makeUnnamed(const Value& /*value*/) {
   return new Job;
 }
 
-template <class Job>
-void describeName(Table<Job>& t) {
+void describeName(Table<BKQJob> t) {
   t.text(
-       "jobName", [](Job&, const char*) {}, &BKQJob::getJobName, "name of the job")
+       "jobName", [](BKQJob&, const char*) {}, &BKQJob::getJobName, "name of the job")
       .unrecorded()
       .required()
       .shown("\"nightly\"");
 }
 
-template <class Job>
-void describeJob(Table<Job>& t) {
+// A job without nodes has no tapes either.
+void describeJob(Table<BKQJob> t, bool hasTapes = true) {
   t.number("jobID", &BKQJob::setJobID, &BKQJob::getJobID, "number of the job").unrecorded();
   t.number("jobNumber", &BKQJob::setJobNumber, &BKQJob::getJobNumber, "number of the instance")
       .unrecorded();
@@ -45,16 +44,14 @@ void describeJob(Table<Job>& t) {
   t.number("onExitCode", &BKQJob::setOnExitCode, &BKQJob::getOnExitCode,
            "exit code of that command to act on")
       .unrecorded();
-  // Both go with tapes, which a job without nodes has not.
-  constexpr bool kHasTapes = !std::is_same_v<Job, BKQJob>;
   t.number("newTapeTimeout", &BKQJob::setNewTapeTimeout, &BKQJob::getNewTapeTimeout,
            "how long the server waits for a new tape")
-      .isRecorded = kHasTapes;
+      .isRecorded = hasTapes;
   t.number("spanTapeTimeout", &BKQJob::setSpanTapeTimeout, &BKQJob::getSpanTapeTimeout,
            "how long the server waits for a tape to go on with")
-      .isRecorded = kHasTapes;
+      .isRecorded = hasTapes;
   t.text(
-       "jobVersion", [](Job& job, const char* text) { job.setJobVersion(text); },
+       "jobVersion", [](BKQJob& job, const char* text) { job.setJobVersion(text); },
        &BKQJob::getJobVersion, "version of the job")
       .unrecorded();
   t.text("host", &BKQJob::setHost, &BKQJob::getHost, "the server").shown("\"backup1\"");
@@ -78,11 +75,11 @@ void describeJob(Table<Job>& t) {
   t.text("fileName", &BKQJob::setFileName, &BKQJob::getFileName, "file of the job").unrecorded();
   t.text("poolName", &BKQJob::setPoolName, &BKQJob::getPoolName, "media pool").unrecorded();
   t.flag(
-       "snmp", [](Job& job, int on) { on != 0 ? job.setSNMPOn() : job.setSNMPOff(); },
+       "snmp", [](BKQJob& job, int on) { on != 0 ? job.setSNMPOn() : job.setSNMPOff(); },
        &BKQJob::SNMPOn, "whether SNMP is told")
       .unrecorded();
   t.flag(
-       "ovix", [](Job& job, int on) { on != 0 ? job.setOvixOn() : job.setOvixOff(); },
+       "ovix", [](BKQJob& job, int on) { on != 0 ? job.setOvixOn() : job.setOvixOff(); },
        &BKQJob::OvixOn, "whether Ovix is told")
       .unrecorded();
   t.text("scriptUserID",
@@ -104,17 +101,13 @@ void describeJob(Table<Job>& t) {
 
 // The job's own setSchedule() takes the classes that suit it.
 template <class Schedule, class Job>
-void describeSchedule(Table<Job>& t, const FamilyOf<Schedule>& (*family)()) {
+void describeSchedule(Table<Job> t, const FamilyOf<Schedule>& (*family)()) {
   t.adopted(
       "schedule", family, [](Job& job, Schedule& schedule) { job.setSchedule(schedule); },
       "when it runs");
 }
 
-template <class Schedule, class Job>
-void describeBackup(Table<Job>& t, const FamilyOf<Schedule>& (*schedules)()) {
-  describeName(t);
-  describeJob(t);
-  describeSchedule(t, schedules);
+void describeBackupOnly(Table<BKQBackupJob> t) {
   t.number("maxThreads", &BKQBackupJob::setMaxThreads, &BKQBackupJob::getMaxThreads,
            "threads at most")
       .unrecorded();
@@ -122,11 +115,11 @@ void describeBackup(Table<Job>& t, const FamilyOf<Schedule>& (*schedules)()) {
          "password of every disk without its own");
   t.flag(
       "encryption",
-      [](Job& job, int on) { on != 0 ? job.setEncryptionOn() : job.setEncryptionOff(); },
+      [](BKQBackupJob& job, int on) { on != 0 ? job.setEncryptionOn() : job.setEncryptionOff(); },
       &BKQBackupJob::encryptionOn, "adds 0x4000 to the options of every disk");
   t.flag(
       "compression",
-      [](Job& job, int on) { on != 0 ? job.setCompressionOn() : job.setCompressionOff(); },
+      [](BKQBackupJob& job, int on) { on != 0 ? job.setCompressionOn() : job.setCompressionOff(); },
       &BKQBackupJob::compressionOn, "adds 0x2000 to the options of every disk");
   t.number("tapeMethod", &BKQBackupJob::setTapeMethod, &BKQBackupJob::getTapeMethod,
            "the server's code, for every tape")
@@ -142,13 +135,20 @@ void describeBackup(Table<Job>& t, const FamilyOf<Schedule>& (*schedules)()) {
   t.adopted("destination", tapeNodes, &BKQBackupJob::setDestination, "where it goes").shown("{}");
 }
 
-template <class Job>
-void describeTapeSources(Table<Job>& t) {
-  t.parts("sourceNodes", tapeNodes, &Job::addSourceNode, "the tapes to read").shown("[]");
+template <class Schedule, class Job>
+void describeBackup(Table<Job> t, const FamilyOf<Schedule>& (*schedules)()) {
+  describeName(t);
+  describeJob(t);
+  describeSchedule(t, schedules);
+  describeBackupOnly(t);
 }
 
 template <class Job>
-void describeRestore(Table<Job>& t) {
+void describeTapeSources(Table<Job> t) {
+  t.parts("sourceNodes", tapeNodes, &Job::addSourceNode, "the tapes to read").shown("[]");
+}
+
+void describeRestore(Table<BKQRestoreJob> t) {
   describeName(t);
   describeJob(t);
   describeSchedule(t, schedules);
@@ -165,8 +165,7 @@ void describeRestore(Table<Job>& t) {
   t.parts("destNodes", restoreNodes, &BKQRestoreJob::addDestNode, "where it goes").shown("[]");
 }
 
-template <class Job>
-void describeVerify(Table<Job>& t) {
+void describeVerify(Table<BKQVerifyJob> t) {
   describeName(t);
   describeJob(t);
   describeSchedule(t, schedules);
@@ -181,46 +180,46 @@ const FamilyOf<BKQJob>& jobs() {
   static const FamilyOf<BKQJob> family = [] {
     FamilyOf<BKQJob> jobs("job");
     jobs.add<BKQJob>("job", "BKQJob", "a job without nodes", makeNamed<BKQJob>,
-                     [](Table<BKQJob>& t) {
+                     [](Table<BKQJob> t) {
                        describeName(t);
-                       describeJob(t);
+                       describeJob(t, false);
                        describeSchedule(t, schedules);
                      });
     jobs.add<BKQBackupJob>("backup", "BKQBackupJob", "a backup", makeNamed<BKQBackupJob>,
-                           [](Table<BKQBackupJob>& t) { describeBackup(t, schedules); });
+                           [](Table<BKQBackupJob> t) { describeBackup(t, schedules); });
     jobs.add<BKQCruiseBackupJob>(
         "cruiseBackup", "BKQCruiseBackupJob", "a backup on a grandfather-father-son rotation",
         makeNamed<BKQCruiseBackupJob>,
-        [](Table<BKQCruiseBackupJob>& t) { describeBackup(t, cruiseSchedules); });
+        [](Table<BKQCruiseBackupJob> t) { describeBackup(t, cruiseSchedules); });
     jobs.add<BKQRotationBackupJob>(
         "rotationBackup", "BKQRotationBackupJob", "a backup on a media rotation",
         makeNamed<BKQRotationBackupJob>,
-        [](Table<BKQRotationBackupJob>& t) { describeBackup(t, rotationSchedules); });
+        [](Table<BKQRotationBackupJob> t) { describeBackup(t, rotationSchedules); });
     jobs.add<BKQCruiseMakeupJob>(
         "cruiseMakeup", "BKQCruiseMakeupJob",
         "a makeup of a backup on a grandfather-father-son rotation", makeNamed<BKQCruiseMakeupJob>,
-        [](Table<BKQCruiseMakeupJob>& t) { describeBackup(t, cruiseSchedules); });
+        [](Table<BKQCruiseMakeupJob> t) { describeBackup(t, cruiseSchedules); });
     jobs.add<BKQRotationMakeupJob>(
         "rotationMakeup", "BKQRotationMakeupJob", "a makeup of a backup on a media rotation",
         makeNamed<BKQRotationMakeupJob>,
-        [](Table<BKQRotationMakeupJob>& t) { describeBackup(t, rotationSchedules); });
+        [](Table<BKQRotationMakeupJob> t) { describeBackup(t, rotationSchedules); });
     jobs.add<BKQCustomBackupJob>(
         "customBackup", "BKQCustomBackupJob", "a backup on a custom schedule",
         makeNamed<BKQCustomBackupJob>,
-        [](Table<BKQCustomBackupJob>& t) { describeBackup(t, customSchedules); });
+        [](Table<BKQCustomBackupJob> t) { describeBackup(t, customSchedules); });
     jobs.add<BKQDatabaseBackupJob>(
         "databaseBackup", "BKQDatabaseBackupJob", "a backup of databases",
         makeNamed<BKQDatabaseBackupJob>,
-        [](Table<BKQDatabaseBackupJob>& t) { describeBackup(t, schedules); });
+        [](Table<BKQDatabaseBackupJob> t) { describeBackup(t, schedules); });
     jobs.add<BKQRestoreJob>("restore", "BKQRestoreJob", "a restore", makeNamed<BKQRestoreJob>,
-                            describeRestore<BKQRestoreJob>);
+                            describeRestore);
     jobs.add<BKQDatabaseRestoreJob>("databaseRestore", "BKQDatabaseRestoreJob",
                                     "a restore of databases", makeNamed<BKQDatabaseRestoreJob>,
-                                    describeRestore<BKQDatabaseRestoreJob>);
+                                    describeRestore);
     jobs.add<BKQVerifyJob>("verify", "BKQVerifyJob", "reads tapes to verify them",
-                           makeNamed<BKQVerifyJob>, describeVerify<BKQVerifyJob>);
+                           makeNamed<BKQVerifyJob>, describeVerify);
     jobs.add<BKQCompareJob>("compare", "BKQCompareJob", "compares tapes with a machine",
-                            makeNamed<BKQCompareJob>, [](Table<BKQCompareJob>& t) {
+                            makeNamed<BKQCompareJob>, [](Table<BKQCompareJob> t) {
                               describeVerify(t);
                               t.adopted("destination", machines, &BKQCompareJob::setDestination,
                                         "the machine")
@@ -229,7 +228,7 @@ const FamilyOf<BKQJob>& jobs() {
                             });
     jobs.add<BKQMergeJob>(
         "merge", "BKQMergeJob", "merges tape sessions into a machine's database",
-        makeUnnamed<BKQMergeJob>, [](Table<BKQMergeJob>& t) {
+        makeUnnamed<BKQMergeJob>, [](Table<BKQMergeJob> t) {
           describeJob(t);
           describeSchedule(t, schedules);
           t.numbers<unsigned short>(
@@ -265,7 +264,7 @@ const FamilyOf<BKQJob>& jobs() {
         });
     jobs.add<BKQScanJob>(
         "scan", "BKQScanJob", "scans tape sessions", makeUnnamed<BKQScanJob>,
-        [](Table<BKQScanJob>& t) {
+        [](Table<BKQScanJob> t) {
           describeJob(t);
           describeSchedule(t, schedules);
           t.numbers<unsigned short>(

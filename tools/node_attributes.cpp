@@ -17,8 +17,11 @@ const std::vector<Word>& machineKinds() {
   return words;
 }
 
-template <class Node>
-void describeNode(Table<Node>& t, const std::string& sampleName = "machine") {
+// An NDS tree is found by its domain, in both layouts.
+enum class FoundBy : bool { kAddress, kDomain };
+
+void describeNode(Table<BKQNode> t, const std::string& sampleName = "machine",
+                  FoundBy foundBy = FoundBy::kAddress) {
   t.text("nodeName", &BKQNode::setNodeName, &BKQNode::getNodeName, "name of the machine")
       .required()
       .shown(jsonText(sampleName));
@@ -31,12 +34,10 @@ void describeNode(Table<Node>& t, const std::string& sampleName = "machine") {
          "version of the operating system");
   Attribute& address =
       t.text("nodeAddress", &BKQNode::setNodeAddress, &BKQNode::getNodeAddress, "address");
-  // An NDS tree is found by its domain, in both layouts.
-  constexpr bool kIsTree = std::is_same_v<Node, BKQNDSNode>;
-  if (kIsTree) address.carriedOnlyIn("current");
+  if (foundBy == FoundBy::kDomain) address.carriedOnlyIn("current");
   Attribute& domain =
       t.text("nodeDomain", &BKQNode::setNodeDomain, &BKQNode::getNodeDomain, "domain");
-  if (!kIsTree) domain.carriedOnlyIn("current");
+  if (foundBy == FoundBy::kAddress) domain.carriedOnlyIn("current");
   t.text("userName", &BKQNode::setUserName, &BKQNode::getUserName, "account");
   t.text("password", &BKQNode::setPassword, &BKQNode::getPassword, "password");
   t.number("priority", &BKQNode::setPriority, &BKQNode::getPriority,
@@ -49,34 +50,28 @@ void describeNode(Table<Node>& t, const std::string& sampleName = "machine") {
 }
 
 // The node's own word; a database restore node has another of that name.
-template <class Node>
-void describeNodeOptions(Table<Node>& t, const char* key) {
-  t.template number<unsigned int>(
-      key, [](Node& node, unsigned int bits) { node.BKQNode::setOptions(bits); },
-      [](Node& node) { return node.BKQNode::getOptions(); }, "option bits");
+void describeNodeOptions(Table<BKQNode> t, const char* key) {
+  t.number(key, &BKQNode::setOptions, &BKQNode::getOptions, "option bits");
 }
 
-template <class Node>
-void describeNodeOS(Table<Node>& t) {
+void describeNodeOS(Table<BKQNode> t) {
   t.number("nodeOS", &BKQNode::setNodeOS, &BKQNode::getNodeOS,
            "operating-system code; its default depends on the kind")
       .upTo(0xFFFF);
 }
 
-template <class Node>
-void describeFilters(Table<Node>& t) {
+void describeFilters(Table<BKQNode> t) {
   t.parts("filters", filters, &BKQNode::addFilter, "filters of this node");
 }
 
-template <class Node>
-void describeMachine(Table<Node>& t, const std::string& sampleName) {
-  describeNode(t, sampleName);
+void describeMachine(Table<BKQDiskNode> t, const std::string& sampleName, FoundBy foundBy) {
+  describeNode(t, sampleName, foundBy);
   describeNodeOS(t);
   describeNodeOptions(t, "options");
   describeFilters(t);
   t.kept("groomInfo", grooms, &BKQDiskNode::setGroomInfo, "how long files are kept").unrecorded();
   Attribute& own = t.parts("disks", disks, &BKQDiskNode::addDisk, "its disks").shown("[]");
-  if (std::is_same_v<Node, BKQNDSNode>) own.unrecorded();
+  if (foundBy == FoundBy::kDomain) own.unrecorded();
 }
 
 template <class Node>
@@ -87,8 +82,9 @@ Node* makeNode(const Value& /*value*/) {
 template <class Node, class Describe>
 void addMachine(FamilyOf<BKQDiskNode>& family, const char* kind, const char* name,
                 const char* meaning, Describe describe) {
-  family.template add<Node>(kind, name, meaning, makeNode<Node>, [kind, describe](Table<Node>& t) {
-    describeMachine(t, std::string(kind) + "1");
+  family.template add<Node>(kind, name, meaning, makeNode<Node>, [kind, describe](Table<Node> t) {
+    describeMachine(t, std::string(kind) + "1",
+                    std::is_same_v<Node, BKQNDSNode> ? FoundBy::kDomain : FoundBy::kAddress);
     describe(t);
   });
 }
@@ -96,11 +92,10 @@ void addMachine(FamilyOf<BKQDiskNode>& family, const char* kind, const char* nam
 template <class Node>
 void addMachine(FamilyOf<BKQDiskNode>& family, const char* kind, const char* name,
                 const char* meaning) {
-  addMachine<Node>(family, kind, name, meaning, [](Table<Node>&) {});
+  addMachine<Node>(family, kind, name, meaning, [](Table<Node>) {});
 }
 
-template <class Node>
-void describeRestoreNode(Table<Node>& t) {
+void describeRestoreNode(Table<BKQRestoreNode> t) {
   describeNode(t);
   // Also sets the operating-system code, so that comes after it.
   t.number("actualNodeType", &BKQRestoreNode::setActualNodeType, &BKQRestoreNode::getActualNodeType,
@@ -123,7 +118,7 @@ const FamilyOf<BKQDiskNode>& machines() {
   static const FamilyOf<BKQDiskNode> family = [] {
     FamilyOf<BKQDiskNode> machines("node");
     addMachine<BKQUnixNode>(
-        machines, "unix", "BKQUnixNode", "a UNIX machine", [](Table<BKQUnixNode>& t) {
+        machines, "unix", "BKQUnixNode", "a UNIX machine", [](Table<BKQUnixNode> t) {
           t.number("unixOptions", &BKQUnixNode::setUnixOptions, &BKQUnixNode::getUnixOptions,
                    "bits added to the options of every disk");
         });
@@ -137,7 +132,7 @@ const FamilyOf<BKQDiskNode>& machines() {
                            "an NDS tree, whose disks are not recorded");
     addMachine<BKQFTPNode>(machines, "ftp", "BKQFTPNode", "an FTP server");
     addMachine<BKQSybaseNode>(machines, "sybase", "BKQSybaseNode", "a Sybase server",
-                              [](Table<BKQSybaseNode>& t) {
+                              [](Table<BKQSybaseNode> t) {
                                 t.number("sybaseOptions", &BKQSybaseNode::setSybaseOptions,
                                          &BKQSybaseNode::getSybaseOptions, "option bits")
                                     .unrecorded();
@@ -149,19 +144,19 @@ const FamilyOf<BKQDiskNode>& machines() {
                                     .unrecorded();
                               });
     addMachine<BKQOracleNode>(machines, "oracle", "BKQOracleNode", "an Oracle server",
-                              [](Table<BKQOracleNode>& t) {
+                              [](Table<BKQOracleNode> t) {
                                 t.number("oracleOptions", &BKQOracleNode::setOracleOptions,
                                          &BKQOracleNode::getOracleOptions, "option bits")
                                     .unrecorded();
                               });
     addMachine<BKQInformixNode>(machines, "informix", "BKQInformixNode", "an Informix server",
-                                [](Table<BKQInformixNode>& t) {
+                                [](Table<BKQInformixNode> t) {
                                   t.number("informixOptions", &BKQInformixNode::setInformixOptions,
                                            &BKQInformixNode::getInformixOptions, "option bits")
                                       .unrecorded();
                                 });
     addMachine<BKQSnapShotNode>(machines, "snapShot", "BKQSnapShotNode",
-                                "a machine read through a snapshot", [](Table<BKQSnapShotNode>& t) {
+                                "a machine read through a snapshot", [](Table<BKQSnapShotNode> t) {
                                   t.number("snapShotOptions", &BKQSnapShotNode::setSnapShotOptions,
                                            &BKQSnapShotNode::getSnapShotOptions, "option bits")
                                       .unrecorded();
@@ -176,7 +171,7 @@ const FamilyOf<BKQTapeNode>& tapeNodes() {
     FamilyOf<BKQTapeNode> nodes("tape node");
     nodes.add<BKQTapeNode>(
         "", "BKQTapeNode", "tapes to read, or to write to", makeNode<BKQTapeNode>,
-        [](Table<BKQTapeNode>& t) {
+        [](Table<BKQTapeNode> t) {
           describeNode(t);
           describeNodeOS(t);
           describeNodeOptions(t, "options");
@@ -192,13 +187,13 @@ const FamilyOf<BKQRestoreNode>& restoreNodes() {
   static const FamilyOf<BKQRestoreNode> family = [] {
     FamilyOf<BKQRestoreNode> nodes("restore node");
     nodes.add<BKQRestoreNode>("machine", "BKQRestoreNode", "a machine to restore to",
-                              makeNode<BKQRestoreNode>, [](Table<BKQRestoreNode>& t) {
+                              makeNode<BKQRestoreNode>, [](Table<BKQRestoreNode> t) {
                                 describeRestoreNode(t);
                                 describeNodeOptions(t, "options");
                               });
     nodes.add<BKQDBRestoreNode>(
         "database", "BKQDBRestoreNode", "a database to restore to", makeNode<BKQDBRestoreNode>,
-        [](Table<BKQDBRestoreNode>& t) {
+        [](Table<BKQDBRestoreNode> t) {
           describeRestoreNode(t);
           describeNodeOptions(t, "nodeOptions");
           t.number("options", &BKQDBRestoreNode::setOptions, &BKQDBRestoreNode::getOptions,

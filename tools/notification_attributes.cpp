@@ -4,7 +4,7 @@ namespace bkoq::tool {
 namespace {
 
 template <class Notification>
-void describeHost(Table<Notification>& t) {
+void describeHost(Table<Notification> t) {
   t.text("hostName", &Notification::setHostName, &Notification::getHostName,
          "machine that sends it")
       .shown("\"host\"");
@@ -19,7 +19,7 @@ const FamilyOf<BKQFax>& faxes() {
     FamilyOf<BKQFax> faxes("fax");
     faxes.add<BKQFax>(
         "", "BKQFax", "a notification by fax", [](const Value&) { return new BKQFax; },
-        [](Table<BKQFax>& t) {
+        [](Table<BKQFax> t) {
           describeHost(t);
           t.text("faxNumber", &BKQFax::setFaxNumber, &BKQFax::getFaxNumber, "number to call");
           t.text("coverPageFile", &BKQFax::setCoverPageFile, &BKQFax::getCoverPageFile,
@@ -42,7 +42,7 @@ const FamilyOf<BKQEMail>& emails() {
     emails.add<BKQMHSEMail>(
         "mhs", "BKQMHSEMail", "a notification by MHS e-mail",
         [](const Value&) { return new BKQMHSEMail; },
-        [](Table<BKQMHSEMail>& t) {
+        [](Table<BKQMHSEMail> t) {
           describeHost(t);
           t.text("mhsDir", &BKQMHSEMail::setMHSDir, &BKQMHSEMail::getMHSDir, "directory of MHS");
           t.text("mhsId", &BKQMHSEMail::setMHSId, &BKQMHSEMail::getMHSId, "identification for MHS");
@@ -60,7 +60,7 @@ const FamilyOf<BKQPrintQueue>& printQueues() {
     queues.add<BKQPrintQueue>(
         "", "BKQPrintQueue", "a report to a print queue",
         [](const Value&) { return new BKQPrintQueue; },
-        [](Table<BKQPrintQueue>& t) {
+        [](Table<BKQPrintQueue> t) {
           describeHost(t);
           t.text("queueName", &BKQPrintQueue::setQueueName, &BKQPrintQueue::getQueueName,
                  "name of the queue");
@@ -76,7 +76,7 @@ const FamilyOf<BKQOpenFileInfo>& openFileInfos() {
     infos.add<BKQOpenFileInfo>(
         "", "BKQOpenFileInfo", "what is done about open files",
         [](const Value&) { return new BKQOpenFileInfo; },
-        [](Table<BKQOpenFileInfo>& t) {
+        [](Table<BKQOpenFileInfo> t) {
           t.number("fActions", &BKQOpenFileInfo::setFActions, &BKQOpenFileInfo::getFActions,
                    "action bits");
           t.number("fMethods", &BKQOpenFileInfo::setFMethods, &BKQOpenFileInfo::getFMethods,

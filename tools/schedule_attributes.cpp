@@ -3,8 +3,7 @@
 namespace bkoq::tool {
 namespace {
 
-template <class Schedule>
-void describeSchedule(Table<Schedule>& t) {
+void describeSchedule(Table<BKQSchedule> t) {
   t.timeOrNow("submitTime", &BKQSchedule::setSubmitTime, &BKQSchedule::getSubmitTime,
               "when the job was submitted")
       .shown("\"2004-03-01T20:00:00\"");
@@ -13,15 +12,15 @@ void describeSchedule(Table<Schedule>& t) {
   t.text("poolName", &BKQSchedule::setPoolName, &BKQSchedule::getPoolName, "media pool")
       .unrecorded();
   t.flag(
-       "runJobNow", [](Schedule& schedule, int flag) { schedule.runJobNow(flag); },
-       [](Schedule& schedule) { return schedule.runJobNow(); }, "whether it runs at once")
+       "runJobNow", [](BKQSchedule& schedule, int flag) { schedule.runJobNow(flag); },
+       [](BKQSchedule& schedule) { return schedule.runJobNow(); }, "whether it runs at once")
       .unrecorded();
   t.times(
        "scheduleWindow", 2,
-       [](Schedule& schedule, const std::vector<unsigned long>& bounds) {
+       [](BKQSchedule& schedule, const std::vector<unsigned long>& bounds) {
          schedule.setScheduleWindow(RWCollectableTime(bounds[0]), RWCollectableTime(bounds[1]));
        },
-       [](Schedule& object) {
+       [](BKQSchedule& object) {
          RWCollectableTime first{};
          RWCollectableTime second{};
          object.getScheduleWindow(first, second);
@@ -31,8 +30,7 @@ void describeSchedule(Table<Schedule>& t) {
       .unrecorded();
 }
 
-template <class Schedule>
-void describeRotation(Table<Schedule>& t) {
+void describeRotation(Table<BKQRotationSchedule> t) {
   describeSchedule(t);
   t.adopted("jobMask", jobMasks,
             adopting<BKQRotationSchedule, BKQJobMask>(&BKQRotationSchedule::setJobMask),
@@ -49,12 +47,12 @@ void describeRotation(Table<Schedule>& t) {
   t.time("preferedMakeupTime", &BKQRotationSchedule::setPreferedMakeupTime,
          &BKQRotationSchedule::getPreferedMakeupTime, "when a makeup is best run")
       .unrecorded();
-  t.template numbers<unsigned char>(
+  t.numbers<unsigned char>(
        "preferedMakeupJobTime", 2,
-       [](Schedule& schedule, const std::vector<unsigned char>& time) {
+       [](BKQRotationSchedule& schedule, const std::vector<unsigned char>& time) {
          schedule.setPreferedMakeupJobTime(time[0], time[1]);
        },
-       [](Schedule& object) {
+       [](BKQRotationSchedule& object) {
          unsigned char first{};
          unsigned char second{};
          object.getPreferedMakeupJobTime(first, second);
@@ -63,8 +61,8 @@ void describeRotation(Table<Schedule>& t) {
        "hour and minute")
       .unrecorded();
   t.flag(
-       "doMakeup", [](Schedule& schedule, int flag) { schedule.doMakeup(flag); },
-       [](Schedule& schedule) { return schedule.doMakeup(); }, "whether makeups are run")
+       "doMakeup", [](BKQRotationSchedule& schedule, int flag) { schedule.doMakeup(flag); },
+       [](BKQRotationSchedule& schedule) { return schedule.doMakeup(); }, "whether makeups are run")
       .unrecorded();
   t.parts("exceptionDays", exceptionDays, &BKQRotationSchedule::addExceptionDay, "days that differ")
       .unrecorded();
@@ -74,7 +72,7 @@ template <class Part>
 void addRegular(FamilyOf<Part>& family) {
   family.template add<BKQRegularSchedule>(
       "regular", "BKQRegularSchedule", "once, or as the server repeats it",
-      [](const Value&) { return new BKQRegularSchedule; }, describeSchedule<BKQRegularSchedule>);
+      [](const Value&) { return new BKQRegularSchedule; }, describeSchedule);
 }
 
 template <class Part>
@@ -82,7 +80,7 @@ void addCustom(FamilyOf<Part>& family) {
   family.template add<BKQCustomSchedule>(
       "custom", "BKQCustomSchedule", "repeated by four values of the server's",
       [](const Value&) { return new BKQCustomSchedule; },
-      [](Table<BKQCustomSchedule>& t) {
+      [](Table<BKQCustomSchedule> t) {
         describeSchedule(t);
         t.numbers<unsigned short>(
             "repeat", 4,
@@ -104,7 +102,7 @@ template <class Part>
 void addRotation(FamilyOf<Part>& family) {
   family.template add<BKQRotationSchedule>(
       "rotation", "BKQRotationSchedule", "a media rotation, day by day",
-      [](const Value&) { return new BKQRotationSchedule; }, describeRotation<BKQRotationSchedule>);
+      [](const Value&) { return new BKQRotationSchedule; }, describeRotation);
 }
 
 template <class Part>
@@ -112,7 +110,7 @@ void addCruise(FamilyOf<Part>& family) {
   family.template add<BKQCruiseSchedule>(
       "cruise", "BKQCruiseSchedule", "a grandfather-father-son rotation",
       [](const Value&) { return new BKQCruiseSchedule; },
-      [](Table<BKQCruiseSchedule>& t) {
+      [](Table<BKQCruiseSchedule> t) {
         describeRotation(t);
         t.number("saveMonthly", &BKQCruiseSchedule::setSaveMonthly,
                  &BKQCruiseSchedule::getSaveMonthly, "monthly copies kept");
@@ -189,7 +187,7 @@ const FamilyOf<BKQTime>& spans() {
     FamilyOf<BKQTime> spans("time span");
     spans.add<BKQTime>(
         "", "BKQTime", "a number with a kind", [](const Value&) { return new BKQTime; },
-        [](Table<BKQTime>& t) {
+        [](Table<BKQTime> t) {
           t.number("value", &BKQTime::setValue, &BKQTime::getValue, "how many")
               .unrecorded()
               .shown("1");
@@ -206,7 +204,7 @@ const FamilyOf<BKQJobUnit>& jobUnits() {
     FamilyOf<BKQJobUnit> units("job unit");
     units.add<BKQJobUnit>(
         "", "BKQJobUnit", "one day of a rotation", [](const Value&) { return new BKQJobUnit; },
-        [](Table<BKQJobUnit>& t) {
+        [](Table<BKQJobUnit> t) {
           t.number("jobType", &BKQJobUnit::setJobType, &BKQJobUnit::getJobType,
                    "the server's code of what is run")
               .carriedOnlyIn("previous")
@@ -236,7 +234,7 @@ const FamilyOf<BKQJobMask>& jobMasks() {
     FamilyOf<BKQJobMask> masks("job mask");
     masks.add<BKQJobMask>(
         "", "BKQJobMask", "the days of a rotation", [](const Value&) { return new BKQJobMask; },
-        [](Table<BKQJobMask>& t) {
+        [](Table<BKQJobMask> t) {
           t.number("tapeNamePrefix", &BKQJobMask::setTapeNamePrefix, &BKQJobMask::getTapeNamePrefix,
                    "the server's code")
               .unrecorded();
@@ -263,7 +261,7 @@ const FamilyOf<BKQExceptionDay>& exceptionDays() {
     days.add<BKQExceptionDay>(
         "", "BKQExceptionDay", "a day on which a rotation differs",
         [](const Value&) { return new BKQExceptionDay; },
-        [](Table<BKQExceptionDay>& t) {
+        [](Table<BKQExceptionDay> t) {
           t.timeOrNow("exceptionTime", &BKQExceptionDay::setExceptionTime,
                       &BKQExceptionDay::getExceptionTime, "the day")
               .unrecorded()

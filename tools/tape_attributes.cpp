@@ -8,7 +8,7 @@ const FamilyOf<BKQTapeItem>& tapeItems() {
     items.add<BKQTapeItem>(
         "", "BKQTapeItem", "one part of a tape session",
         [](const Value&) { return new BKQTapeItem; },
-        [](Table<BKQTapeItem>& t) {
+        [](Table<BKQTapeItem> t) {
           t.text(
                "fileOrDir", [](BKQTapeItem& item, const char* name) { item.setFileOrDir(name); },
                &BKQTapeItem::getFileOrDir, "file or directory; the record has a \"/\" before it")
@@ -34,7 +34,7 @@ const FamilyOf<BKQTapeXtension>& tapeExtensions() {
     extensions.add<BKQTapeXtension>(
         "", "BKQTapeXtension", "database credentials of a tape session",
         [](const Value&) { return new BKQTapeXtension; },
-        [](Table<BKQTapeXtension>& t) {
+        [](Table<BKQTapeXtension> t) {
           t.text("dbUser", &BKQTapeXtension::setDBuser, &BKQTapeXtension::getDBuser,
                  "account of the database")
               .carriedOnlyIn("current");
@@ -57,7 +57,7 @@ const FamilyOf<BKQTape>& tapes() {
     FamilyOf<BKQTape> tapes("tape");
     tapes.add<BKQTape>(
         "", "BKQTape", "a tape, or a session on one", [](const Value&) { return new BKQTape; },
-        [](Table<BKQTape>& t) {
+        [](Table<BKQTape> t) {
           t.text("deviceGroup", &BKQTape::setDeviceGroup, &BKQTape::getDeviceGroup,
                  "group of drives");
           t.text("tapeName", &BKQTape::setTapeName, &BKQTape::getTapeName, "name of the tape")
