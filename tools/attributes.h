@@ -18,6 +18,7 @@
 #include <utility>
 #include <vector>
 
+#include "tools/memory.h"
 #include "tools/reader.h"
 
 namespace bkoq::tool {
@@ -185,12 +186,14 @@ class FamilyOf : public Family {
       if (written.given[i] != nullptr) {
         const Reader::Within within(reader, attribute.key);
         setter.read(reader, attribute, *part, *written.given[i]);
+        requireMemory();
       } else if (attribute.isRequired) {
         reportMissing(reader, attribute, value);
       } else if (setter.setDefault) {
         setter.setDefault(*part);
       }
     }
+    requireMemory();
     return part.release();
   }
   // The same for a part that its holder does not delete.

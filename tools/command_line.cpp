@@ -17,6 +17,7 @@
 #include "tools/moment.h"
 #include "tools/problems.h"
 #include "tools/reference.h"
+#include "tools/walk.h"
 
 namespace bkoq::tool {
 namespace {
@@ -82,7 +83,7 @@ bool isShortOption(const std::string& name) { return isOption(name) && name[1] !
 
 std::vector<std::string> recordNames(BkoqLayout layout) {
   std::string tables;
-  bkoqPrintRecords(nullptr, layout, BKOQ_FORMAT_JSON, stringSink, &tables);
+  withMemory(bkoqPrintRecords(nullptr, layout, BKOQ_FORMAT_JSON, stringSink, &tables));
   std::vector<std::string> names;
   const auto document = nlohmann::json::parse(tables);
   for (const auto& record : document["records"]) names.push_back(record["record"]);

@@ -21,6 +21,7 @@
 #include "tools/schema.h"
 #include "tools/source.h"
 #include "tools/starter.h"
+#include "tools/walk.h"
 #include "tools/warnings.h"
 #include "tools/why.h"
 
@@ -102,7 +103,7 @@ struct Source {
 
 std::string missingPath(const OwnedTree& tree, const std::string& path) {
   char reason[400];
-  bkoqExplainPath(tree.root(), tree.layout(), path.c_str(), reason, sizeof reason);
+  withMemory(bkoqExplainPath(tree.root(), tree.layout(), path.c_str(), reason, sizeof reason));
   return "there is no \"" + path + "\" in the " + nameOf(tree.layout()) +
          " layout of this job: " + reason;
 }
@@ -476,15 +477,12 @@ Status printExplainedChanges(const Source (&sources)[2], const std::string (&con
                              const BkoqPaths& paths, const Request& request) {
   Differing differing;
   const BkoqLayout layouts[2] = {sources[0].tree.layout(), sources[1].tree.layout()};
-  bkoqCompareChanges(
-      sources[0].tree.root(), layouts[0], sources[1].tree.root(), layouts[1], 0, &paths,
-      [](const BkoqDifference* difference, BkoqChange, void* user) {
-        auto& differing = *static_cast<Differing*>(user);
-        differing.paths[0].emplace_back(difference->path);
-        differing.paths[1].emplace_back(difference->otherPath);
-        return 0;
-      },
-      &differing, nullptr);
+  compareTrees(sources[0].tree.root(), layouts[0], sources[1].tree.root(), layouts[1], false,
+               &paths, [&differing](const BkoqDifference& difference, BkoqChange) {
+                 differing.paths[0].emplace_back(difference.path);
+                 differing.paths[1].emplace_back(difference.otherPath);
+                 return 0;
+               });
   const BkoqStatus status =
       bkoqPrintChanges(sources[0].tree.root(), layouts[0], sources[1].tree.root(), layouts[1],
                        &options, &paths, stringSink, &differing.printed, nullptr);

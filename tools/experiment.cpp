@@ -10,6 +10,7 @@
 
 #include "tools/moment.h"
 #include "tools/reference.h"
+#include "tools/walk.h"
 
 namespace bkoq::tool {
 namespace {
@@ -39,8 +40,7 @@ class Silence {
 };
 
 bool isPointer(BkoqFieldKind kind) {
-  return kind == BKOQ_FIELD_TEXT || kind == BKOQ_FIELD_TWO_TEXTS || kind == BKOQ_FIELD_TEXT_LIST ||
-         kind == BKOQ_FIELD_ARRAY || kind == BKOQ_FIELD_RECORD;
+  return isText(kind) || kind == BKOQ_FIELD_ARRAY || kind == BKOQ_FIELD_RECORD;
 }
 
 }  // namespace
@@ -198,13 +198,10 @@ Experiment::Base& Experiment::baseOf(BkoqLayout layout) {
     base->tree = flattened(*job_, layout);
     base->succeeded = base->tree.root() != nullptr;
     if (base->succeeded) {
-      bkoqWalk(
-          base->tree.root(), layout,
-          [](const BkoqVisit* visit, void* user) {
-            static_cast<Base*>(user)->note(*visit);
-            return 0;
-          },
-          base.get());
+      walk(base->tree.root(), layout, [&base](const BkoqVisit& visit) {
+        base->note(visit);
+        return 0;
+      });
     }
   }
   return *base;
@@ -261,23 +258,16 @@ Experiment::Differences Experiment::differences(const std::vector<Replacement>& 
       for (const std::uint32_t index : changed) paths.push_back(base.shown[index].path);
       continue;
     }
-    struct Noted {
-      const Base& base;
-      std::vector<std::string>& paths;
-    } noted = {base, paths};
-    bkoqCompareChanges(
-        base.tree.root(), layout, other.root(), layout, 1, nullptr,
-        [](const BkoqDifference* difference, BkoqChange change, void* user) {
-          const auto& [base, paths] = *static_cast<Noted*>(user);
-          const std::string path = difference->path;
-          if (change == BKOQ_CHANGED) {
-            paths.push_back(path);
-          } else {
-            base.noteArray(path.substr(0, path.rfind('[')), paths);
-          }
-          return 0;
-        },
-        &noted, nullptr);
+    compareTrees(base.tree.root(), layout, other.root(), layout, true, nullptr,
+                 [&](const BkoqDifference& difference, BkoqChange change) {
+                   const std::string path = difference.path;
+                   if (change == BKOQ_CHANGED) {
+                     paths.push_back(path);
+                   } else {
+                     base.noteArray(path.substr(0, path.rfind('[')), paths);
+                   }
+                   return 0;
+                 });
   }
   return all;
 }

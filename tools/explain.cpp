@@ -13,6 +13,7 @@
 #include "kit/pattern.h"
 #include "tools/problems.h"
 #include "tools/progress.h"
+#include "tools/walk.h"
 
 namespace bkoq::tool {
 namespace {
@@ -34,32 +35,22 @@ struct Held {
 };
 
 Held heldAt(const OwnedTree& tree, const std::string& path) {
-  struct Search {
-    const std::string& path;
-    Held held;
-  } search = {path, {}};
-  if (tree.root() == nullptr) return search.held;
-  bkoqWalk(
-      tree.root(), tree.layout(),
-      [](const BkoqVisit* visit, void* user) {
-        Search& search = *static_cast<Search*>(user);
-        if (visit->event != BKOQ_FIELD || search.path != visit->path) return 0;
-        Held& held = search.held;
-        held.isThere = true;
-        held.number = visit->number;
-        const bool isText = visit->kind == BKOQ_FIELD_TEXT || visit->kind == BKOQ_FIELD_TWO_TEXTS ||
-                            visit->kind == BKOQ_FIELD_TEXT_LIST;
-        if (isText && visit->target != 0) {
-          held.text.assign(static_cast<const char*>(visit->targetBytes), visit->targetSize);
-        } else if (visit->kind == BKOQ_FIELD_BYTE_LIST || visit->kind == BKOQ_FIELD_RESERVED) {
-          held.text.assign(static_cast<const char*>(visit->bytes), visit->width);
-        } else if (visit->target != 0) {
-          held.text = std::to_string(visit->count);
-        }
-        return 1;
-      },
-      &search);
-  return search.held;
+  Held held;
+  if (tree.root() == nullptr) return held;
+  walk(tree.root(), tree.layout(), [&](const BkoqVisit& visit) {
+    if (visit.event != BKOQ_FIELD || path != visit.path) return 0;
+    held.isThere = true;
+    held.number = visit.number;
+    if (isText(visit.kind) && visit.target != 0) {
+      held.text.assign(static_cast<const char*>(visit.targetBytes), visit.targetSize);
+    } else if (visit.kind == BKOQ_FIELD_BYTE_LIST || visit.kind == BKOQ_FIELD_RESERVED) {
+      held.text.assign(static_cast<const char*>(visit.bytes), visit.width);
+    } else if (visit.target != 0) {
+      held.text = std::to_string(visit.count);
+    }
+    return 1;
+  });
+  return held;
 }
 
 // Finds the attributes on which a field depends: a group that makes no difference is put aside

@@ -5,6 +5,8 @@
 #include <unordered_set>
 #include <utility>
 
+#include "tools/memory.h"
+
 namespace bkoq::tool {
 namespace {
 
@@ -174,9 +176,12 @@ std::string selectsNothing(const Value& job, const Selection& selection) {
 
 Flattened flatten(BKQJob& job, const Selection& selection, BkoqLayout layout) {
   void* out = nullptr;
+  expectMemory();
   const int result = convertJob(job, selection, layout, out);
+  Flattened flattened = {result == 1, OwnedTree(out, layout)};
+  requireMemory();
   freeSessionPasswords();
-  return {result == 1, OwnedTree(out, layout)};
+  return flattened;
 }
 
 }  // namespace bkoq::tool

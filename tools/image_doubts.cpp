@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "tools/output.h"
+#include "tools/walk.h"
 
 namespace bkoq::tool {
 namespace {
@@ -55,12 +56,7 @@ void ImageDoubts::tell(const void* root, BkoqLayout layout, const void* image,
                        const std::string& hint) {
   Places places{image};
   if (root != nullptr) {
-    bkoqWalk(
-        root, layout,
-        [](const BkoqVisit* visit, void* user) {
-          return static_cast<Places*>(user)->visit(*visit);
-        },
-        &places);
+    walk(root, layout, [&places](const BkoqVisit& visit) { return places.visit(visit); });
   }
   // After the first doubt about the tree itself a secret may lie where none was found.
   std::uint32_t knownEnd = std::max(places.jobEnd, places.firstSecret);

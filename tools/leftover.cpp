@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <cstdio>
 
+#include "tools/walk.h"
+
 namespace bkoq::tool {
 namespace {
 
@@ -77,12 +79,7 @@ bool put(BkoqSink sink, void* user, const std::string& text) {
 
 std::vector<ByteRange> leftovers(const void* root, BkoqLayout layout, std::string_view image) {
   Coverage coverage(image);
-  bkoqWalk(
-      root, layout,
-      [](const BkoqVisit* visit, void* self) {
-        return static_cast<Coverage*>(self)->visit(*visit);
-      },
-      &coverage);
+  walk(root, layout, [&coverage](const BkoqVisit& visit) { return coverage.visit(visit); });
   return coverage.rest();
 }
 

@@ -12,6 +12,7 @@
 #include "tools/output.h"
 #include "tools/page_parts.h"
 #include "tools/problems.h"
+#include "tools/walk.h"
 
 namespace bkoq::tool {
 namespace {
@@ -93,10 +94,6 @@ std::string htmlText(const std::string& text) {
 
 // ---- The tree
 
-bool isText(BkoqFieldKind kind) {
-  return kind == BKOQ_FIELD_TEXT || kind == BKOQ_FIELD_TWO_TEXTS || kind == BKOQ_FIELD_TEXT_LIST;
-}
-
 // An address, which means nothing to anyone else. What a node of an unknown kind of job holds is
 // one too, though the walk cannot follow it.
 bool isPointer(BkoqFieldKind kind, const char* name) {
@@ -129,13 +126,10 @@ struct Shape {
 class Shapes {
  public:
   BkoqStatus collect(const PageTree& tree) {
-    const BkoqStatus status = bkoqWalk(
-        tree.root, tree.layout,
-        [](const BkoqVisit* visit, void* self) {
-          static_cast<Shapes*>(self)->visit(*visit);
-          return 0;
-        },
-        this);
+    const BkoqStatus status = walk(tree.root, tree.layout, [this](const BkoqVisit& at) {
+      visit(at);
+      return 0;
+    });
     if (status == BKOQ_OK) addBits(tree.layout);
     return status;
   }
@@ -229,7 +223,7 @@ class Shapes {
   // The names of the bits of flags, which a walk does not tell.
   void addBits(BkoqLayout layout) {
     std::string text;
-    if (bkoqPrintRecords(nullptr, layout, BKOQ_FORMAT_JSON, stringSink, &text) != BKOQ_OK) return;
+    withMemory(bkoqPrintRecords(nullptr, layout, BKOQ_FORMAT_JSON, stringSink, &text));
     const Json table = Json::parse(text);
     for (const Json& record : table.at("records")) {
       for (const Json& field : record.at("fields")) {
@@ -264,12 +258,8 @@ class TreeWriter {
 
   // Whether all of the tree was written.
   bool write(const PageTree& tree) {
-    return bkoqWalk(
-               tree.root, tree.layout,
-               [](const BkoqVisit* visit, void* self) {
-                 return static_cast<TreeWriter*>(self)->visit(*visit) ? 0 : 1;
-               },
-               this) == BKOQ_OK;
+    const auto one = [this](const BkoqVisit& at) { return visit(at) ? 0 : 1; };
+    return walk(tree.root, tree.layout, one) == BKOQ_OK;
   }
 
   std::uint32_t records() const { return records_; }
@@ -363,18 +353,16 @@ struct Differences {
 };
 
 BkoqStatus compare(const Page& page, Differences& differences) {
-  const auto add = [](const BkoqDifference* difference, BkoqChange change, void* user) {
-    Json& list = *static_cast<Json*>(user);
+  const auto add = [&list = differences.list](const BkoqDifference& difference, BkoqChange change) {
     if (list.size() < kMostDifferences) {
       const auto bounded = [](const char* text) { return std::string(text, strnlen(text, 1000)); };
-      list.push_back({difference->path, difference->otherPath, bounded(difference->oldValue),
-                      bounded(difference->newValue), static_cast<int>(change)});
+      list.push_back({difference.path, difference.otherPath, bounded(difference.oldValue),
+                      bounded(difference.newValue), static_cast<int>(change)});
     }
     return 0;
   };
-  return bkoqCompareChanges(page.trees[0].root, page.trees[0].layout, page.trees[1].root,
-                            page.trees[1].layout, page.showSecrets ? 1 : 0, nullptr, add,
-                            &differences.list, &differences.count);
+  return compareTrees(page.trees[0].root, page.trees[0].layout, page.trees[1].root,
+                      page.trees[1].layout, page.showSecrets, nullptr, add, &differences.count);
 }
 
 // ---- The page

@@ -10,6 +10,7 @@
 #include <vector>
 
 #include "tools/document.h"
+#include "tools/memory.h"
 #include "tools/problems.h"
 
 namespace bkoq::tool {
@@ -66,7 +67,9 @@ using MadeParts = std::unordered_map<const Value*, void*>;
 class Reader {
  public:
   Reader(const Document& document, Problems& problems, Kept& kept)
-      : document_(document), problems_(problems), kept_(kept) {}
+      : document_(document), problems_(problems), kept_(kept) {
+    expectMemory();
+  }
 
   void setChanges(const Changes* changes) { changes_ = changes; }
   // Parts are noted there, or taken from there when there are changes.

@@ -9,6 +9,7 @@
 #include "tools/problems.h"
 #include "tools/reason_json.h"
 #include "tools/source.h"
+#include "tools/walk.h"
 
 namespace bkoq::tool {
 
@@ -77,27 +78,16 @@ Json Why::json(const FieldReason& why, BkoqLayout layout) const {
 }
 
 std::string Why::pathAt(unsigned int block, unsigned int offset, BkoqLayout layout) {
-  struct Search {
-    unsigned int block;
-    unsigned int offset;
-    std::string path;
-  } search = {block, offset, ""};
-  const OwnedTree& tree = experiment_->asWritten(layout);
-  bkoqWalk(
-      tree.root(), layout,
-      [](const BkoqVisit* visit, void* user) {
-        Search& search = *static_cast<Search*>(user);
-        if (visit->event != BKOQ_FIELD || visit->kind == BKOQ_FIELD_EMBEDDED) return 0;
-        const bool isHere = visit->block == search.block && search.offset >= visit->offset &&
-                            search.offset - visit->offset < visit->width;
-        const bool isText = visit->kind == BKOQ_FIELD_TEXT || visit->kind == BKOQ_FIELD_TWO_TEXTS ||
-                            visit->kind == BKOQ_FIELD_TEXT_LIST;
-        if (!isHere && !(isText && visit->target == search.block)) return 0;
-        search.path = visit->path;
-        return 1;
-      },
-      &search);
-  return search.path;
+  std::string path;
+  walk(experiment_->asWritten(layout).root(), layout, [&](const BkoqVisit& visit) {
+    if (visit.event != BKOQ_FIELD || visit.kind == BKOQ_FIELD_EMBEDDED) return 0;
+    const bool isHere =
+        visit.block == block && offset >= visit.offset && offset - visit.offset < visit.width;
+    if (!isHere && !(isText(visit.kind) && visit.target == block)) return 0;
+    path = visit.path;
+    return 1;
+  });
+  return path;
 }
 
 std::string withReasons(const Differing& differing, Why* const (&whys)[2],

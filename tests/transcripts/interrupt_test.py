@@ -1,6 +1,7 @@
 #!/usr/bin/env python3
 """However a write of an image or a page ends, by a signal or an error at any of its steps, the old
-file or the new one is there as a whole, and nothing else is.
+file or the new one is there as a whole, and nothing else is. Only what nobody can catch may leave the
+file behind that was to replace the other, which nobody else can read.
 
     interrupt_test.py BKOQ PRELOADED EXAMPLES_FOLDER
 """
@@ -13,6 +14,7 @@ import sys
 import tempfile
 
 SECRET = b"s3ss10n"
+SIGNALS = (signal.SIGINT, signal.SIGTERM, signal.SIGHUP, signal.SIGQUIT, signal.SIGKILL)
 FORMS = [["flatten", "{}/nightly-backup.json", "--now", "2004-03-01", "-o"],
          ["show", "{}/nightly-backup.json", "--now", "2004-03-01", "--show-secrets", "--html", "-o"]]
 
@@ -29,7 +31,7 @@ def main():
                                                          target)
                 steps, new = whole(run, folder)
                 assert steps >= 5, steps
-                for by in (signal.SIGINT, signal.SIGTERM, -errno.EIO):
+                for by in (*SIGNALS, -errno.EIO):
                     for at in range(1, steps + 1):
                         for old in (None, b"old"):
                             tried[by] = tried.get(by, 0) + one(run, folder, at, by, old, new)
@@ -37,7 +39,7 @@ def main():
                 # What is opened is what is replaced: the link is looked at once.
                 assert replaced == sorted(replaced, reverse=True), replaced
                 assert replaced.count("second") <= 3 < replaced.count("first"), replaced
-    for by in (signal.SIGINT, signal.SIGTERM):
+    for by in SIGNALS:
         assert tried[by] > 0, f"no run was ended by {by}"
     assert tried[-errno.EIO] > 0
 
@@ -76,8 +78,15 @@ def one(run, folder, at, by, old, new):
             file.write(old)
     done = run(at, by, "target")
     left = set(os.listdir(folder))
-    assert left <= {"target"}, (at, by, left)
-    held = read(target) if left else None
+    if by == signal.SIGKILL:
+        rest = left - {"target"}
+        assert len(rest) <= 1, rest
+        for name in rest:
+            assert name.startswith(".bkoq-"), name
+            assert os.stat(os.path.join(folder, name)).st_mode & 0o777 == 0o600, name
+    else:
+        assert left <= {"target"}, (at, by, left)
+    held = read(target) if "target" in left else None
     what = (at, by, done.returncode, done.stderr)
     assert held in (old, new), what
     if done.returncode == 0:
