@@ -10,6 +10,9 @@ set(BUILD_GMOCK OFF)
 set(INSTALL_GTEST OFF)
 add_subdirectory(${BKOQ_GOOGLETEST_DIR} googletest EXCLUDE_FROM_ALL)
 include(GoogleTest)
+# Tests take far longer to compile than to run.
+target_compile_options(gtest PRIVATE -O0)
+target_compile_options(gtest_main PRIVATE -O0)
 
 # bkoq_test_program(<name> SOURCES <files> LIBRARIES <targets> WRAP <functions>)
 # A program that links the objects of a library can make functions fail that the library calls: its
@@ -18,7 +21,6 @@ function(bkoq_test_program name)
   cmake_parse_arguments(PARSE_ARGV 1 arg "" "" "SOURCES;LIBRARIES;WRAP")
   add_executable(${name} ${arg_SOURCES})
   bkoq_target(${name})
-  # Tests take far longer to compile than to run.
   target_compile_options(${name} PRIVATE -O0)
   target_link_libraries(${name} PRIVATE ${arg_LIBRARIES} gtest_main)
   # Half of that time goes into this header, where there are many sources.
