@@ -1,5 +1,6 @@
 #include "tests/random/build.h"
 
+#include <algorithm>
 #include <set>
 #include <type_traits>
 
@@ -636,6 +637,35 @@ BKQJob* Builder::copy(BKQJob& source, const JobPlan& plan) {
   }
   copies_.push_back(copy);
   return copy;
+}
+
+// What a job deletes when its attachments and lists are replaced.
+void Builder::forgetReplaced(const JobPlan& plan) {
+  for (auto& each : printQueues_) static_cast<void>(each.release());
+  for (auto& each : openFiles_) static_cast<void>(each.release());
+  if (!isBackup(plan.jobClass)) return;
+  std::set<RWCollectable*> deleted;
+  for (const auto& each : plan.sources) deleted.insert(made_.at(each.get()));
+  for (const auto& each : plan.filters) deleted.insert(made_.at(each.get()));
+  kept_.erase(std::remove_if(kept_.begin(), kept_.end(),
+                             [&](RWCollectable* part) { return deleted.count(part) != 0; }),
+              kept_.end());
+}
+
+BKQJob* Builder::copyInto(Builder& other, const JobPlan& plan, BKQJob& source) {
+  BKQJob* target = other.job_;
+  switch (plan.jobClass) {
+#define BKOQ_COPY(kind, class_, ...)                                     \
+  case JobClass::k##kind:                                                \
+    static_cast<class_&>(*target).mycopy(&static_cast<class_&>(source)); \
+    break;
+    BKOQ_JOB_KINDS(BKOQ_COPY)
+#undef BKOQ_COPY
+  }
+  other.forgetReplaced(plan);
+  other.job_ = nullptr;
+  copies_.push_back(target);
+  return target;
 }
 
 }  // namespace bkoq::test

@@ -47,6 +47,9 @@ class Builder {
   BKQJob* source() const { return job_; }
   // A copy of a job, by its clone() where it has one.
   BKQJob* copy(BKQJob& source, const JobPlan& plan);
+  // A copy as well: of `source` into the job of another builder, of the same class and made as
+  // `plan` says, which goes from there to this one.
+  BKQJob* copyInto(Builder& other, const JobPlan& plan, BKQJob& source);
 
   // The object made from a part of a plan.
   template <class Object, class Plan>
@@ -96,6 +99,7 @@ class Builder {
   void fillRotation(BKQRotationSchedule& schedule, const SchedulePlan& plan);
   BKQJobMask* newMask(const JobMaskPlan& plan);
   BKQJob* newJob(const JobPlan& plan);
+  void forgetReplaced(const JobPlan& plan);
   void attach(BKQJob& job, const JobPlan& plan);
   void fillBackup(BKQBackupJob& job, const JobPlan& plan);
   template <class Job>

@@ -26,6 +26,14 @@ constexpr std::uint32_t kTextCount = sizeof kTexts / sizeof *kTexts;
 }  // namespace
 
 Text Drawer::text() {
+  Text text = anyText();
+  for (char& c : text) {
+    if (isPlain_ && static_cast<unsigned char>(c) >= 0x80) c = 'x';
+  }
+  return text;
+}
+
+Text Drawer::anyText() {
   const std::uint32_t way = random_.below(64);
   if (way < 16) return "";
   if (way < 50) return kTexts[random_.below(kTextCount)];
@@ -39,7 +47,9 @@ Text Drawer::text() {
   return result;
 }
 
-std::uint32_t Drawer::number() {
+std::uint32_t Drawer::number() { return isPlain_ ? anyNumber() & 0xFF : anyNumber(); }
+
+std::uint32_t Drawer::anyNumber() {
   switch (random_.below(8)) {
     case 0:
       return 0;
@@ -61,7 +71,7 @@ std::uint32_t Drawer::number() {
 
 std::uint32_t Drawer::time() {
   constexpr std::uint32_t kFirst1970 = 2177452800u;
-  switch (random_.below(4)) {
+  switch (isPlain_ ? 2 : random_.below(4)) {
     case 0:  // as far back and ahead as calendar times go, give or take the zones
       return kFirst1970 - 0x7ff00000u + static_cast<std::uint32_t>(random_.next() % 0xfdf00000u);
     case 1:  // an hour of the days on which zones change, 2004
@@ -74,7 +84,9 @@ std::uint32_t Drawer::time() {
 std::uint32_t Drawer::diskType() {
   static const std::uint32_t kTypes[] = {0,  5,       11,      22,      23,      31,
                                          11, 0x1000b, 0x10017, 0x10016, 0x2001f, 22};
-  return chance(3, 4) ? kTypes[random_.below(sizeof kTypes / sizeof *kTypes)] : number();
+  const std::uint32_t type =
+      chance(3, 4) ? kTypes[random_.below(sizeof kTypes / sizeof *kTypes)] : number();
+  return isPlain_ ? type & 0xFF : type;
 }
 
 std::uint32_t Drawer::options() {

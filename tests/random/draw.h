@@ -21,6 +21,9 @@ class Drawer {
   // What earlier work of the process may have left in the state variables.
   State state();
 
+  // From here on only what a job file can say: texts of ASCII, small numbers, times of our days.
+  void drawPlainly() { isPlain_ = true; }
+
   Text text();
   bool chance(std::uint32_t in, std::uint32_t of) { return random_.chance(in, of); }
 
@@ -51,6 +54,8 @@ class Drawer {
     attribute.value = static_cast<Value>(value);
   }
 
+  Text anyText();
+  std::uint32_t anyNumber();
   std::uint32_t number();
   std::uint32_t time();
   std::uint32_t diskType();
@@ -74,6 +79,7 @@ class Drawer {
   void backup(JobPlan& job);
 
   Random& random_;
+  bool isPlain_ = false;
   bool mayFail_ = false;  // whether the job may have filters that fail
   List<FilterPlan> filtersDrawn_;
   List<DiskPlan> disksDrawn_;

@@ -90,13 +90,24 @@ std::uint32_t optionsOf(const JobPlan& job) {
   return isRestore(job.jobClass) ? 0x6200000 : 0;
 }
 
+Record Expectation::start(std::uint32_t size) {
+  Record record = tree_.start(size);
+  for (const FilledArray& array : filled_) {
+    for (std::uint32_t i = 0; i < array.count; ++i) {
+      record.grow(array.countOffset, array.offset, array.field, array.size)
+          .set16(array.markOffset, array.markOf(i));
+    }
+  }
+  return record;
+}
+
 // A calendar time becomes what a clock showing standard time all year would read.
 std::uint32_t Expectation::localTime(std::uint32_t seconds) const {
   return seconds - kFirst1970 + static_cast<std::uint32_t>(standardOffset_);
 }
 
 int Expectation::job(const JobPlan& plan, const Call& call) {
-  Record job = tree_.start(292);
+  Record job = start(292);
   base(plan, job);
   if (isBackup(plan.jobClass)) return backup(plan, call, job);
   if (isRestore(plan.jobClass)) return restore(plan, call, job);
@@ -164,7 +175,7 @@ void Expectation::base(const JobPlan& plan, Record job) {
   if (plan.schedule) schedule(*plan.schedule, job);
 }
 
-void Expectation::schedule(const SchedulePlan& plan) { schedule(plan, tree_.start(292)); }
+void Expectation::schedule(const SchedulePlan& plan) { schedule(plan, start(292)); }
 
 void Expectation::schedule(const SchedulePlan& plan, Record job) {
   job.set32(56, localTime(plan.submitTime));
@@ -283,7 +294,7 @@ int Expectation::mergeOrScan(const JobPlan& plan, const Call& call, Record job) 
 }
 
 int Expectation::node(const NodePlan& plan, NodeForm form, const Call& call) {
-  Record node = tree_.start(100);
+  Record node = start(100);
   switch (form) {
     case NodeForm::kVirtual:
       return virtualNode(plan, node);
@@ -446,7 +457,7 @@ bool Expectation::restoreNode(const NodePlan& plan, Record node) {
 }
 
 int Expectation::disk(const DiskPlan& plan, const Text& overridePath) {
-  return disk(plan, overridePath, tree_.start(52));
+  return disk(plan, overridePath, start(52));
 }
 
 bool Expectation::disk(const DiskPlan& plan, const Text& overridePath, Record disk) {
@@ -479,16 +490,15 @@ bool Expectation::disk(const DiskPlan& plan, const Text& overridePath, Record di
   for (const auto& item : plan.items) {
     if (overridePath.empty()) {
       diskItem(*item, disk.grow(16, 20, "pDiskItems", 32));
-    } else {
+    } else if (disk.isNull(20)) {  // one for all, unless there is some already
       overriddenItem(*item, overridePath, disk.grow(16, 20, "pDiskItems", 32));
-      break;
     }
   }
   return filters(plan.filters, 8, 12, disk);
 }
 
 void Expectation::diskItem(const DiskItemPlan& plan, bool hasOverride, const Text& overridePath) {
-  Record item = tree_.start(32);
+  Record item = start(32);
   if (hasOverride) {
     overriddenItem(plan, overridePath, item);
   } else {
@@ -519,7 +529,7 @@ void Expectation::overriddenItem(const DiskItemPlan& plan, const Text& overrideP
   item.set32(12, optionsOf(plan));
 }
 
-int Expectation::tape(const TapePlan& plan) { return tape(plan, tree_.start(72)); }
+int Expectation::tape(const TapePlan& plan) { return tape(plan, start(72)); }
 
 bool Expectation::tape(const TapePlan& plan, Record tape) {
   tape.text(0, "pszDeviceGroup", plan.deviceGroup);
@@ -560,7 +570,7 @@ bool Expectation::tape(const TapePlan& plan, Record tape) {
   return filters(plan.filters, 32, 36, tape);
 }
 
-void Expectation::tapeItem(const TapeItemPlan& plan) { tapeItem(plan, tree_.start(32)); }
+void Expectation::tapeItem(const TapeItemPlan& plan) { tapeItem(plan, start(32)); }
 
 void Expectation::tapeItem(const TapeItemPlan& plan, Record item) {
   item.set32(0, plan.chunkNumber);
@@ -571,9 +581,7 @@ void Expectation::tapeItem(const TapeItemPlan& plan, Record item) {
   item.text(8, "pszFileOrDir", name.compare(0, 2, "//") == 0 ? name : "/" + name);
 }
 
-void Expectation::tapeExtension(const TapeExtensionPlan& plan) {
-  tapeExtension(&plan, tree_.start(64));
-}
+void Expectation::tapeExtension(const TapeExtensionPlan& plan) { tapeExtension(&plan, start(64)); }
 
 void Expectation::tapeExtension(const TapeExtensionPlan* plan, Record extension) {
   if (plan == nullptr) return;
@@ -593,7 +601,7 @@ bool Expectation::filters(const List<FilterPlan>& plans, std::uint32_t countOffs
   return true;
 }
 
-int Expectation::filter(const FilterPlan& plan) { return filter(plan, tree_.start(32)); }
+int Expectation::filter(const FilterPlan& plan) { return filter(plan, start(32)); }
 
 bool Expectation::filter(const FilterPlan& plan, Record entry) {
   if (plan.filterClass == FilterClass::kFailing) return false;

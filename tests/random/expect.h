@@ -6,6 +6,8 @@
 
 #include <cstdint>
 #include <string>
+#include <utility>
+#include <vector>
 
 #include "tests/random/plan.h"
 #include "tests/random/tree.h"
@@ -52,6 +54,21 @@ enum class NodeForm {
   kBase  // BKQNode's own, by a qualified call
 };
 
+// An array that a record holds before a part is converted into it: new elements come after those
+// that are there, which keep their mark.
+struct FilledArray {
+  std::uint32_t countOffset;
+  std::uint32_t offset;
+  std::uint32_t size;        // of an element
+  std::uint32_t markOffset;  // in an element
+  const char* field;
+  std::uint32_t count = 0;
+
+  std::uint16_t markOf(std::uint32_t element) const {
+    return static_cast<std::uint16_t>(0x7700 + element);
+  }
+};
+
 class Expectation {
  public:
   // `standardOffset`: seconds east of UTC of the zone's standard time.
@@ -61,7 +78,8 @@ class Expectation {
   // The result; the tree is what `out` points to whenever the base step succeeded.
   int job(const JobPlan& plan, const Call& call);
 
-  // Parts on their own, into a zeroed record.
+  // Parts on their own, into a record that is zero but for these arrays.
+  void fill(std::vector<FilledArray> arrays) { filled_ = std::move(arrays); }
   int node(const NodePlan& plan, NodeForm form, const Call& call);
   int disk(const DiskPlan& plan, const Text& overridePath);
   void diskItem(const DiskItemPlan& plan, bool hasOverride, const Text& overridePath);
@@ -75,6 +93,7 @@ class Expectation {
   const std::string& messages() const { return messages_; }
 
  private:
+  Record start(std::uint32_t size);
   void base(const JobPlan& plan, Record job);
   int backup(const JobPlan& plan, const Call& call, Record job);
   int restore(const JobPlan& plan, const Call& call, Record job);
@@ -112,6 +131,7 @@ class Expectation {
   State& state_;
   BkoqLayout layout_;
   std::int32_t standardOffset_;
+  std::vector<FilledArray> filled_;
   std::string messages_;
 };
 

@@ -2,10 +2,12 @@
 // computed from their plans.
 //
 //   random_jobs [--seed S] [--count N] [--seconds T] [--random-seed]
+//   random_jobs [--seed S] [--plain] --write FOLDER
 //
 // Job k is drawn from seed S + k, so --seed with the seed of a failure and --count 1 repeats it. Of
-// a failing job as much is left out as can be, and the rest printed. --fault expects something
-// wrong.
+// a failing job as much is left out as can be, and the rest printed, as C++ and as a job file as
+// well. --write writes a job down so, with its images; with --plain it is one of values that a job
+// file can say. --fault expects something wrong.
 
 #include <chrono>
 #include <cinttypes>
@@ -17,6 +19,7 @@
 #include "tests/random/attributes.h"
 #include "tests/random/error_stream.h"
 #include "tests/random/run.h"
+#include "tests/random/source.h"
 
 namespace bkoq::test {
 namespace {
@@ -37,11 +40,15 @@ void shrink(std::uint64_t seed, std::uint32_t parts, ErrorStream& errors) {
   smallest.leaveOut(leftOut);
   std::printf("with %zu of %u parts:\n", parts - leftOut.size(), unsigned{parts});
   smallest.run();
-  std::printf("%s", outline(smallest.plan()).c_str());
+  const JobPlan& plan = smallest.plan();
+  std::printf("%s\nas C++:\n\n%s\nas a job file:\n\n%s", outline(smallest.plan()).c_str(),
+              asSource(plan).c_str(), asJobFile(plan).text.c_str());
 }
 
 [[noreturn]] void usage() {
-  std::printf("usage: random_jobs [--seed S | --random-seed] [--count N] [--seconds T]\n");
+  std::printf(
+      "usage: random_jobs [--seed S | --random-seed] [--count N] [--seconds T]\n"
+      "       random_jobs [--seed S] [--plain] --write FOLDER\n");
   std::exit(2);
 }
 
@@ -49,11 +56,17 @@ int runAll(int argc, char** argv) {
   std::uint64_t seed = 1;
   std::uint64_t count = 0;
   double seconds = 0;
+  std::string folder;
+  bool isPlain = false;
   for (int i = 1; i < argc; ++i) {
     const std::string option = argv[i];
     if (option == "--random-seed") {
       std::random_device device;
       seed = device();
+      continue;
+    }
+    if (option == "--plain") {
+      isPlain = true;
       continue;
     }
     if (option == "--fault") {
@@ -63,6 +76,10 @@ int runAll(int argc, char** argv) {
     if (i + 1 == argc) usage();
     char* end = nullptr;
     const char* value = argv[++i];
+    if (option == "--write") {
+      folder = value;
+      continue;
+    }
     if (option == "--seed") {
       seed = std::strtoull(value, &end, 10);
     } else if (option == "--count") {
@@ -76,6 +93,12 @@ int runAll(int argc, char** argv) {
   }
   if (count == 0 && seconds == 0) count = 1000;
 
+  if (!folder.empty()) {
+    ErrorStream errors;
+    Run run(seed, errors);
+    if (isPlain) run.drawPlainly();
+    return run.write(folder) ? 0 : 1;
+  }
   std::printf("random_jobs --seed %" PRIu64 "\n", seed);
   std::fflush(stdout);
   ErrorStream errors;

@@ -9,6 +9,7 @@
 #include <cstdlib>
 #include <cstring>
 #include <ctime>
+#include <fstream>
 #include <iterator>
 #include <random>
 #include <set>
@@ -17,6 +18,7 @@
 #include "tests/catalog/forms.h"
 #include "tests/random/check.h"
 #include "tests/random/copy_plan.h"
+#include "tests/random/source.h"
 #include "tests/random/variables.h"
 
 namespace bkoq::test {
@@ -43,10 +45,33 @@ Run::~Run() {
   for (char* password : passwords_) std::free(password);
 }
 
-bool Run::run() {
+void Run::draw() {
   setZone();
   plan_ = drawer_.job(kJobKinds[random_.below(std::size(kJobKinds))].kind);
   parts_ = test::leaveOut(*plan_, leftOut_);
+}
+
+bool Run::write(const std::string& folder) {
+  draw();
+  setenv("TZ", "UTC0", 1);
+  tzset();
+  std::ofstream(folder + "/job.cpp") << asSource(*plan_);
+  std::ofstream(folder + "/job.json") << asJobFile(*plan_).text;
+  BKQJob* job = builder_.job(*plan_);
+  bool isWritten = true;
+  for (const BkoqLayout layout : kLayouts) {
+    void* root = nullptr;
+    if (convertTo(layout, *job, root) != 1) continue;
+    std::string image;
+    isWritten = bkoqWriteImage(root, layout, keepImage, &image, nullptr) == BKOQ_OK && isWritten;
+    std::ofstream(folder + "/" + layoutName(layout) + ".image", std::ios::binary) << image;
+    bkoqFree(root, layout, nullptr);
+  }
+  return isWritten;
+}
+
+bool Run::run() {
+  draw();
   BKQJob* job = builder_.job(*plan_);
   for (const BkoqLayout layout : kLayouts) setState(layout);
 
@@ -67,7 +92,18 @@ bool Run::run() {
   }
   if (!flatten(*job, *plan_, drawer_.layout(), "source after the copy")) return false;
   if (checks && !checkValues(*job, *plan_, "source after the copy")) return false;
-  return convertParts();
+  if (!convertParts()) return false;
+  return !random_.chance(1, 4) || copyIntoFilled(*job);
+}
+
+bool Run::copyIntoFilled(BKQJob& job) {
+  const auto formerPlan = drawer_.job(plan_->jobClass);
+  Builder former(random_);
+  former.job(*formerPlan);
+  BKQJob* target = builder_.copyInto(former, *formerPlan, job);
+  const auto copyPlan = copyOf(*plan_);
+  return checkValues(*target, *copyPlan, "copy into a filled job") &&
+         flattenBoth(*target, *copyPlan, "copy into a filled job");
 }
 
 void Run::setZone() {

@@ -39,6 +39,11 @@ class Run {
   // Whether all was as expected.
   bool run();
 
+  // Writes the job into a folder in place of running it: as C++ and as a job file, and its images
+  // as the conversion without arguments makes them in a new process.
+  bool write(const std::string& folder);
+  void drawPlainly() { drawer_.drawPlainly(); }
+
   // Of the plan as drawn.
   void leaveOut(PartNumbers parts) { leftOut_ = std::move(parts); }
   std::uint32_t parts() const { return parts_; }
@@ -52,6 +57,9 @@ class Run {
   static std::uint64_t flattenings;
 
  private:
+  // Of the first things that follow from the seed.
+  void draw();
+
   void setZone();
 
   char* passwordOf(const Text& text);
@@ -95,6 +103,9 @@ class Run {
 
   int convert(BKQJob& job, JobClass jobClass, const Call& call, void*& root);
 
+  // A copy into a job that has parts of its own is the same as a new one.
+  bool copyIntoFilled(BKQJob& job);
+
   // Parts converted on their own, with whatever the variables hold.
   bool convertParts();
 
@@ -102,7 +113,7 @@ class Run {
 
   template <class Expect, class Convert>
   bool convertPart(const char* what, std::size_t size, Expect expect, Convert convert,
-                   const BkoqLayout* only = nullptr);
+                   std::vector<FilledArray> arrays = {}, const BkoqLayout* only = nullptr);
 
   bool convertNode(const NodePlan& plan);
 

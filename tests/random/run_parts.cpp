@@ -19,14 +19,40 @@
 
 namespace bkoq::test {
 
+namespace {
+
+constexpr FilledArray filtersAt(std::uint32_t countOffset) {
+  return {countOffset, countOffset + 4, 32, 0, "pFilters"};
+}
+constexpr FilledArray kDisks = {36, 40, 52, 24, "pMedia"};
+constexpr FilledArray kTapes = {36, 40, 72, 12, "pMedia"};
+constexpr FilledArray kDiskItems = {16, 20, 32, 12, "pDiskItems"};
+constexpr FilledArray kTapeItems = {40, 44, 32, 0, "pTapeItems"};
+
+void fill(void* record, const FilledArray& array) {
+  if (array.count == 0) return;
+  auto* elements = static_cast<char*>(std::calloc(array.count, array.size));
+  for (std::uint32_t i = 0; i < array.count; ++i) {
+    const std::uint16_t mark = array.markOf(i);
+    std::memcpy(elements + i * array.size + array.markOffset, &mark, sizeof mark);
+  }
+  std::memcpy(static_cast<char*>(record) + array.countOffset, &array.count, sizeof array.count);
+  std::memcpy(static_cast<char*>(record) + array.offset, &elements, sizeof elements);
+}
+
+}  // namespace
+
 template <class Expect, class Convert>
 bool Run::convertPart(const char* what, std::size_t size, Expect expect, Convert convert,
-                      const BkoqLayout* only) {
+                      std::vector<FilledArray> arrays, const BkoqLayout* only) {
   const BkoqLayout layout = only != nullptr ? *only : drawer_.layout();
   if (random_.chance(2, 3)) setState(layout);
   Expectation expectation(tree(), states_[layout], layout, zone_->standardOffset);
+  for (FilledArray& each : arrays) each.count = random_.chance(1, 4) ? 1 + random_.below(3) : 0;
+  expectation.fill(arrays);
   const int expected = expect(expectation);
   void* const record = std::calloc(1, size);
+  for (const FilledArray& each : arrays) fill(record, each);
   const int result = convert(layout, record);
   if (!compare(what, layout, result, expected, expectation.messages(), record)) return false;
   tree().freeFound(true);
@@ -104,6 +130,10 @@ bool Run::convertNode(const NodePlan& plan) {
     disks.insert(names.back().get());
   }
   auto& node = builder_.made<BKQNode>(plan);
+  std::vector<FilledArray> arrays = {filtersAt(24)};
+  // A restore node counts one disk more, and makes an array of one whatever there is.
+  if (isDiskNode(plan.nodeClass)) arrays.push_back(kDisks);
+  if (plan.nodeClass == NodeClass::kTape) arrays.push_back(kTapes);
   return convertPart(
       "a node", 100, [&](Expectation& expected) { return expected.node(plan, form, call); },
       [&](BkoqLayout layout, void* record) {
@@ -128,7 +158,8 @@ bool Run::convertNode(const NodePlan& plan) {
                                                      : node.BKQNode::convertToBK2(record);
         }
         return 0;
-      });
+      },
+      std::move(arrays));
 }
 
 bool Run::convertDisk(const DiskPlan& plan) {
@@ -139,7 +170,8 @@ bool Run::convertDisk(const DiskPlan& plan) {
           [&](BkoqLayout layout, void* record) {
             return convertTo(layout, builder_.made<BKQDisk>(plan), record,
                              builder_.text(overridePath));
-          })) {
+          },
+          {filtersAt(8), kDiskItems})) {
     return false;
   }
   for (const auto& each : plan.items) {
@@ -169,7 +201,8 @@ bool Run::convertTape(const TapePlan& plan) {
           "a tape", 72, [&](Expectation& expected) { return expected.tape(plan); },
           [&](BkoqLayout layout, void* record) {
             return convertTo(layout, builder_.made<BKQTape>(plan), record);
-          })) {
+          },
+          {filtersAt(32), kTapeItems})) {
     return false;
   }
   for (const auto& each : plan.items) {
@@ -190,7 +223,7 @@ bool Run::convertTape(const TapePlan& plan) {
       [&](BkoqLayout /*layout*/, void* record) {
         return builder_.made<BKQTapeXtension>(*plan.extension).convertToBK2(record);
       },
-      &CurrentLayout::kLayout);
+      {}, &CurrentLayout::kLayout);
 }
 
 }  // namespace bkoq::test
