@@ -15,6 +15,12 @@ namespace {
 
 constexpr std::int64_t kMost16 = 0xFFFF;
 
+// Empty for what is missing, and for what is no text, which is a mistake of its own.
+std::string_view textOf(const Value* value) {
+  return value != nullptr && value->type() == Value::Type::kText ? value->text()
+                                                                 : std::string_view();
+}
+
 class Warner {
  public:
   Warner(const Document& document, Problems& problems) : document_(document), problems_(problems) {}
@@ -95,8 +101,7 @@ class Warner {
   }
 
   void machine(const Value& node) {
-    const Value* kind = node.find("kind");
-    isUnix_ = kind != nullptr && kind->text() == "unix";
+    isUnix_ = textOf(node.find("kind")) == "unix";
     object(machines(), node);
   }
 
@@ -158,7 +163,7 @@ class Warner {
     std::vector<Twin> twins;
     for (std::size_t i = 0; i < nodes.size(); ++i) {
       const Value* name = nodes[i].find("nodeName");
-      if (name == nullptr || name->text().empty()) continue;
+      if (textOf(name).empty()) continue;
       const auto [first, isNew] = seen.emplace(name->text(), name);
       if (!isNew) twins.push_back({i, name, first->second});
     }
@@ -176,20 +181,19 @@ class Warner {
 
   // The path of an item is put right after the name of its disk.
   void joinedPaths(const Value& disk) {
-    const Value* name = disk.find("diskName");
     const Value* items = disk.find("diskItems");
-    if (!isUnix_ || name == nullptr || items == nullptr || name->text().empty()) return;
+    const std::string_view name = textOf(disk.find("diskName"));
+    if (!isUnix_ || items == nullptr || name.empty()) return;
     const auto elements = items->elements();
     for (std::size_t i = 0; i < elements.size(); ++i) {
-      const Value* path = elements[i].find("path");
-      if (path == nullptr || path->text().empty()) continue;
-      if (name->text().back() == '/' || path->text().front() == '/') continue;
+      const Value* given = elements[i].find("path");
+      const std::string_view path = textOf(given);
+      if (path.empty() || name.back() == '/' || path.front() == '/') continue;
       const Within inList(*this, "diskItems");
       const Within inItem(*this, i);
-      warn(path->at(),
-           "with the disk's name it becomes " +
-               inQuotes(std::string(name->text()) + std::string(path->text())) + "; is " +
-               inQuotes(std::string(name->text()) + "/" + std::string(path->text())) + " meant?");
+      warn(given->at(), "with the disk's name it becomes " +
+                            inQuotes(std::string(name).append(path)) + "; is " +
+                            inQuotes(std::string(name).append("/").append(path)) + " meant?");
     }
   }
 

@@ -173,11 +173,13 @@ void Session::flatten(Job& job) {
   arguments.session = static_cast<unsigned short>(number & 3);
   if (form >= formsOf(family)) form = 0;
   for (const BkoqLayout layout : {BKOQ_LAYOUT_CURRENT, BKOQ_LAYOUT_PREVIOUS}) {
+    const bool isCurrent = layout == BKOQ_LAYOUT_CURRENT;
+    if (!takesAll(isCurrent == ((text.size() + number + form) % 2 == 0))) continue;
     void* roots[2] = {};
     int results[2] = {};
     for (int i = 0; i < 2; ++i) {
       clearState();
-      results[i] = layout == BKOQ_LAYOUT_CURRENT
+      results[i] = isCurrent
                        ? convertBy<CurrentLayout>(form, *job.job, family, arguments, roots[i])
                        : convertBy<PreviousLayout>(form, *job.job, family, arguments, roots[i]);
     }
