@@ -111,6 +111,7 @@ def main():
     tool, transcripts = os.path.abspath(arguments[0]), arguments[1:]
     root = os.path.dirname(os.path.dirname(os.path.dirname(os.path.abspath(__file__))))
     environment = {"FAILING_MALLOC": os.environ.get("FAILING_MALLOC", ""),
+                   "FAILING_NTH_MALLOC": os.environ.get("FAILING_NTH_MALLOC", ""),
                    "PATH": os.path.dirname(tool) + ":/usr/bin:/bin", "TZ": "UTC", "LC_ALL": "C",
                    "TERM": "xterm"}
     for name in ("ASAN_OPTIONS", "LSAN_OPTIONS", "UBSAN_OPTIONS"):
