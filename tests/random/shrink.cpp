@@ -1,10 +1,10 @@
 #include "tests/random/shrink.h"
 
 #include <algorithm>
-#include <cstdio>
 #include <type_traits>
 
 #include "tests/random/attributes.h"
+#include "tests/random/source.h"
 
 namespace bkoq::test {
 namespace {
@@ -126,16 +126,8 @@ class LeavingOut {
 };
 
 std::string shown(const Text& text) {
-  std::string shown = "\"";
-  for (const char c : text.substr(0, 60)) {
-    char escaped[8];
-    const auto byte = static_cast<unsigned char>(c);
-    // In octal, so that no digit after it counts.
-    std::snprintf(escaped, sizeof escaped, "\\%03o", unsigned{byte});
-    const bool isPlain = byte >= ' ' && byte <= '~' && c != '"' && c != '\\';
-    shown += isPlain ? std::string(1, c) : escaped;
-  }
-  return shown + (text.size() > 60 ? "\"..." : "\"");
+  constexpr std::size_t kMost = 60;
+  return literal(text.substr(0, kMost)) + (text.size() > kMost ? "..." : "");
 }
 
 class Outline {

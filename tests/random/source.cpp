@@ -12,6 +12,20 @@
 #include "tests/random/expect.h"
 
 namespace bkoq::test {
+
+std::string literal(const Text& text) {
+  std::string literal = "\"";
+  for (const char c : text) {
+    char escaped[8];
+    const auto byte = static_cast<unsigned char>(c);
+    // In octal, so that no digit after it counts; "?" as well, of which two begin a trigraph.
+    std::snprintf(escaped, sizeof escaped, "\\%03o", unsigned{byte});
+    const bool isPlain = byte >= ' ' && byte <= '~' && c != '"' && c != '\\' && c != '?';
+    literal += isPlain ? std::string(1, c) : escaped;
+  }
+  return literal + "\"";
+}
+
 namespace {
 
 // What is written to make an object: its class, the arguments of its constructor and the calls of
@@ -33,19 +47,6 @@ struct Written {
   std::vector<Call> calls;
 };
 
-std::string literal(const Text& text) {
-  std::string literal = "\"";
-  for (const char c : text) {
-    char escaped[8];
-    const auto byte = static_cast<unsigned char>(c);
-    // In octal, so that no digit after it counts.
-    std::snprintf(escaped, sizeof escaped, "\\%03o", unsigned{byte});
-    const bool isPlain = byte >= ' ' && byte <= '~' && c != '"' && c != '\\' && c != '?';
-    literal += isPlain ? std::string(1, c) : escaped;
-  }
-  return literal + "\"";
-}
-
 std::string jsonOf(const Text& text) {
   std::string json = "\"";
   for (const char c : text) {
@@ -63,8 +64,7 @@ std::string timeLiteral(std::uint32_t time) {
 }
 
 std::string jsonTimeOf(std::uint32_t time) {
-  constexpr std::int64_t kFirst1970 = 2177452800;
-  const auto seconds = static_cast<std::time_t>(time - kFirst1970);
+  const auto seconds = static_cast<std::time_t>(std::int64_t{time} - RW_SECONDS_TO_1970);
   char text[40];
   std::strftime(text, sizeof text, "\"%Y-%m-%dT%H:%M:%SZ\"", std::gmtime(&seconds));
   return text;

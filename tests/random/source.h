@@ -7,6 +7,9 @@
 
 namespace bkoq::test {
 
+// A text as C++ writes it.
+std::string literal(const Text& text);
+
 // A job as C++: a function makeJob() that makes it as the plan says and frees nothing.
 std::string asSource(const JobPlan& plan);
 
