@@ -92,7 +92,7 @@ std::vector<std::string> recordNames(BkoqLayout layout) {
 
 // What is wrong, in the words of all other messages; the parser's own texts are only taken apart.
 std::string wordsOf(const CLI::ParseError& error, const std::string& command) {
-  const std::string text = error.what();
+  std::string text = error.what();
   const auto after = [&text](const std::string& part) {
     return text.substr(text.find(part) + part.size());
   };

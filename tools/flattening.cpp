@@ -155,9 +155,10 @@ std::string selectsNothing(const Value& job, const Selection& selection) {
     for (const std::string& each : all) {
       if (!seen.insert(each).second) continue;
       constexpr std::size_t kMost = 20;
-      if (seen.size() > kMost)
-        return std::string("no ") + what + " is \"" + name + "\"; there are " + list +
-               " and others";
+      if (seen.size() > kMost) {
+        list += " and others";
+        break;
+      }
       list += (list.empty() ? "\"" : ", \"") + each + "\"";
     }
     return std::string("no ") + what + " is \"" + name + "\"; there " +

@@ -63,7 +63,7 @@ void ImageDoubts::tell(const void* root, BkoqLayout layout, const void* image,
   for (const BkoqImageError& error : errors_) {
     const std::string text = wordsOf(error, knownEnd);
     if (first_.empty()) first_ = text;
-    fail(file_ + ": " + text + hint);
+    fail(std::string(file_).append(": ").append(text).append(hint));
     if (error.position >= kHeaderSize) knownEnd = places.jobEnd;
   }
   if (count_ > kMost) fail(file_ + ": " + std::to_string(count_ - kMost) + " more doubts");
@@ -76,7 +76,7 @@ std::string ImageDoubts::words() const {
 }
 
 std::string ImageDoubts::wordsOf(const BkoqImageError& error, std::uint32_t knownEnd) const {
-  const std::string text = error.text;
+  std::string text = error.text;
   if (showSecrets_ || tellsNoLength(error.problem)) return text;
   const std::string byte = "byte " + std::to_string(error.position);
   std::string place = error.position < knownEnd ? byte : "";

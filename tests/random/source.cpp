@@ -468,15 +468,13 @@ void Writer::attachments(Written& object, const JobPlan& plan) {
     add(object, "setPrintQueue", "printQueue", std::move(queue), false);
   }
   if (!plan.schedule) return;
-  bool isOwn = false;
-  switch (plan.jobClass) {
-#define BKOQ_OWN(kind, class_, code, word, scheduleOf, ...) \
-  case JobClass::k##kind:                                   \
-    isOwn = isOf<scheduleOf>(plan.schedule->scheduleClass); \
-    break;
-    BKOQ_JOB_KINDS(BKOQ_OWN)
+  static constexpr bool (*kIsOwn[])(ScheduleClass) = {
+#define BKOQ_OWN(kind, class_, code, word, scheduleOf, ...) isOf<scheduleOf>,
+      BKOQ_JOB_KINDS(BKOQ_OWN)
 #undef BKOQ_OWN
-  }
+  };
+  const auto kind = static_cast<unsigned int>(plan.jobClass);
+  const bool isOwn = kIsOwn[kind](plan.schedule->scheduleClass);
   if (!isOwn) miss("a schedule that does not suit the kind of job");
   add(object, isOwn ? "setSchedule" : "BKQJob::setSchedule", "schedule", schedule(*plan.schedule),
       false);
@@ -582,7 +580,7 @@ class Source {
   std::string make(const Written& object) {
     const auto found = variables_.find(object.plan);
     if (found != variables_.end()) return found->second;
-    const std::string variable = "o" + std::to_string(variables_.size());
+    std::string variable = "o" + std::to_string(variables_.size());
     variables_[object.plan] = variable;
     line("auto& " + variable + " = *new " + object.className +
          (object.constructor.empty() ? "" : "(" + object.constructor + ")") + ";");
@@ -596,7 +594,8 @@ class Source {
       if (call.setter.empty()) continue;
       if (call.setter == "getTapeXtension" && !call.parts.empty()) {
         const std::string part = "x" + std::to_string(++extensions_);
-        line("auto& " + part + " = *" + variable + ".getTapeXtension();");
+        line(std::string("auto& ").append(part).append(" = *").append(variable) +
+             ".getTapeXtension();");
         fill(part, call.parts[0]);
         continue;
       }
