@@ -22,11 +22,6 @@ function(bkoq_test_program name)
   add_executable(${name} ${arg_SOURCES})
   bkoq_target(${name})
   target_compile_options(${name} PRIVATE -O0)
-  if(BKOQ_SANITIZE)
-    # Undefined behaviour is looked for in what is tested. In the tests themselves the looking is most of
-    # what there is to compile.
-    target_compile_options(${name} PRIVATE -fno-sanitize=undefined)
-  endif()
   target_link_libraries(${name} PRIVATE ${arg_LIBRARIES} gtest_main)
   # Half of that time goes into this header, where there are many sources.
   list(LENGTH arg_SOURCES count)
