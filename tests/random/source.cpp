@@ -267,8 +267,9 @@ Written Writer::tape(const TapePlan& plan) {
   }
   set.add("BKQTape::setOptions", plan.optionsAfterExtension);
   if (plan.extension) {
-    if ((optionsOf(plan) & 0x8000000) == 0)
+    if ((optionsOf(plan) & 0x8000000) == 0) {
       miss("a tape's extension without its bit in the options");
+    }
     Written extension = named(plan.extension.get(), "BKQTapeXtension", "");
     Attributes setExtension(extension);
     eachOfTapeExtension(*plan.extension, setExtension);
