@@ -41,8 +41,10 @@ class Salvager {
     if (size_ - kHeaderSize < job.def->size) doubtCut(kHeaderSize, job.def->size);
     const std::uint32_t root = loadWord(image_ + kRootAt);
     if (root != kHeaderSize) {
-      doubt(BKOQ_IMAGE_ROOT, thisBlock(), kRootAt, words("%u", kHeaderSize),
-            words("%u", unsigned{root}), words("the job record is read from where it must be"));
+      doubt(BKOQ_IMAGE_ROOT, thisBlock(), kRootAt, [&] {
+        return Message{words("%u", kHeaderSize), words("%u", unsigned{root}),
+                       words("the job record is read from where it must be")};
+      });
     }
     readRecord(job, kHeaderSize);
     checkEnd();
@@ -67,29 +69,43 @@ class Salvager {
     read_ += size;
     for (std::uint32_t i = offset + size; i < std::min(next_, size_); ++i) {
       if (image_[i] == 0) continue;
-      doubt(BKOQ_IMAGE_PADDING, thisBlock(), i, words("zero"), words("0x%02x", image_[i]),
-            words("bytes after the block were changed"));
+      doubt(BKOQ_IMAGE_PADDING, thisBlock(), i, [&] {
+        return Message{words("zero"), words("0x%02x", image_[i]),
+                       words("bytes after the block were changed")};
+      });
       break;
     }
   }
 
-  // `block` is the first block that may not be what was written.
+  struct Message {
+    Words expected;
+    Words found;
+    Words what;
+  };
+
+  // `block` is the first block that may not be what was written. `message` is called when somebody
+  // is to be told: of a layout that is only tried doubts are counted, and there may be many.
+  template <class MakeMessage>
   void doubt(BkoqImageProblem problem, std::uint32_t block, std::uint32_t position,
-             const Words& expected, const Words& found, const Words& what) {
+             const MakeMessage& message) {
     if (doubtfulFrom_ == 0 || block < doubtfulFrom_) doubtfulFrom_ = block;
     ++doubts_;
     if (visitor_ == nullptr) return;
+    const Message said = message();
     BkoqImageError error{};
-    setImageError(error, problem, path_.text(), position, expected.text, found.text, what.text);
+    setImageError(error, problem, path_.text(), position, said.expected.text, said.found.text,
+                  said.what.text);
     visitor_(&error, user_);
   }
   std::uint32_t thisBlock() const { return blocks_; }
   std::uint32_t nextBlock() const { return blocks_ + 1; }
   // Of the block that was taken last.
   void doubtCut(std::uint32_t offset, std::uint64_t size) {
-    doubt(BKOQ_IMAGE_COUNT, thisBlock(), offset, words("%s", byteWords(size).text),
-          words("%s", byteWords(available(offset)).text),
-          words("cut off: zeros are shown for what is missing"));
+    doubt(BKOQ_IMAGE_COUNT, thisBlock(), offset, [&] {
+      return Message{words("%s", byteWords(size).text),
+                     words("%s", byteWords(available(offset)).text),
+                     words("cut off: zeros are shown for what is missing")};
+    });
   }
 
   // A number of the image is replaced by the one that was found.
@@ -134,13 +150,17 @@ class Salvager {
     const std::uint32_t offset = word(position);
     if (offset == 0) return 0;
     if (!field.pointsSomewhere()) {
-      doubt(BKOQ_IMAGE_UNKNOWN_MEDIA, nextBlock(), position, words("null"),
-            words("offset %u", offset), words("not read, since the kind of the job is not known"));
+      doubt(BKOQ_IMAGE_UNKNOWN_MEDIA, nextBlock(), position, [&] {
+        return Message{words("null"), words("offset %u", offset),
+                       words("not read, since the kind of the job is not known")};
+      });
       return 0;
     }
     if (read_ > kMostReadings * size_ || openTexts_.size() >= kMostOpenTexts) {
-      doubt(BKOQ_IMAGE_OVERLAP, nextBlock(), position, words("blocks that take the image once"),
-            words("more"), words("not read: too much leads to the same bytes"));
+      doubt(BKOQ_IMAGE_OVERLAP, nextBlock(), position, [&] {
+        return Message{words("blocks that take the image once"), words("more"),
+                       words("not read: too much leads to the same bytes")};
+      });
       return 0;
     }
     // Texts that run into one another: what is secret is to be found in no other text.
@@ -148,8 +168,10 @@ class Salvager {
         lastHasTexts_ && offset > last_ && offset < next_ && offset % kAlignment == 0;
     const bool isSecret = field.def().secret != Secret::kNone;
     if (isInTextBefore && lastIsSecret_ && !leadsOn(field, offset)) {
-      doubt(BKOQ_IMAGE_OVERLAP, nextBlock(), position, words("offset %u", unsigned{next_}),
-            words("offset %u", unsigned{offset}), words("not read: it leads into a secret"));
+      doubt(BKOQ_IMAGE_OVERLAP, nextBlock(), position, [&] {
+        return Message{words("offset %u", unsigned{next_}), words("offset %u", unsigned{offset}),
+                       words("not read: it leads into a secret")};
+      });
       return 0;
     }
     if (isInTextBefore && isSecret && !lastIsSecret_) {
@@ -158,9 +180,10 @@ class Salvager {
       return offset;
     }
     if (isTakenLater(offset, position)) {
-      doubt(BKOQ_IMAGE_OVERLAP, nextBlock(), position, words("null"),
-            words("offset %u", unsigned{offset}),
-            words("not read: another offset leads to the block that comes here"));
+      doubt(BKOQ_IMAGE_OVERLAP, nextBlock(), position, [&] {
+        return Message{words("null"), words("offset %u", unsigned{offset}),
+                       words("not read: another offset leads to the block that comes here")};
+      });
       return 0;
     }
     const std::uint32_t start = std::min(startOf(field, offset, position), size_);
@@ -168,8 +191,10 @@ class Salvager {
         field.def().kind == FieldKind::kArray || field.def().kind == FieldKind::kTextList;
     if (start >= size_ && !(isCounted && field.count() == 0)) {
       // Nothing of the block is there. Its count stays, and tells how many there were.
-      doubt(BKOQ_IMAGE_OUTSIDE, nextBlock(), position, words("less than %u", unsigned{size_}),
-            words("offset %u", unsigned{offset}), words("cut off: nothing of it is left"));
+      doubt(BKOQ_IMAGE_OUTSIDE, nextBlock(), position, [&] {
+        return Message{words("less than %u", unsigned{size_}), words("offset %u", unsigned{offset}),
+                       words("cut off: nothing of it is left")};
+      });
       return 0;
     }
     return start;
@@ -220,10 +245,12 @@ class Salvager {
                             !(offset > next_ && isContradicted) &&
                             !(isNext && !leadsOn(field, offset));
     shift_ = isBelieved ? 0 : next_ - offset;
-    doubt(offset > next_ ? BKOQ_IMAGE_GAP : BKOQ_IMAGE_OVERLAP, nextBlock(), position,
-          words("offset %u", unsigned{next_}), words("offset %u", unsigned{offset}),
-          isBelieved ? words("read from the offset, not from where the block should be")
-                     : words("read from where the block should be, not from its offset"));
+    doubt(offset > next_ ? BKOQ_IMAGE_GAP : BKOQ_IMAGE_OVERLAP, nextBlock(), position, [&] {
+      return Message{words("offset %u", unsigned{next_}), words("offset %u", unsigned{offset}),
+                     isBelieved
+                         ? words("read from the offset, not from where the block should be")
+                         : words("read from where the block should be, not from its offset")};
+    });
     return isBelieved ? std::min(offset, size_) : next_;
   }
 
@@ -259,9 +286,11 @@ class Salvager {
     moveOn(start, std::min(count * size, available(start)));
     if (count != said) {
       storeCount(field, count);
-      doubt(BKOQ_IMAGE_COUNT, thisBlock(), position,
+      doubt(BKOQ_IMAGE_COUNT, thisBlock(), position, [&] {
+        return Message{
             words("%u %s", unsigned{count}, field.target()->name), words("%u", unsigned{said}),
-            words("of %u there %s %u", unsigned{said}, count == 1 ? "is" : "are", unsigned{count}));
+            words("of %u there %s %u", unsigned{said}, count == 1 ? "is" : "are", unsigned{count})};
+      });
     }
     const std::uint64_t whole = std::uint64_t{count} * size;
     if (whole > available(start)) doubtCut(start, whole);
@@ -298,10 +327,11 @@ class Salvager {
     addOpenText(field, start, end);
     if (!isCut) return;
     if (kept != count) storeCount(field, kept);
-    doubt(BKOQ_IMAGE_UNTERMINATED, thisBlock(), start,
-          words("%u texts with their NULs", unsigned{count}),
-          words("the end of the image at %u", unsigned{size_}),
-          words("cut off: what is left of the text is shown"));
+    doubt(BKOQ_IMAGE_UNTERMINATED, thisBlock(), start, [&] {
+      return Message{words("%u texts with their NULs", unsigned{count}),
+                     words("the end of the image at %u", unsigned{size_}),
+                     words("cut off: what is left of the text is shown")};
+    });
   }
 
   // Remembers a text until it is known whether it runs into records.
@@ -320,8 +350,10 @@ class Salvager {
   void endTexts(std::uint32_t start) {
     for (const OpenText& text : openTexts_) {
       if (text.end <= start) continue;
-      doubt(BKOQ_IMAGE_OVERLAP, text.block, text.start, words("an end before %u", unsigned{start}),
-            words("%u", unsigned{text.end}), words("cut off: the text runs into what comes here"));
+      doubt(BKOQ_IMAGE_OVERLAP, text.block, text.start, [&] {
+        return Message{words("an end before %u", unsigned{start}), words("%u", unsigned{text.end}),
+                       words("cut off: the text runs into what comes here")};
+      });
       const std::uint32_t end = start - 1;
       if (mode_ == Mode::kRepair) image_[end] = 0;
       if (text.areTwo && mode_ == Mode::kRepair) image_[end - 1] = 0;
@@ -337,15 +369,18 @@ class Salvager {
 
   void checkEnd() {
     if (next_ < size_) {
-      doubt(BKOQ_IMAGE_TRAILING, doubtfulFrom_ != 0 ? doubtfulFrom_ : 1, next_,
-            words("the end of the image"), words("%s more", byteWords(size_ - next_).text),
-            words("bytes at the end belong to nothing that was found"));
+      doubt(BKOQ_IMAGE_TRAILING, doubtfulFrom_ != 0 ? doubtfulFrom_ : 1, next_, [&] {
+        return Message{words("the end of the image"),
+                       words("%s more", byteWords(size_ - next_).text),
+                       words("bytes at the end belong to nothing that was found")};
+      });
     }
     const std::uint32_t said = loadWord(image_ + kBlocksAt);
     if (blocks_ != said) {
-      doubt(BKOQ_IMAGE_BLOCKS, doubtfulFrom_ != 0 ? doubtfulFrom_ : 1, kBlocksAt,
-            words("%u blocks", unsigned{blocks_}), words("%u", unsigned{said}),
-            words("not as many blocks as the header says"));
+      doubt(BKOQ_IMAGE_BLOCKS, doubtfulFrom_ != 0 ? doubtfulFrom_ : 1, kBlocksAt, [&] {
+        return Message{words("%u blocks", unsigned{blocks_}), words("%u", unsigned{said}),
+                       words("not as many blocks as the header says")};
+      });
     }
   }
 
