@@ -25,7 +25,7 @@ struct Scope {
   bool isExactly(const Path& other) const { return path != nullptr && matches(path, other.text()); }
 };
 
-// Each prints a tree in one form and returns whether anything was printed.
+// Each prints a tree in one form and returns whether there was anything to print.
 bool printText(const RecordView& job, const Options& options, const Scope& scope, Output& out);
 bool printJson(const RecordView& job, const Options& options, const Scope& scope, Output& out);
 bool printAnnotated(const RecordView& job, const Options& options, const Scope& scope, Output& out);

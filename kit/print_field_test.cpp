@@ -137,6 +137,54 @@ TEST(PrintField, GivesJson) {
   }
 }
 
+TEST(PrintField, LeavesOutWhatIsZeroOfAPattern) {
+  const CurrentTree job = currentBackup();
+  const auto print = [&](const char* path, BkoqFormat format) {
+    BkoqPrintOptions options = {};
+    options.format = format;
+    options.hideZero = 1;
+    std::string text;
+    EXPECT_EQ(bkoqPrintField(job.get(), BKOQ_LAYOUT_CURRENT, path, &options, appendToString, &text),
+              BKOQ_OK)
+        << path;
+    return text;
+  };
+  const char* item = "pSourceNodes[0].pMedia[0].pDiskItems[0].*";
+  EXPECT_EQ(print(item, BKOQ_FORMAT_TEXT), expected(R"(
+pSourceNodes[0].pMedia[0].pDiskItems[0].pszPath: "/home/ledgers"
+pSourceNodes[0].pMedia[0].pDiskItems[0].ulFileCount: 2
+pSourceNodes[0].pMedia[0].pDiskItems[0].pFileList: "2003.db", "2004.db"
+)"));
+  EXPECT_EQ(print(item, BKOQ_FORMAT_PLAIN_JSON), expected(R"(
+{
+  "format": "bkoq-values",
+  "version": 1,
+  "layout": "current",
+  "pattern": "pSourceNodes[0].pMedia[0].pDiskItems[0].*",
+  "matches": [
+    {"path": "pSourceNodes[0].pMedia[0].pDiskItems[0].pszPath", "value": "/home/ledgers"},
+    {"path": "pSourceNodes[0].pMedia[0].pDiskItems[0].ulFileCount", "value": 2},
+    {"path": "pSourceNodes[0].pMedia[0].pDiskItems[0].pFileList", "value": ["2003.db", "2004.db"]}
+  ]
+}
+)"));
+  // All of it is zero: there is such a field, and nothing to show.
+  EXPECT_EQ(print("pSourceNodes[0].pMedia[0].pDiskItems[0].ulOption*", BKOQ_FORMAT_TEXT), "");
+  EXPECT_EQ(print("pSourceNodes[0].pMedia[0].pDiskItems[0].ulOption*", BKOQ_FORMAT_PLAIN_JSON),
+            expected(R"(
+{
+  "format": "bkoq-values",
+  "version": 1,
+  "layout": "current",
+  "pattern": "pSourceNodes[0].pMedia[0].pDiskItems[0].ulOption*",
+  "matches": [
+  ]
+}
+)"));
+  // What is asked for by its own path is shown.
+  EXPECT_EQ(print("pSourceNodes[0].pMedia[0].pDiskItems[0].ulOptions", BKOQ_FORMAT_TEXT), "0\n");
+}
+
 TEST(PrintField, SaysWhenThereIsNoSuchPath) {
   const CurrentTree job = currentBackup();
   for (const char* path : {"pszowner", "pSourceNodes[2]", "pSourceNodes[0].pMedia[0].",

@@ -49,7 +49,11 @@ class JsonPrinter : public WalkHandler {
     Level& level = levels_[at.depth];
     level.open = Open::kNothing;
     const bool isStart = startsMatch(at);
-    if (!isStart && (!level.isShown || isHidden(field, options_))) return !out_.failed();
+    isAnythingFound_ |= isStart;
+    const bool isAskedFor = isStart && !scope_.isPattern;  // by itself, so it is shown
+    if (!isAskedFor && ((!isStart && !level.isShown) || isHidden(field, options_))) {
+      return !out_.failed();
+    }
     if (isStart) {
       beginMatch(at, "", true);
       if (isPlain_) {
@@ -104,7 +108,8 @@ class JsonPrinter : public WalkHandler {
     return !out_.failed();
   }
 
-  bool isAnythingShown() const { return isAnythingShown_; }
+  // What is found may all be zero, and so be left out.
+  bool isAnythingFound() const { return isAnythingFound_ || isAnythingShown_; }
 
  private:
   // The value of a field that is being written.
@@ -172,6 +177,7 @@ class JsonPrinter : public WalkHandler {
   Output& out_;
   bool isPlain_;
   std::vector<Level> levels_;  // by depth
+  bool isAnythingFound_ = false;
   bool isAnythingShown_ = false;
   // What is at a path that was asked for is being written, beginning with a field or a record.
   bool isInMatch_ = false;
@@ -208,7 +214,7 @@ bool printJson(const RecordView& job, const Options& options, const Scope& scope
   JsonPrinter printer(options, scope, out);
   Walker<JsonPrinter>(printer).walk(job);
   out.put(isList ? "\n  ]\n}\n" : "\n}\n");
-  return printer.isAnythingShown();
+  return printer.isAnythingFound();
 }
 
 }  // namespace bkoq::kit

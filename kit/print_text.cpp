@@ -101,6 +101,7 @@ class TextPrinter : public WalkHandler {
   // printed as them.
   void printAlone(const FieldView& field, const Block& block, const Position& at) {
     isAnythingShown_ = true;  // an array may be empty
+    if (scope_.isPattern && isHidden(field, options_)) return;
     if (field.target() != nullptr && (block.bytes != nullptr || isEmbedded_)) return;
     Value& value = value_;
     describe(field, block, value);

@@ -11,6 +11,7 @@
 #include <unordered_map>
 #include <utility>
 
+#include "kit/pattern.h"
 #include "tools/attributes.h"
 #include "tools/image_doubts.h"
 #include "tools/job_file.h"
@@ -394,9 +395,13 @@ Status printWithReasons(const std::vector<OwnedTree>& trees, const std::string& 
     const std::string path = request.at.empty() ? request.field : why.pathAt(block, offset, layout);
     std::vector<FieldReason> reasons;
     if (!path.empty()) reasons = why.ofPath(path, layout);
+    // What is printed leaves them out too, unless it is one field that is asked for.
+    if (request.isShort && (reasons.size() > 1 || kit::isPattern(path.c_str()))) {
+      const auto isZero = [](const FieldReason& reason) { return reason.field->isZero; };
+      reasons.erase(std::remove_if(reasons.begin(), reasons.end(), isZero), reasons.end());
+    }
     if (!request.json) {
       for (const FieldReason& reason : reasons) {
-        if (request.isShort && reasons.size() > 1 && reason.field->isZero) continue;
         print((trees.size() > 1 ? std::string(nameOf(layout)) + " layout: " : "") +
               why.text(reason) + "\n");
       }
