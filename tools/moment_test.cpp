@@ -118,7 +118,9 @@ TEST(Moment, EndsWhereTheRecordsDo) {
       {"2037-02-06T07:28:15+01:00", "2117514495"},
       {"1899-12-31T00:00Z", kRange},
       {"1900-01-01T00:00Z", kRange},
+      {"1900-01-01T00:00", kRange},
       {"2038-12-31T23:59Z", kRange},
+      {"2038-12-31T23:59", kRange},
       {"2039-01-01T00:00Z", kRange},
       {"0000-01-01T00:00Z", kRange},
       {"9999-12-31T23:59", kRange},
@@ -158,6 +160,24 @@ TEST(Moment, HasNoMidnightWhereTheClockSkipsIt) {
   const TimeZone zone("XST3XDT,M10.3.0/0,M2.3.0/0");
   EXPECT_EQ(read("2024-10-20"), kSkipped);
   EXPECT_EQ(read("2024-10-20T01:00"), "1729393200");
+}
+
+// Clocks are also put forward by half an hour, and at the date line by a whole day.
+TEST(Moment, IsNotInHalfAnHourOrADayThatIsSkipped) {
+  {
+    const TimeZone zone("LHST-10:30LHDT-11,M10.1.0,M4.1.0");
+    const Case cases[] = {{"2024-10-06T01:59:59", "1728142199"},
+                          {"2024-10-06T02:00", kSkipped},
+                          {"2024-10-06T02:15", kSkipped},
+                          {"2024-10-06T02:30", "1728142200"}};
+    expectAll(cases);
+  }
+  const TimeZone zone("EAST12WEST-12,J364/0,J100/0");
+  const Case cases[] = {{"2011-12-29T23:59:59", "1325246399"},
+                        {"2011-12-30T00:00", kSkipped},
+                        {"2011-12-30T10:00", kSkipped},
+                        {"2011-12-31T00:00", "1325246400"}};
+  expectAll(cases);
 }
 
 TEST(Moment, IsWrittenAsItIsRead) {

@@ -28,11 +28,13 @@ BAR = re.compile(r"\r\[#*\.*\] \d+ of \d+|\r\x1b\[K")
 
 
 def on_terminal(arguments, columns, folder, stream="both", before=None, **variables):
-    """What is printed on a terminal; `stream` says what of the command goes there."""
+    """What is printed on a terminal; `stream` says what of the command goes there. A variable of
+    None is not set."""
     primary, secondary = pty.openpty()
     fcntl.ioctl(secondary, termios.TIOCSWINSZ, struct.pack("HHHH", 24, columns, 0, 0))
     other = subprocess.DEVNULL
     environment = {"PATH": "/usr/bin:/bin", "TERM": "xterm", "TZ": "UTC", **variables}
+    environment = {name: value for name, value in environment.items() if value is not None}
     process = subprocess.Popen(arguments, stdin=other, cwd=folder, env=environment,
                                stdout=secondary if stream != "errors" else other,
                                stderr=secondary if stream != "output" else other)
@@ -71,6 +73,11 @@ def lines_fit(tool, example, folder):
                 and "attributes" not in command:
             output = BAR.sub("", on_terminal(arguments, 60, folder, NO_COLOR="1")[1])
             assert "".join(output.split()) == "".join((plain.stdout + plain.stderr).split()), command
+    # Where next to nothing fits, and where the terminal does not tell, lines stay whole.
+    check = [tool, "check", "missing.json"]
+    whole = "bkoq: cannot read missing.json: No such file or directory\n"
+    assert len(on_terminal(check, 40, folder)[1].splitlines()) == 2
+    assert on_terminal(check, 39, folder)[1] == on_terminal(check, 0, folder)[1] == whole
 
 
 def colours(tool, example, folder):
@@ -80,6 +87,7 @@ def colours(tool, example, folder):
     assert not has(show, NO_COLOR="1")
     assert has(show, NO_COLOR="")
     assert not has(show, TERM="dumb")
+    assert has(show, TERM=None)
     assert has(show + ["--color=always"], TERM="dumb", NO_COLOR="1")
     assert not has(show + ["--color", "never"])
     assert not has(show + ["--color", "auto"], TERM="dumb")
@@ -110,10 +118,11 @@ def bar(tool, example, folder):
         return output
 
     # It is cleared at the end.
-    assert re.fullmatch(r"\r\[#{26}\.{14}\] 2 of 3(\r\[#{40}\] 3 of 3)?\r\x1b\[K", shown(80))
+    for columns in (80, 0):  # a terminal that does not tell its width counts as 80 columns wide
+        assert re.fullmatch(r"\r\[#{26}\.{14}\] 2 of 3(\r\[#{40}\] 3 of 3)?\r\x1b\[K", shown(columns))
     narrow = shown(30).split("\r")[1]
     assert narrow.startswith("[#") and "2 of 3" in narrow and len(narrow) < 30, narrow
-    assert shown(80, TERM="dumb") == ""
+    assert shown(80, TERM="dumb") == shown(80, TERM=None) == ""
     feeder = threading.Thread(target=feed)
     feeder.start()
     done = subprocess.run(check, capture_output=True, check=True, cwd=folder)
