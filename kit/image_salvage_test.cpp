@@ -334,6 +334,28 @@ TEST(Salvage, EndsAListBeforeTheRecordsThatItRunsInto) {
   }
 }
 
+// Texts that have all lost their ends would each be read up to the end of the last one.
+TEST(Salvage, DoesNotReadTheSameBytesWithoutEnd) {
+  CurrentTree job = currentJob(1);
+  BKNODE* node = give<BKNODE>(job->ulNumSourceNodes, job->pSourceNodes, 1);
+  BKDDISK* disk = give<BKDDISK>(node->ulMediaCount, node->pMedia, 1);
+  BKDISKITEM* items = give<BKDISKITEM>(disk->ulDiskItemCount, disk->pDiskItems, 70);
+  for (int i = 0; i < 70; ++i) items[i].pszPath = text("abc");
+  Bytes image = imageOf(job);
+  for (std::size_t end = image.size() - 5; end > image.size() - 70 * 4; end -= 4) image[end] = 'd';
+  seal(image);
+  const Salvaged result = salvage(image);
+  const auto count = [](const std::string& all, const std::string& part) {
+    int found = 0;
+    for (std::size_t at = 0; (at = all.find(part, at)) != std::string::npos; ++at) ++found;
+    return found;
+  };
+  // The records take 2,716 bytes of 2,996, and 28 texts of 280, 276, ... bytes what is left of
+  // three readings.
+  EXPECT_EQ(count(result.text, "\"abc"), 28);
+  EXPECT_EQ(count(result.doubts, "not read: too much leads to the same bytes"), 70 - 28);
+}
+
 // Every changed byte and every cut: it ends, stays in the image, and shows at least the job.
 TEST(Salvage, SurvivesEveryChangedByteAndEveryCut) {
   const Bytes good = imageOf(currentBackup());

@@ -172,6 +172,9 @@ TEST_P(EveryAttribute, TakesBothEndsOfItsRange) {
   for (const AttributeRow& row : tested.rows) {
     const Attribute* attribute = tables->find(row.key);
     if (attribute == nullptr || attribute->shape != Shape::kNumber) continue;
+    // An experiment changes the lowest bit of a number, and must stay within the range.
+    EXPECT_EQ(attribute->least & 1, 0) << row.key;
+    EXPECT_EQ(attribute->most & 1, 1) << row.key;
     for (const std::int64_t end : {attribute->least, attribute->most}) {
       const Read set = readAlone(tested, row, std::to_string(end));
       ASSERT_NE(set.object, nullptr) << row.key;

@@ -173,7 +173,10 @@ Status printJsonTrees(const std::vector<OwnedTree>& trees, const Request& reques
   for (const OwnedTree& tree : trees) {
     if (&tree != &trees.front()) start = ",\n";
     const Status status = printTree(tree, request, sink, &start);
-    if (status != kDone) return status;
+    if (status != kDone) {
+      if (&tree != &trees.front()) print("]\n}\n");
+      return status;
+    }
   }
   print("]\n}\n");
   return kDone;

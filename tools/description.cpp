@@ -2,6 +2,7 @@
 
 #include <cctype>
 #include <sstream>
+#include <string_view>
 #include <vector>
 
 namespace bkoq::tool {
@@ -255,7 +256,7 @@ std::string zshText(const std::string& text) {
     if (c == '\'') {
       result += "'\\''";
     } else {
-      if (c == '[' || c == ']' || c == ':') result += '\\';
+      if (std::string_view("[]:").find(c) != std::string_view::npos) result += '\\';
       result += c;
     }
   }
