@@ -17,6 +17,7 @@
 #include "tests/support/job_conversion.h"
 #include "tests/support/name_list.h"
 #include "tests/support/rows.h"
+#include "tests/support/sanitizers.h"
 #include "tests/support/stderr_capture.h"
 #include "tests/support/time_zone.h"
 
@@ -252,7 +253,7 @@ TYPED_TEST(RestoreConversion, RestoreCursorsStandAtTheEnd) {
   EXPECT_EQ(left(job, &BKQRestoreJob::enumFilters), 1u);
 }
 
-#ifndef __SANITIZE_ADDRESS__  // which copies the whole array for every node
+#ifndef BKOQ_WITH_ASAN  // which copies the whole array for every node
 TYPED_TEST(RestoreConversion, WalkOutlastsTheNodeCursors) {
   // The cursors have 16 bits; the walk visits every node once nevertheless.
   BKQRestoreJob job("restore");

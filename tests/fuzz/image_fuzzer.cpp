@@ -10,14 +10,8 @@
 #include <vector>
 
 #include "tests/fuzz/require.h"
+#include "tests/support/sanitizers.h"
 
-#if defined(__SANITIZE_ADDRESS__)
-#define BKOQ_WITH_ASAN
-#elif defined(__has_feature)
-#if __has_feature(address_sanitizer)
-#define BKOQ_WITH_ASAN
-#endif
-#endif
 #ifdef BKOQ_WITH_ASAN
 #include <sanitizer/asan_interface.h>
 #endif

@@ -7,13 +7,9 @@
 #include <cstdio>
 #include <string>
 
-#if defined(__SANITIZE_ADDRESS__)
+#include "tests/support/sanitizers.h"
+#ifdef BKOQ_WITH_ASAN
 #include <sanitizer/common_interface_defs.h>
-#elif defined(__has_feature)
-#if __has_feature(address_sanitizer)
-#include <sanitizer/common_interface_defs.h>
-#define __SANITIZE_ADDRESS__ 1
-#endif
 #endif
 
 namespace bkoq::test {
@@ -23,7 +19,7 @@ class ErrorStream {
  public:
   ErrorStream() : terminal_(dup(2)), file_(memfd_create("messages", 0)) {
     dup2(file_, 2);
-#if defined(__SANITIZE_ADDRESS__)
+#ifdef BKOQ_WITH_ASAN
     __sanitizer_set_report_fd(reinterpret_cast<void*>(static_cast<std::intptr_t>(terminal_)));
 #endif
   }

@@ -7,6 +7,8 @@
 #include <cstdlib>
 #include <cstring>
 
+#include "tests/support/sanitizers.h"
+
 namespace bkoq::test {
 
 namespace {
@@ -28,7 +30,7 @@ bool isTooSmall(const void* block, std::size_t size) {
 }
 
 bool isTooLarge(const void* block, std::size_t size) {
-#if defined(__SANITIZE_ADDRESS__)
+#ifdef BKOQ_WITH_ASAN
   return malloc_usable_size(const_cast<void*>(block)) != size;
 #else
   // A chunk may be one smallest chunk larger than it must be.

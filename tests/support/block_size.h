@@ -6,18 +6,12 @@
 
 #include <cstddef>
 
-#if defined(__SANITIZE_ADDRESS__)
-#define BKOQ_TESTS_SUPPORT_SANITIZED 1
-#elif defined(__has_feature)
-#if __has_feature(address_sanitizer)
-#define BKOQ_TESTS_SUPPORT_SANITIZED 1
-#endif
-#endif
+#include "tests/support/sanitizers.h"
 
 namespace bkoq::test {
 
 // AddressSanitizer's allocator knows the exact size of a block, but copies it on each realloc().
-#ifdef BKOQ_TESTS_SUPPORT_SANITIZED
+#ifdef BKOQ_WITH_ASAN
 constexpr bool kSanitized = true;
 #else
 constexpr bool kSanitized = false;

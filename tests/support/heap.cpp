@@ -2,7 +2,9 @@
 
 #include <cstddef>
 
-#ifdef BKOQ_TESTS_SUPPORT_SANITIZED
+#include "tests/support/sanitizers.h"
+
+#ifdef BKOQ_WITH_ASAN
 #include <sanitizer/asan_interface.h>
 #endif
 
@@ -61,7 +63,7 @@ BlockWatch::~BlockWatch() {
 }
 
 // A freed block is poisoned by AddressSanitizer, and is not handed out again for long.
-#ifdef BKOQ_TESTS_SUPPORT_SANITIZED
+#ifdef BKOQ_WITH_ASAN
 bool BlockWatch::isFreed() const { return __asan_address_is_poisoned(block_) != 0; }
 
 #else
@@ -70,7 +72,7 @@ bool BlockWatch::isFreed() const { return isFreed_; }
 
 }  // namespace bkoq::test
 
-#ifndef BKOQ_TESTS_SUPPORT_SANITIZED
+#ifndef BKOQ_WITH_ASAN
 
 using bkoq::test::Heap;
 
