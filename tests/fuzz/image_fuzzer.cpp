@@ -127,6 +127,12 @@ void release(void* root, BkoqLayout layout) {
   FUZZ_REQUIRE(freed.notFreed == 0 || fits == BKOQ_OTHER_LAYOUT);
 }
 
+void hearDoubt(const BkoqImageError* doubt, void* user) {
+  FUZZ_REQUIRE(std::memchr(doubt->text, 0, sizeof doubt->text) != nullptr &&
+               doubt->text[0] != '\0');
+  ++*static_cast<std::uint32_t*>(user);
+}
+
 // Whatever a reader makes of an image, salvaging makes as much of it, and doubts what it refuses.
 void salvage(const Bytes& image, BkoqStatus read) {
   const std::size_t size = image.size();
@@ -135,8 +141,11 @@ void salvage(const Bytes& image, BkoqStatus read) {
   BkoqLayout layout = BKOQ_LAYOUT_WIDEST;
   void* root = nullptr;
   BkoqSalvage salvage = {};
-  const BkoqStatus status =
-      bkoqSalvageImage(bytes.data(), size, &layout, &root, nullptr, nullptr, &salvage);
+  std::uint32_t heard = 0;
+  const bool isHeard = takesAll(size % 8 == 0);
+  const BkoqStatus status = bkoqSalvageImage(bytes.data(), size, &layout, &root,
+                                             isHeard ? hearDoubt : nullptr, &heard, &salvage);
+  FUZZ_REQUIRE(heard == (isHeard ? salvage.doubts : 0) || status == BKOQ_NO_MEMORY);
   FUZZ_REQUIRE(status == BKOQ_OK || status == BKOQ_NO_MEMORY ||
                (status == BKOQ_BAD_IMAGE && size <= kHeader));
   if (status == BKOQ_OK) {
