@@ -6,6 +6,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <cstdio>
 #include <string>
 
 #include "tests/support/time_zone.h"
@@ -102,6 +103,19 @@ TEST(Moment, SaysWhatIsWrong) {
       {"2004-03-01T23:59+23:60", kNoOffset},
   };
   expectAll(cases);
+}
+
+TEST(Moment, KnowsHowLongEachMonthIs) {
+  constexpr int kDays[] = {31, 29, 31, 30, 31, 30, 31, 31, 30, 31, 30, 31};
+  std::int64_t end = 1072915200;  // 2004-01-01
+  for (int month = 1; month <= 12; ++month) {
+    char text[32];
+    end += kDays[month - 1] * 86400;
+    std::snprintf(text, sizeof text, "2004-%02d-%02dT00:00Z", month, kDays[month - 1]);
+    EXPECT_EQ(read(text), std::to_string(end - 86400)) << text;
+    std::snprintf(text, sizeof text, "2004-%02d-%02dT00:00Z", month, kDays[month - 1] + 1);
+    EXPECT_EQ(read(text), kNoDay) << text;
+  }
 }
 
 TEST(Moment, EndsWhereTheRecordsDo) {
