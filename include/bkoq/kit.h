@@ -205,8 +205,8 @@ BKOQ_API BkoqStatus bkoqPrint(const void* root, BkoqLayout layout, const BkoqPri
 
 /** Prints what is at a path as bkoqWalk() gives it: of a field its value alone, of an array or a
     record everything in it; of a pattern all that it is about, each with its path. Of the options,
-    those of bkoqPrint() that concern values hold, but a field whose own path is given is shown if it
-    is zero, too; the formats are text and both of JSON. */
+    those of bkoqPrint() that concern values hold, but a field whose own path is given is
+    shown if it is zero, too; the formats are text and both of JSON. */
 BKOQ_API BkoqStatus bkoqPrintField(const void* root, BkoqLayout layout, const char* path,
                                    const BkoqPrintOptions* options, BkoqSink sink, void* user);
 
