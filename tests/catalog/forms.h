@@ -82,6 +82,7 @@ constexpr FormLine kForms[] = {
 #undef BKOQ_LINE
 };
 
+// NOLINTBEGIN(bugprone-macro-parentheses,bugprone-branch-clone): a term each; lists may be as long
 #define BKOQ_COUNT(...) +1
 constexpr unsigned int formsOf(JobFamily family) {
   switch (family) {
@@ -103,6 +104,7 @@ constexpr unsigned int formsOf(JobFamily family) {
   return 0;
 }
 #undef BKOQ_COUNT
+// NOLINTEND(bugprone-macro-parentheses,bugprone-branch-clone)
 
 // Flattens the job into layout L by the form of that number in its family's list.
 template <class L>
