@@ -110,7 +110,7 @@ TEST(Moment, KnowsHowLongEachMonthIs) {
   std::int64_t end = 1072915200;  // 2004-01-01
   for (int month = 1; month <= 12; ++month) {
     char text[32];
-    end += kDays[month - 1] * 86400;
+    end += std::int64_t{86400} * kDays[month - 1];
     std::snprintf(text, sizeof text, "2004-%02d-%02dT00:00Z", month, kDays[month - 1]);
     EXPECT_EQ(read(text), std::to_string(end - 86400)) << text;
     std::snprintf(text, sizeof text, "2004-%02d-%02dT00:00Z", month, kDays[month - 1] + 1);
