@@ -22,6 +22,9 @@ PRINTED = ["show {0}", "show {0} --annotate", "show {0} --at #2+16", "flatten {0
            "diff --layouts {0} --why", "check {0}", "explain {0}", "explain {0} --field **.ulOptions",
            "attributes", "layout", "layout --compare", "layout BKNODE", "--help", "show --help",
            "help flatten", "check missing.json", "flatten {0} --nod x"]
+FOR_PROGRAMS = ["show {0} --json --now 2004-03-01", "layout --json", "layout --c",
+                "layout --magic", "layout --kaitai", "schema", "new backup",
+                "completion bash", "attributes --width 100"]
 ESCAPES = re.compile(r"\x1b\[[0-9;]*m")
 # What takes longer than a second on a slow machine shows a bar, and clears it.
 BAR = re.compile(r"\r\[#*\.*\] \d+ of \d+|\r\x1b\[K")
@@ -73,6 +76,13 @@ def lines_fit(tool, example, folder):
                 and "attributes" not in command:
             output = BAR.sub("", on_terminal(arguments, 60, folder, NO_COLOR="1")[1])
             assert "".join(output.split()) == "".join((plain.stdout + plain.stderr).split()), command
+    # What programs read is not folded.
+    for command in FOR_PROGRAMS:
+        arguments = [tool] + [part.format(example) for part in command.split()]
+        plain = subprocess.run(arguments, capture_output=True, text=True, check=True, cwd=folder,
+                               env={"TERM": "xterm", "TZ": "UTC"}).stdout
+        assert any(len(line) > 40 for line in plain.splitlines()), command
+        assert on_terminal(arguments, 40, folder, NO_COLOR="1")[1] == plain, command
     # Where next to nothing fits, and where the terminal does not tell, lines stay whole.
     check = [tool, "check", "missing.json"]
     whole = "bkoq: cannot read missing.json: No such file or directory\n"
