@@ -160,7 +160,8 @@ Status printTree(const OwnedTree& tree, const Request& request, BkoqSink sink, v
                      " layout of this job" + recordHint(request.only, tree.layout()));
 }
 
-// Prints several trees as one JSON document, or nothing where the first has nothing to print.
+// Prints several trees as one JSON document, which ends before one that has nothing to print;
+// nothing where that is the first.
 Status printJsonTrees(const std::vector<OwnedTree>& trees, const Request& request) {
   // What comes before the next piece.
   std::string start = "{\n\"format\": \"bkoq-trees\",\n\"version\": 1,\n\"trees\": [\n";

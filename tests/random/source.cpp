@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cctype>
 #include <cstdio>
+#include <cstring>
 #include <ctime>
 #include <map>
 #include <set>
@@ -13,17 +14,29 @@
 
 namespace bkoq::test {
 
-std::string literal(const Text& text) {
-  std::string literal = "\"";
+namespace {
+
+// `escape` writes a byte that does not stand for itself: those of `special`, and what is not
+// printed.
+template <class Escape>
+std::string quoted(const Text& text, const char* special, const Escape& escape) {
+  std::string all = "\"";
   for (const char c : text) {
+    const bool isPlain = c >= ' ' && c <= '~' && std::strchr(special, c) == nullptr;
     char escaped[8];
-    const auto byte = static_cast<unsigned char>(c);
-    // In octal, so that no digit after it counts; "?" as well, of which two begin a trigraph.
-    std::snprintf(escaped, sizeof escaped, "\\%03o", unsigned{byte});
-    const bool isPlain = byte >= ' ' && byte <= '~' && c != '"' && c != '\\' && c != '?';
-    literal += isPlain ? std::string(1, c) : escaped;
+    escape(escaped, sizeof escaped, static_cast<unsigned char>(c));
+    all += isPlain ? std::string(1, c) : escaped;
   }
-  return literal + "\"";
+  return all + "\"";
+}
+
+}  // namespace
+
+// In octal, so that no digit after it counts; "?" as well, of which two begin a trigraph.
+std::string literal(const Text& text) {
+  return quoted(text, "\"\\?", [](char* to, std::size_t size, unsigned int byte) {
+    std::snprintf(to, size, "\\%03o", byte);
+  });
 }
 
 namespace {
@@ -48,15 +61,9 @@ struct Written {
 };
 
 std::string jsonOf(const Text& text) {
-  std::string json = "\"";
-  for (const char c : text) {
-    char escaped[8];
-    const auto byte = static_cast<unsigned char>(c);
-    std::snprintf(escaped, sizeof escaped, "\\u%04x", unsigned{byte});
-    const bool isPlain = byte >= ' ' && byte <= '~' && c != '"' && c != '\\';
-    json += isPlain ? std::string(1, c) : escaped;
-  }
-  return json + "\"";
+  return quoted(text, "\"\\", [](char* to, std::size_t size, unsigned int byte) {
+    std::snprintf(to, size, "\\u%04x", byte);
+  });
 }
 
 std::string timeLiteral(std::uint32_t time) {
