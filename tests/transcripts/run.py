@@ -73,34 +73,73 @@ def run(command, columns, folder, environment):
     return lines
 
 
+class Step:
+    """A comment, the content of a file, or a command with what is printed."""
+
+    def __init__(self, lines, file=None, content=(), columns=None, command=None, answer=(),
+                 is_last=False):
+        self.lines = lines  # that stay as they are
+        self.file, self.content = file, content
+        self.columns, self.command, self.answer = columns, command, answer
+        self.is_last = is_last
+
+    def write(self, folder):
+        with open(os.path.join(folder, self.file), "w", encoding="utf-8") as file:
+            file.writelines(line + "\n" for line in self.content)
+
+    def now(self, folder, environment):
+        """What is printed now, with the blank line before the next step."""
+        return run(self.command, self.columns, folder, environment) + ([] if self.is_last else [""])
+
+
+def steps(lines):
+    position = 0
+    while position < len(lines):
+        line = lines[position]
+        position += 1
+        content = CONTENT.match(line)
+        prompt = PROMPT.match(line)
+        if content:
+            end = lines.index(".", position)
+            yield Step([line] + lines[position:end + 1], content[1], lines[position:end])
+            position = end + 1
+        elif prompt:
+            first = position
+            while position < len(lines) and not PROMPT.match(lines[position]) \
+                    and not lines[position].startswith("## "):
+                position += 1
+            yield Step([line], columns=prompt[1], command=prompt[2], answer=lines[first:position],
+                       is_last=position == len(lines))
+        else:
+            yield Step([line])
+
+
 def replay(path, folder, environment):
     """The transcript as it is, and as it would be written now."""
     with open(path, encoding="utf-8") as file:
         old = file.read().splitlines()
     new = []
-    position = 0
-    while position < len(old):
-        line = old[position]
-        new.append(line)
-        position += 1
-        content = CONTENT.match(line)
-        prompt = PROMPT.match(line)
-        if content:
-            end = old.index(".", position)
-            with open(os.path.join(folder, content[1]), "w", encoding="utf-8") as file:
-                file.writelines(text + "\n" for text in old[position:end])
-            new += old[position:end + 1]
-            position = end + 1
-        elif prompt and prompt[1] and not has_terminals():
-            print(f"not run, since this system has no terminals to give: {line}")
-        elif prompt:
-            new += run(prompt[2], prompt[1], folder, environment)
-            while position < len(old) and not PROMPT.match(old[position]) \
-                    and not old[position].startswith("## "):
-                position += 1
-            if position < len(old):
-                new.append("")
+    for step in steps(old):
+        new += step.lines
+        if step.file:
+            step.write(folder)
+        elif step.columns and not has_terminals():
+            print(f"not run, since this system has no terminals to give: {step.lines[0]}")
+            new += step.answer
+        elif step.command:
+            new += step.now(folder, environment)
     return old, new
+
+
+def environment_of(tool):
+    found = {"FAILING_MALLOC": os.environ.get("FAILING_MALLOC", ""),
+             "FAILING_NTH_MALLOC": os.environ.get("FAILING_NTH_MALLOC", ""),
+             "PATH": os.path.dirname(tool) + ":/usr/bin:/bin", "TZ": "UTC", "LC_ALL": "C",
+             "TERM": "xterm"}
+    for name in ("ASAN_OPTIONS", "LSAN_OPTIONS", "UBSAN_OPTIONS"):
+        if name in os.environ:
+            found[name] = os.environ[name]
+    return found
 
 
 def main():
@@ -110,13 +149,7 @@ def main():
         arguments.pop(0)
     tool, transcripts = os.path.abspath(arguments[0]), arguments[1:]
     root = os.path.dirname(os.path.dirname(os.path.dirname(os.path.abspath(__file__))))
-    environment = {"FAILING_MALLOC": os.environ.get("FAILING_MALLOC", ""),
-                   "FAILING_NTH_MALLOC": os.environ.get("FAILING_NTH_MALLOC", ""),
-                   "PATH": os.path.dirname(tool) + ":/usr/bin:/bin", "TZ": "UTC", "LC_ALL": "C",
-                   "TERM": "xterm"}
-    for name in ("ASAN_OPTIONS", "LSAN_OPTIONS", "UBSAN_OPTIONS"):
-        if name in os.environ:
-            environment[name] = os.environ[name]
+    environment = environment_of(tool)
     differs = False
     for path in transcripts:
         with tempfile.TemporaryDirectory() as folder:

@@ -1,0 +1,120 @@
+"""Tries mutants that were compiled together, several at a time."""
+
+import collections
+import multiprocessing
+import queue
+import signal
+import time
+
+from mutation.together import Together
+from mutation.units import Bench, units_of
+from mutation.workshop import Optimizer, tests_of
+
+
+class Judge:
+    """One of those who try mutants, with a bench of its own."""
+
+    def __init__(self, folder, built, part, units, accepted):
+        self.folder, self.part, self.accepted, self.optimizer = folder, part, accepted, None
+        self.bench = Bench(folder / "build", built)
+        self.programs, self.commands, self.transcripts, self.scripts = units
+        self.kills = collections.Counter()
+
+    def outcome(self, mutant, statement):
+        """What becomes of a mutant: a word, and the name of the first test that fails."""
+        killer = self.killer(mutant, statement)
+        if killer is not None:
+            return "killed", killer
+        if mutant.key() not in self.accepted:
+            if self.optimizer is None:
+                self.optimizer = Optimizer(self.folder / "optimized", self.part)
+            if self.optimizer.is_same_code(mutant):
+                return "same code", None
+        return "survived", None
+
+    def killer(self, mutant, statement):
+        self.bench.choose(mutant.number)
+        try:
+            for unit, passes in self.tries(mutant, statement):
+                if not passes():
+                    self.kills[mutant.path, unit.name] += 1
+                    return unit.name
+        finally:
+            self.bench.choose(0)
+        return None
+
+    def tries(self, mutant, statement):
+        """What to run, one after the other: first what is quick and reaches little else."""
+        slow = []
+        for program in self.programs:
+            names, others = program.cut(statement)
+            if names:
+                yield program, lambda: program.passes_some(self.bench, names)
+            if others:
+                slow.append((program, others))
+        doubtful = [transcript for transcript in self.transcripts if not transcript.is_cut]
+        reaching = [command for command in self.commands if statement in command.reached]
+        for command in sorted(reaching, key=lambda command: (-self.kills[mutant.path, command.name],
+                                                             len(command.reached))):
+            yield command, lambda: command.passes(self.bench)
+            if command.left != command.after and command.whole not in doubtful:
+                doubtful.append(command.whole)
+        for unit in doubtful + self.scripts:
+            if statement in unit.reached:
+                yield unit, lambda: unit.passes(self.bench)
+        for program, names in slow:
+            yield program, lambda: program.passes_some(self.bench, names)
+
+
+def work(judge, tasks, results, stop):
+    signal.signal(signal.SIGINT, signal.SIG_IGN)
+    while not stop.is_set():
+        try:
+            mutant, statement = tasks.get(timeout=1)
+        except queue.Empty:
+            break
+        results.put((mutant.number, *judge.outcome(mutant, statement)))
+    results.put(None)
+    results.close()
+
+
+def try_together(folder, part, mutants, options, accepted, add):
+    """Calls add(mutant, outcome, killer) for each mutant of a function; returns the others."""
+    started = time.monotonic()
+    together = Together(folder, part, mutants, options.jobs)
+    for mutant in together.not_built:
+        add(mutant, "not built", None)
+    print(f"built after {time.monotonic() - started:.0f} s", flush=True)
+    bench = Bench(together.build_folder, together.build_folder)
+    units = units_of(list(tests_of(together.build_folder, part, options.random_count)), bench,
+                     folder / "states", options.slow)
+    print(f"ready after {time.monotonic() - started:.0f} s; pieces: {len(units[1])} commands, " +
+          ", ".join(f"{unit.name} {unit.took:.1f} s" for unit in units[0] + units[3]), flush=True)
+    context = multiprocessing.get_context("fork")
+    tasks, results, stop = context.Queue(), context.Queue(), context.Event()
+    by_number = {}
+    for mutant, statement in together.mutants():
+        by_number[mutant.number] = mutant
+        tasks.put((mutant, statement))
+    judges = []
+    for number in range(options.workers):
+        judge = Judge(folder / f"judge{number}", together.build_folder, part, units, accepted)
+        judges.append(context.Process(target=work, args=(judge, tasks, results, stop)))
+    handlers = {number: signal.signal(number, lambda *_: stop.set())
+                for number in (signal.SIGINT, signal.SIGTERM)}
+    for process in judges:
+        process.start()
+    left = len(judges)
+    while left > 0:
+        result = results.get()
+        if result is None:
+            left -= 1
+        else:
+            number, outcome, killer = result
+            add(by_number[number], outcome, killer)
+    tasks.cancel_join_thread()
+    for process in judges:
+        process.join()
+    for number, handler in handlers.items():
+        signal.signal(number, handler)
+    return [] if stop.is_set() else together.apart
