@@ -188,14 +188,3 @@ def all_mutants_of(path, text):
                 for a, b, new in mutants_of_code(text, position, position + len(line)):
                     yield Mutant(path, text, a, b, new)
             position += len(line)
-
-
-def sources(part):
-    for folder in part.folders:
-        for path in sorted((ROOT / folder).rglob("*")):
-            name = path.name
-            if path.suffix not in (".h", ".cpp") or name.endswith("_test.cpp"):
-                continue
-            if name.startswith("test_") or name == "attribute_cases.h":
-                continue
-            yield path.relative_to(ROOT)

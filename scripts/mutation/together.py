@@ -83,7 +83,7 @@ class Source:
     def __init__(self, path, text, mutants, is_apart):
         self.path, self.text = path, text
         self.bodies = {}  # of each function: its mutants
-        self.apart = []
+        self.apart, self.turned = [], set()
         found = [] if is_apart else functions(text)
         for mutant in mutants:
             function = next((function for function in found
@@ -99,6 +99,9 @@ class Source:
         """Something that does not compile: a mutant, a place to note, or the end of a function."""
         if kind == "end":
             subject.gives_nothing = not subject.gives_nothing
+            if subject in self.turned:  # neither end compiles
+                self.apart += self.bodies.pop(subject, [])
+            self.turned.add(subject)
             return None
         if kind == "note":
             for places in self.statements.values():
@@ -164,13 +167,10 @@ def indentation(text, start):
 
 
 def blamed(output, tree, owners):
-    """What the compiler's errors are about; and those that are about nothing of ours."""
-    found, strange = [], []
-    group = []
+    """What the compiler's errors are about, as far as it is ours."""
+    found, group = [], []
 
     def close():
-        if not group:
-            return
         about = []
         for path, line in group:
             relative = pathlib.Path(path)
@@ -181,12 +181,9 @@ def blamed(output, tree, owners):
                     about.append((*owner, relative))
             if about:
                 break
-        if about:
-            # An end is blamed only where nothing else is.
-            best = [owner for owner in about if owner[0] != "end"] or about
-            found.extend(owner for owner in best if owner not in found)
-        else:
-            strange.append(group[0])
+        # An end is blamed only where nothing else is.
+        best = [owner for owner in about if owner[0] != "end"] or about
+        found.extend(owner for owner in best if owner not in found)
 
     for path, line, kind, _ in ERROR.findall(output):
         if kind != "note":
@@ -195,7 +192,7 @@ def blamed(output, tree, owners):
         if kind != "warning" and (group or kind != "note"):
             group.append((path, int(line)))
     close()
-    return found, strange
+    return found
 
 
 class Together:
@@ -213,7 +210,6 @@ class Together:
             by_path.setdefault(mutant.path, []).append(mutant)
         self.sources = {path: Source(path, (ROOT / path).read_text(), found, path in part.apart)
                         for path, found in by_path.items()}
-        self.apart = [mutant for source in self.sources.values() for mutant in source.apart]
         self.not_built = []
         self.notes, self.owners = {}, {}
         for source in self.sources.values():
@@ -269,7 +265,7 @@ class Together:
 
     def drop(self, output, changed):
         """Leaves out what the errors are about; whether there is any such thing."""
-        found, _ = blamed(output, self.tree, self.owners)
+        found = blamed(output, self.tree, self.owners)
         for kind, subject, path in found:
             changed.add(path)
             mutant = self.sources[path].drop(kind, subject)
@@ -288,6 +284,10 @@ class Together:
                 sys.exit(f"{output}\nnot built, and no mutant is to blame")
             for path in changed:
                 self.write(self.sources[path])
+
+    @property
+    def apart(self):
+        return [mutant for source in self.sources.values() for mutant in source.apart]
 
     def mutants(self):
         """Those that can be run, each with the number of the statement in which it is."""

@@ -1,10 +1,12 @@
 """Tests cut in pieces that run alone, each with the statements that it reaches: a mutant is tried with
 those pieces only that reach it."""
 
+import copy
 import hashlib
 import importlib.util
 import os
 import pathlib
+import shlex
 import shutil
 import struct
 import sys
@@ -178,6 +180,13 @@ class Command(Unit):
         self.whole, self.step, self.before, self.more = whole, step, before, environment
         self.after = None
 
+    def limited(self):
+        """The step, ended with all that it has started when it takes too long."""
+        step = copy.copy(self.step)
+        shell = shlex.quote("set -o pipefail; " + step.command)
+        step.command = f"timeout -s KILL {self.limit():.0f} bash -c {shell}"
+        return step
+
     def passes(self, bench):
         kept = bench.states.get(self.before)
         if kept is None or times(kept[0]) != kept[1]:
@@ -187,8 +196,8 @@ class Command(Unit):
             shutil.copytree(self.before, folder, symlinks=True, dirs_exist_ok=True)
             bench.states[self.before] = (folder, times(folder))
         folder, before = bench.states[self.before]
-        found = self.step.now(str(folder), {name: bench.here(value)
-                                            for name, value in self.more.items()})
+        found = self.limited().now(str(folder), {name: bench.here(value)
+                                                 for name, value in self.more.items()})
         self.left = self.after
         if times(folder) != before:
             self.left = content(folder)
