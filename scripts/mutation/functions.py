@@ -20,6 +20,8 @@ CONSTRUCTOR = re.compile(r"^(?:(?:inline|explicit|virtual|public:|private:|prote
 # What may stand before the brace of a block of statements, not of a list of values.
 BLOCK = re.compile(r"(?:[){};:]|\b(?:else|do|try|const|mutable|noexcept|override"
                    r"|->\s*[\w:<>*&, ]+))\s*$")
+# Outside functions: what is a constant for the compiler, and may be one of the program's instead.
+CONSTANT = re.compile(r"(?:\b(static|inline) )?\bconstexpr\b( const\b)?(?=([^;={(]*)(.))", re.DOTALL)
 STATEMENT = re.compile(r"\s+(?!(?:case|default|else|catch|using|static_assert|struct|class|enum)\b)"
                        r"[A-Za-z_+(*-]")
 
@@ -51,7 +53,8 @@ def functions(text):
                 kind = "inside"
             elif parent == "scope" and SCOPE.search(head) and not FUNCTION.search(head):
                 kind = "scope"
-            elif parent == "scope" and GIVES_AUTO.search(head):
+            elif (parent == "scope" and GIVES_AUTO.search(head)
+                  and not re.search(r"\bconstexpr\b", head)):
                 kind = "values"
             elif (FUNCTION if parent == "scope" else LAMBDA).search(head):
                 kind = "function"
@@ -59,11 +62,14 @@ def functions(text):
                 kind = "scope"
             else:
                 kind = "values"
-            stack.append((kind, head, at + 1))
+            stack.append((kind, head, at + 1, since))
         elif character == "}" and stack:
-            kind, head, start = stack.pop()
+            kind, head, start, head_start = stack.pop()
             if kind == "function":
                 found.append(Function(head, start, at))
+            if kind == "values" and ";" not in code[start:at]:  # the head goes on behind it
+                since = head_start
+                continue
         if character in "{};":
             since = at + 1
     return found
@@ -89,3 +95,25 @@ def statements(text, function):
         before = line.strip() or before
         at += len(line)
     return found
+
+
+def constants(text):
+    """Yields (start, end, new) of each constexpr outside functions, with what makes the program find
+    the value."""
+    code, inside = without_texts(text), functions(text)
+    for match in CONSTANT.finditer(code):
+        if any(function.start <= match.start() < function.end for function in inside):
+            continue
+        before, pointee, _, behind = match.groups()
+        if behind == "(":
+            new = ("static " if before == "static" else "") + "inline" + (pointee or "")
+        else:
+            storage = {"static": "static inline", "inline": "inline", None: "static"}[before]
+            new = storage + (pointee or " const")
+        yield match.start(), match.end(), new
+
+
+def is_initializer_of(text, start, function):
+    """Whether a place is in the initializers of a constructor."""
+    between = without_texts(text)[start:function.start]
+    return start < function.start and not re.search(r";|\n\s*\n|\n\}|\}\s*\w+[^,{]*\(", between)

@@ -53,14 +53,15 @@ class Judge:
             if others:
                 slow.append((program, others))
         doubtful = [transcript for transcript in self.transcripts if not transcript.is_cut]
-        reaching = [command for command in self.commands if statement in command.reached]
+        reaching = [command for command in self.commands
+                    if statement is None or statement in command.reached]
         for command in sorted(reaching, key=lambda command: (-self.kills[mutant.path, command.name],
                                                              len(command.reached))):
             yield command, lambda: command.passes(self.bench)
             if command.left != command.after and command.whole not in doubtful:
                 doubtful.append(command.whole)
         for unit in doubtful + self.scripts:
-            if statement in unit.reached:
+            if statement is None or statement in unit.reached:
                 yield unit, lambda: unit.passes(self.bench)
         for program, names in slow:
             yield program, lambda: program.passes_some(self.bench, names)
@@ -84,6 +85,7 @@ def try_together(folder, part, mutants, options, accepted, add):
     together = Together(folder, part, mutants, options.jobs)
     for mutant in together.not_built:
         add(mutant, "not built", None)
+    again = []  # what a build of its own may tell better about
     print(f"built after {time.monotonic() - started:.0f} s", flush=True)
     bench = Bench(together.build_folder, together.build_folder)
     units = units_of(list(tests_of(together.build_folder, part, options.random_count)), bench,
@@ -111,10 +113,14 @@ def try_together(folder, part, mutants, options, accepted, add):
             left -= 1
         else:
             number, outcome, killer = result
-            add(by_number[number], outcome, killer)
+            mutant = by_number[number]
+            if outcome == "survived" and mutant.key() not in accepted and together.is_doubtful(mutant):
+                again.append(mutant)
+            else:
+                add(mutant, outcome, killer)
     tasks.cancel_join_thread()
     for process in judges:
         process.join()
     for number, handler in handlers.items():
         signal.signal(number, handler)
-    return [] if stop.is_set() else together.apart
+    return [] if stop.is_set() else together.apart + again

@@ -110,12 +110,23 @@ def arguments_of_calls(code):
             yield found
 
 
+# A parameter: its type, its name, its default.
+PARAMETER = re.compile(r"\s*((?:const )?[\w:<>, ]*[\w>](?: const)?(?: |[*&]+ ?))"
+                       r"(?:\w+|/\*\w+\*/)?(?: = .*)?")
+
+
+def are_parameters_of_two_types(left, right):
+    """No call is ever compiled with two parameters of different types swapped."""
+    left, right = PARAMETER.fullmatch(left), PARAMETER.fullmatch(right)
+    return left is not None and right is not None and left.group(1) != right.group(1)
+
+
 def swaps_of_line(line, names):
     """Yields (start, end, new) of a line, its texts included."""
     for found in arguments_of_calls(line):
         for (a, b), (c, d) in zip(found, found[1:]):
             left, right = line[a:b], line[c:d]
-            if left.strip() != right.strip():
+            if left.strip() != right.strip() and not are_parameters_of_two_types(left, right):
                 space = right[:len(right) - len(right.lstrip())]
                 yield a, d, right.lstrip() + "," + space + left.strip()
     for match in re.finditer(r"(?:(?<=->)|(?<=\.)|\b)(\w+_|(?<=[>.])\w+)\b(?!\()", line):

@@ -1,5 +1,6 @@
-"""Mutants compiled together: a function holds its body once more for each of them, and a file beside
-the program tells which one is run. So a mutant costs the time of its tests and no compilation."""
+"""Mutants compiled together: a function holds its body once more for each of them, a value outside
+functions is chosen among theirs, and a file beside the program tells which one is run. So a mutant
+costs the time of its tests and no compilation."""
 
 import concurrent.futures
 import json
@@ -10,7 +11,8 @@ import shlex
 import shutil
 import sys
 
-from mutation.functions import functions, statements
+from mutation.functions import (constants, functions, is_initializer_of, statements,
+                                without_texts)
 from mutation.mutants import ROOT
 from mutation.workshop import configure, run, without_builds
 
@@ -71,10 +73,16 @@ inline void reach(int statement) {
 }
 
 }  // namespace mutation
+
+// What is asserted of constants cannot be, where the program finds them.
+#define static_assert(...)
 #endif
 #endif
 """
+VALUE = re.compile(r'"(?:\\.|[^"\\\n])*"|\'(?:\\.|[^\'\\\n])*\'|(?:0[xX][0-9a-fA-F]+|\d+)[uUlL]*'
+                   r"|true|false|BKOQ_LAYOUT_\w+")
 ERROR = re.compile(r"^(\S[^:\n]*):(\d+):\d+: (fatal error|error|warning|note): (.*)$", re.MULTILINE)
+NO_CONSTANT = re.compile(r"constant expression|constexpr|constant size")
 
 
 class Source:
@@ -82,26 +90,68 @@ class Source:
 
     def __init__(self, path, text, mutants, is_apart):
         self.path, self.text = path, text
+        self.functions = [] if is_apart else functions(text)
+        self.constants = {} if is_apart else {start: (end, new)
+                                              for start, end, new in constants(text)}
         self.bodies = {}  # of each function: its mutants
+        self.values = {}  # of each place of a value: its mutants
         self.apart, self.turned = [], set()
-        found = [] if is_apart else functions(text)
         for mutant in mutants:
-            function = next((function for function in found
-                             if function.start <= mutant.start and mutant.end <= function.end
-                             and not function.is_constant), None)
-            if function is None:
-                self.apart.append(mutant)
-            else:
+            function = self.function_at(mutant.start)
+            if function is not None and mutant.end <= function.end:
                 self.bodies.setdefault(function, []).append(mutant)
+            elif function is None and VALUE.fullmatch(mutant.old) and not is_apart:
+                self.values.setdefault(mutant.start, []).append(mutant)
+                function = self.initialized_at(mutant.start)
+                if function is not None:
+                    self.bodies.setdefault(function, [])  # where its place is noted
+            else:
+                self.apart.append(mutant)
         self.statements = {function: statements(text, function) for function in self.bodies}
+        # What only a build of its own is sure to tell about: constants are others there.
+        self.doubtful = {mutant for found in self.values.values() for mutant in found}
+        self.doubtful |= {mutant for function, found in self.bodies.items()
+                          if function.is_constant for mutant in found}
+
+        self.set_constants_apart()
+
+    def set_constants_apart(self):
+        """Functions that the compiler is to run cannot ask which mutant it is."""
+        code = without_texts(self.text)
+        for function in [function for function in self.bodies if function.is_constant]:
+            if not any(start < function.start and not set("{};") & set(code[end:function.start - 1])
+                       for start, (end, _) in self.constants.items()):
+                self.set_apart(function)
+
+    def function_at(self, place):
+        return next((function for function in self.functions
+                     if function.start <= place < function.end), None)
+
+    def initialized_at(self, place):
+        following = min((function for function in self.functions if function.start > place),
+                        key=lambda function: function.start, default=None)
+        if following is not None and is_initializer_of(self.text, place, following):
+            return following
+        return None
+
+    def set_apart(self, function):
+        self.apart += self.bodies.pop(function, [])
 
     def drop(self, kind, subject):
-        """Something that does not compile: a mutant, a place to note, or the end of a function."""
+        """Something that does not compile: a mutant, a place to note, the end of a function, a value,
+        or a constant that the compiler needs."""
         if kind == "end":
             subject.gives_nothing = not subject.gives_nothing
             if subject in self.turned:  # neither end compiles
-                self.apart += self.bodies.pop(subject, [])
+                self.set_apart(subject)
             self.turned.add(subject)
+            return None
+        if kind == "value":
+            self.apart += self.values.pop(subject, [])
+            return None
+        if kind == "constant":
+            self.constants.pop(subject, None)
+            self.set_constants_apart()
             return None
         if kind == "note":
             for places in self.statements.values():
@@ -122,8 +172,23 @@ class Source:
             number = notes.setdefault((self.path, place), len(notes))
             pieces.append((f"\nmutation::reach({number});\n", ("note", place)))
 
+        def outside(start, end):
+            for place in sorted(place for place in [*self.constants, *self.values]
+                                if start <= place < end):
+                pieces.append((self.text[start:place], None))
+                if place in self.constants:
+                    start, new = self.constants[place]
+                    pieces.append((f"\n{new}", ("constant", place)))
+                else:
+                    found = self.values[place]
+                    start = found[0].end
+                    choice = "".join(f"mutation::number == {mutant.number} ? {mutant.new} : "
+                                     for mutant in found)
+                    pieces.append((f"\n({choice}{found[0].old})\n", ("value", place)))
+            pieces.append((self.text[start:end], None))
+
         for function in sorted(self.bodies, key=lambda function: function.start):
-            pieces.append((self.text[at:function.start], None))
+            outside(at, function.start)
             pieces.append(("\nswitch (mutation::number) {\ndefault: break;\ncase -1: {", None))
             where = function.start
             note(where)
@@ -140,8 +205,9 @@ class Source:
                 pieces.append((f"\ncase {mutant.number}: {{{body}\n", ("mutant", mutant)))
                 pieces.append((f"\n}}\n{end}", ("end", function)))
             pieces.append(("\n}\n", None))
-            at = function.start
-        pieces.append((self.text[at:], None))
+            pieces.append((self.text[function.start:function.end], None))
+            at = function.end
+        outside(at, len(self.text))
         (tree / self.path).write_text("".join(piece for piece, _ in pieces))
         owners, line = [], 1
         for piece, owner in pieces:
@@ -151,9 +217,11 @@ class Source:
         return owners
 
     def place_of(self, mutant):
-        """The last place that is noted before it whenever it is run."""
-        function = next(function for function in self.bodies if function.start <= mutant.start
-                        and mutant.end <= function.end)
+        """The last place that is noted before it whenever it is run; None when no place is."""
+        function = self.function_at(mutant.start)
+        if function is None:
+            function = self.initialized_at(mutant.start)
+            return None if function not in self.bodies else (self.path, function.start)
         first = self.text.rfind("\n", 0, mutant.start) + 1
         indent = indentation(self.text, first)
         for place in sorted(self.statements[function], reverse=True):
@@ -169,26 +237,52 @@ def indentation(text, start):
 def blamed(output, tree, owners):
     """What the compiler's errors are about, as far as it is ours."""
     found, group = [], []
+    needs_constant = False
+
+    def owners_at(path, line):
+        return [(*owner, path) for first, last, owner in owners.get(path, [])
+                if owner is not None and first <= line <= last]
+
+    def following_value(path, line):
+        """What is declared on a line may have its value on the next ones."""
+        return [(*owner, path) for first, _, owner in owners.get(path, [])
+                if owner is not None and first > line and owner[0] == "value"][:1]
+
+    def constants_named_at(path, line):
+        """What is ours of the constants that a line names."""
+        words = set(re.findall(r"\b[A-Za-z_]\w+", (tree / path).read_text().splitlines()[line - 1]))
+        for other in owners:
+            for number, text in enumerate((tree / other).read_text().splitlines()):
+                declared = re.search(r"(\w+)(?:\[[^\]]*\])? =(?: |$)", text)
+                if declared and declared.group(1) in words:
+                    for owner in owners_at(other, number + 1) or following_value(other, number + 1):
+                        if owner[0] in ("constant", "value"):
+                            yield owner
 
     def close():
-        about = []
+        lines = []
         for path, line in group:
             relative = pathlib.Path(path)
             if relative.is_absolute() and relative.is_relative_to(tree):
                 relative = relative.relative_to(tree)
-            for first, last, owner in owners.get(relative, []):
-                if owner is not None and first <= line <= last and (*owner, relative) not in about:
-                    about.append((*owner, relative))
-            if about:
-                break
+            if relative in owners:
+                lines.append((relative, line))
+        about = [owners_at(*line) for line in lines]
+        needed = [owner for each in about for owner in each if owner[0] in ("constant", "value")]
+        first = next(filter(None, about), [])
         # An end is blamed only where nothing else is.
-        best = [owner for owner in about if owner[0] != "end"] or about
+        best = [owner for owner in first if owner[0] != "end"] or first
+        if needs_constant and lines:
+            best = needed[:1] or best or list(constants_named_at(*lines[0]))
+        for line in lines:
+            best = best or following_value(*line)
         found.extend(owner for owner in best if owner not in found)
 
-    for path, line, kind, _ in ERROR.findall(output):
+    for path, line, kind, message in ERROR.findall(output):
         if kind != "note":
             close()
             group = []
+            needs_constant = NO_CONSTANT.search(message)
         if kind != "warning" and (group or kind != "note"):
             group.append((path, int(line)))
     close()
@@ -285,6 +379,9 @@ class Together:
             for path in changed:
                 self.write(self.sources[path])
 
+    def is_doubtful(self, mutant):
+        return mutant in self.sources[mutant.path].doubtful
+
     @property
     def apart(self):
         return [mutant for source in self.sources.values() for mutant in source.apart]
@@ -292,6 +389,7 @@ class Together:
     def mutants(self):
         """Those that can be run, each with the number of the statement in which it is."""
         for source in self.sources.values():
-            for found in source.bodies.values():
+            for found in [*source.bodies.values(), *source.values.values()]:
                 for mutant in found:
-                    yield mutant, self.notes[source.place_of(mutant)]
+                    place = source.place_of(mutant)
+                    yield mutant, None if place is None else self.notes[place]

@@ -48,8 +48,12 @@ class Bench:
         return str(text).replace(str(self.built), str(self.folder))
 
     def environment(self, more):
-        return {**os.environ, "TMPDIR": str(self.temporary),
-                **{name: self.here(value) for name, value in more.items()}}
+        found = {**os.environ, "TMPDIR": str(self.temporary),
+                 **{name: self.here(value) for name, value in more.items()}}
+        # That the sanitizers find something is enough: naming the place takes them seconds.
+        for name in ("ASAN_OPTIONS", "UBSAN_OPTIONS"):
+            found[name] = ":".join(filter(None, [found.get(name), "symbolize=0"]))
+        return found
 
     def reached(self, task):
         """What becomes of a task, and the statements that it reaches."""
@@ -137,8 +141,10 @@ class Program(Unit):
                 del self.pieces[name]
 
     def cut(self, statement):
-        """The pieces that reach a statement: those that take a second together, and the others."""
-        names = sorted((name for name, reached in self.pieces.items() if statement in reached),
+        """The pieces that reach a statement, all for None: those that take a second together, and the
+        others."""
+        names = sorted((name for name, reached in self.pieces.items()
+                        if statement is None or statement in reached),
                        key=self.took_each.get)
         seconds, count = 0.0, 0
         while count < len(names) and seconds < 1:
