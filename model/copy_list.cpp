@@ -49,10 +49,6 @@ void destroyUnlessHeld(const RWSlistCollectables& list, const RWSlistCollectable
   doomed.clearAndDestroy();
 }
 
-}  // namespace
-
-namespace {
-
 unsigned int countOf(const RWSlistCollectables& list, const RWCollectable* object) {
   unsigned int count = 0;
   for (unsigned int i = 0; i < list.entries(); ++i) count += list.at(i) == object ? 1 : 0;

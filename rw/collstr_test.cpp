@@ -57,6 +57,13 @@ TEST(CollectableString, ComparesByText) {
   EXPECT_NE(abc.hash(), abd.hash());
 }
 
+// The values that are published for FNV-1a of 32 bits.
+TEST(CollectableString, HashesWell) {
+  EXPECT_EQ(0x811C9DC5U, RWCollectableString("").hash());
+  EXPECT_EQ(0xE40C292CU, RWCollectableString("a").hash());
+  EXPECT_EQ(0xBF9CF968U, RWCollectableString("foobar").hash());
+}
+
 TEST(CollectableString, MakesItsLike) {
   const RWCollectableString string("text");
   const RWCollectable& object = string;

@@ -26,6 +26,7 @@ TEST(Tokenizer, SkipsEmptyTokens) {
       {"a,b;c", ",;", {"a", "b", "c"}},
       {"a b", "", {"a b"}},
       {"a b", nullptr, {"a b"}},
+      {"ax b", nullptr, {"ax b"}},
   };
   for (const auto& row : kRows) {
     RWCTokenizer next((RWCString(row.text)));

@@ -134,6 +134,7 @@ TEST_F(List, RemovesTheFirstEqualElement) {
   for (RWCollectable* element : Elements{&a_, &b_, &c_, &otherB_}) list_.insert(element);
   EXPECT_EQ(&b_, list_.remove(&otherB_));
   EXPECT_EQ((Elements{&a_, &c_, &otherB_}), elementsOf(list_));
+  EXPECT_EQ(1U, list_.occurrencesOf(&otherB_)) << "what is behind the last one counts no more";
   EXPECT_EQ(nullptr, list_.remove(&absent_));
   EXPECT_EQ(&otherB_, list_.remove(&b_));
   EXPECT_EQ(&a_, list_.remove(&a_));
@@ -207,6 +208,12 @@ TEST_F(List, CopiesAddressesNotElements) {
   list_.RWSlist::operator=(shorter);
   EXPECT_EQ((Elements{&c_}), elementsOf(list_));
   EXPECT_EQ((Elements{&a_, &b_, &c_}), elementsOf(copy));
+
+  const Elements many{&a_, &b_, &c_, &a_, &b_, &c_};
+  RWSlistCollectables longer;
+  for (RWCollectable* element : many) longer.insert(element);
+  shorter = longer;
+  EXPECT_EQ(many, elementsOf(shorter));
 
   const RWSlistCollectables& same = list_;
   list_ = same;

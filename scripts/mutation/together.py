@@ -2,6 +2,8 @@
 functions is chosen among theirs, and a file beside the program tells which one is run. So a mutant
 costs the time of its tests and no compilation."""
 
+import bisect
+import collections
 import concurrent.futures
 import json
 import os
@@ -82,7 +84,8 @@ inline void reach(int statement) {
 VALUE = re.compile(r'"(?:\\.|[^"\\\n])*"|\'(?:\\.|[^\'\\\n])*\'|(?:0[xX][0-9a-fA-F]+|\d+)[uUlL]*'
                    r"|true|false|BKOQ_LAYOUT_\w+")
 ERROR = re.compile(r"^(\S[^:\n]*):(\d+):\d+: (fatal error|error|warning|note): (.*)$", re.MULTILINE)
-NO_CONSTANT = re.compile(r"constant expression|constexpr|constant size")
+DECLARED = re.compile(r"(\w+)(?:\[[^\]]*\])* =(?: |$)")
+NO_CONSTANT = re.compile(r"constant expression|constexpr|constant size|variable length array")
 
 
 class Source:
@@ -152,6 +155,9 @@ class Source:
         if kind == "constant":
             self.constants.pop(subject, None)
             self.set_constants_apart()
+            end = self.text.find(";\n", subject)
+            for place in [place for place in self.values if subject < place < end]:
+                self.apart += self.values.pop(place)
             return None
         if kind == "note":
             for places in self.statements.values():
@@ -238,26 +244,35 @@ def blamed(output, tree, owners):
     """What the compiler's errors are about, as far as it is ours."""
     found, group = [], []
     needs_constant = False
+    texts = {path: (tree / path).read_text().splitlines() for path in owners}
+    declared = collections.defaultdict(list)
+    for path, lines_of_path in texts.items():
+        for number, text in enumerate(lines_of_path, 1):
+            for match in DECLARED.finditer(text):
+                declared[match.group(1)].append((path, number))
 
     def owners_at(path, line):
-        return [(*owner, path) for first, last, owner in owners.get(path, [])
-                if owner is not None and first <= line <= last]
+        pieces, found = owners[path], []
+        at = bisect.bisect_right(pieces, line, key=lambda piece: piece[0])
+        while at > 0 and pieces[at - 1][1] >= line:
+            at -= 1
+            found.append(pieces[at][2])
+        return [(*owner, path) for owner in reversed(found) if owner is not None]
 
-    def following_value(path, line):
-        """What is declared on a line may have its value on the next ones."""
-        return [(*owner, path) for first, _, owner in owners.get(path, [])
-                if owner is not None and first > line and owner[0] == "value"][:1]
+    def values_behind(path, line):
+        """What is declared on a line may have its values on the next ones."""
+        end = next((number for number in range(line, len(texts[path]))
+                    if texts[path][number - 1].rstrip().endswith(";")), line)
+        return [(*owner, path) for first, last, owner in owners[path]
+                if owner is not None and owner[0] == "value" and line <= last and first <= end]
 
     def constants_named_at(path, line):
         """What is ours of the constants that a line names."""
-        words = set(re.findall(r"\b[A-Za-z_]\w+", (tree / path).read_text().splitlines()[line - 1]))
-        for other in owners:
-            for number, text in enumerate((tree / other).read_text().splitlines()):
-                declared = re.search(r"(\w+)(?:\[[^\]]*\])? =(?: |$)", text)
-                if declared and declared.group(1) in words:
-                    for owner in owners_at(other, number + 1) or following_value(other, number + 1):
-                        if owner[0] in ("constant", "value"):
-                            yield owner
+        for word in re.findall(r"\b[A-Za-z_]\w+", texts[path][line - 1]):
+            for place in declared.get(word, []):
+                if place != (path, line):
+                    constants = [owner for owner in owners_at(*place) if owner[0] == "constant"]
+                    yield from constants or values_behind(*place)
 
     def close():
         lines = []
@@ -268,14 +283,17 @@ def blamed(output, tree, owners):
             if relative in owners:
                 lines.append((relative, line))
         about = [owners_at(*line) for line in lines]
-        needed = [owner for each in about for owner in each if owner[0] in ("constant", "value")]
         first = next(filter(None, about), [])
         # An end is blamed only where nothing else is.
         best = [owner for owner in first if owner[0] != "end"] or first
         if needs_constant and lines:
-            best = needed[:1] or best or list(constants_named_at(*lines[0]))
+            needed = [owner for each in about[1:] for owner in each
+                      if owner[0] in ("constant", "value")][:1]
+            if needed and needed[0][0] == "value":
+                needed += values_behind(*lines[0])
+            best = needed or list(constants_named_at(*lines[0])) or best
         for line in lines:
-            best = best or following_value(*line)
+            best = best or values_behind(*line)
         found.extend(owner for owner in best if owner not in found)
 
     for path, line, kind, message in ERROR.findall(output):
@@ -309,7 +327,7 @@ class Together:
         for source in self.sources.values():
             self.write(source)
         more = ["-DCMAKE_BUILD_RPATH_USE_ORIGIN=ON",
-                f"-DCMAKE_CXX_FLAGS=-w -include {folder / 'mutation.h'}"]
+                f"-DCMAKE_CXX_FLAGS=-w -Wno-narrowing -include {folder / 'mutation.h'}"]
         if shutil.which("clang++"):  # which takes half of the time
             more += ["-DCMAKE_CXX_COMPILER=clang++", "-DCMAKE_C_COMPILER=clang"]
             more[1] += " -ferror-limit=0"

@@ -78,7 +78,7 @@ class TextsInTheDiskName : public testing::Test {
     return static_cast<typename L::Disk*>(node.pMedia)[disk].pDiskItems[0].pszPath;
   }
 
-  static constexpr const char* kLong = "a name that is longer than those of the disks";
+  static constexpr const char* kLong = "x, a name that is longer than those of the disks";
   BKQDiskItem item_{"item"};
   std::vector<std::unique_ptr<BKQDisk>> disks_;
 };

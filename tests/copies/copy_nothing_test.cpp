@@ -54,5 +54,19 @@ TEST(CopyOfNothing, ChangesNoObject) {
   EXPECT_GT(classes, 50u);
 }
 
+// Nor does a base class that copies its own part alone.
+template <class Base, class Object>
+void expectPartUnchanged() {
+  const std::unique_ptr<Object> object(newNamed<Object>("n"));
+  expectUnchanged<Base>(*object);
+}
+
+TEST(CopyOfNothing, ChangesNoPart) {
+  expectPartUnchanged<BKQNode, BKQMacNode>();
+  expectPartUnchanged<BKQEMail, BKQMHSEMail>();
+  expectPartUnchanged<BKQFilter, BKQAttributeFilter>();
+  expectPartUnchanged<BKQTimeFilter, BKQBeforeTimeFilter>();
+}
+
 }  // namespace
 }  // namespace bkoq::test
