@@ -14,7 +14,7 @@ LAMBDA = re.compile(r"\[[^\[\]]*\]\s*\([^{}]*\)\s*(?:mutable\s*)?(?:->[^(){}=]+)
 # It may give a lambda, and two of these are never of one type. What the lambda does can be copied.
 GIVES_AUTO = re.compile(r"\bauto\s+[\w:~<>]+\s*\([^{}]*\)[^->{}]*$")
 VOID = re.compile(r"\bvoid\s+[\w:~<>]+\s*\(")
-CONSTRUCTOR = re.compile(r"^(?:(?:inline|explicit|virtual|public:|private:|protected:"
+CONSTRUCTOR = re.compile(r"^(?:(?:inline|explicit|constexpr|virtual|[A-Z]+_[A-Z]+|public:|private:|protected:"
                          r"|template\s*<[^>]*>)\s+)*"
                          r"(?:\w+::)*~?[A-Z]\w*\s*\(")
 # What may stand before the brace of a block of statements, not of a list of values.

@@ -26,8 +26,9 @@ def run(command, folder, environment=None, cpu=None, seconds=None):
     """Status and output of a command; None when it took too long. With `cpu`, seconds of each of its
     processes, they do not get all there is either."""
     def limits():
-        signal.signal(signal.SIGINT, signal.SIG_DFL)  # a shell's background has it ignored
-        signal.signal(signal.SIGTERM, signal.SIG_DFL)
+        # A shell's background has some of them ignored, nohup another one.
+        for number in (signal.SIGINT, signal.SIGTERM, signal.SIGHUP, signal.SIGQUIT):
+            signal.signal(number, signal.SIG_DFL)
         resource.setrlimit(resource.RLIMIT_CORE, (0, 0))
         if cpu is not None:
             resource.setrlimit(resource.RLIMIT_CPU, (cpu, cpu))
