@@ -26,6 +26,11 @@ STATEMENT = re.compile(r"\s+(?!(?:case|default|else|catch|using|static_assert|st
                        r"[A-Za-z_+(*-]")
 
 
+def raw_texts(text):
+    """Where texts of several lines are: what looks like code there is none."""
+    return [match.span() for match in HIDDEN.finditer(text) if match[0].startswith("R")]
+
+
 def without_texts(text):
     """The text with blanks in place of what is no code."""
     return HIDDEN.sub(lambda match: re.sub(r"[^\n]", " ", match[0]), text)

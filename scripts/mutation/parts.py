@@ -9,12 +9,15 @@ from mutation.mutants import ROOT
 class Part:
     """Folders whose mutants are built and tested in the same way."""
 
-    def __init__(self, folders, targets, tests, target=None, headers=(), apart=()):
+    def __init__(self, folders, targets, tests, target=None, headers=(), apart=(),
+                 optimized=()):
         self.folders, self.targets, self.tests = folders, targets, re.compile(tests)
         # Headers of others that `target` compiles before anything else.
         self.target, self.headers = target, headers
         # Templates that are used so often that no compiler has room for copies of what they do.
         self.apart = {pathlib.Path(path) for path in apart}
+        # What no compiler uses that does not optimize.
+        self.optimized = {pathlib.Path(path) for path in optimized}
         has_tools = "bkoq_tool" in targets
         self.options = ["-DBKOQ_BUILD_TOOLS=" + ("ON" if has_tools else "OFF")]
         # What a test needs that is made by running what a mutant may have changed.
@@ -30,7 +33,8 @@ TOOL_HEADERS = ["nlohmann/json.hpp", "CLI/App.hpp", "CLI/Config.hpp", "CLI/Forma
 PARTS = {
     "library": Part(["transfer", "transfer_old", "model", "rw", "include"],
                     ["bkoq_test", "bkoq_internal_test", "rw_test", "random_jobs"],
-                    "rw_test|bkoq_test|bkoq_internal_test|random_jobs"),
+                    "rw_test|bkoq_test|bkoq_internal_test|random_jobs",
+                    optimized=["rw/inline.h"]),
     "kit": Part(["kit"], ["kit_test", "kit_c_test", "kit_memory_test", "image_check", *COMMAND],
                 r"kit_test|bkoqkit\.c|kit_memory_test|bkoqkit\.(read_image|hostile_images|documents)|"
                 + COMMAND_TESTS, "bkoq_tool_objects", TOOL_HEADERS),

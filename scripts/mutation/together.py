@@ -13,8 +13,8 @@ import shlex
 import shutil
 import sys
 
-from mutation.functions import (constants, functions, is_initializer_of, statements,
-                                without_texts)
+from mutation.functions import (constants, functions, is_initializer_of, raw_texts,
+                                statements, without_texts)
 from mutation.mutants import ROOT
 from mutation.workshop import configure, run, without_builds
 
@@ -99,11 +99,13 @@ class Source:
         self.bodies = {}  # of each function: its mutants
         self.values = {}  # of each place of a value: its mutants
         self.apart, self.turned = [], set()
+        raw = raw_texts(text)
         for mutant in mutants:
             function = self.function_at(mutant.start)
             if function is not None and mutant.end <= function.end:
                 self.bodies.setdefault(function, []).append(mutant)
-            elif function is None and VALUE.fullmatch(mutant.old) and not is_apart:
+            elif (function is None and VALUE.fullmatch(mutant.old) and not is_apart
+                  and not any(start < mutant.start < end for start, end in raw)):
                 self.values.setdefault(mutant.start, []).append(mutant)
                 function = self.initialized_at(mutant.start)
                 if function is not None:

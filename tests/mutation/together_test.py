@@ -22,6 +22,8 @@ namespace {
 
 constexpr unsigned int kCount = 3;
 constexpr const char* kName = "name";
+constexpr const char* kLines = R"(a "b", 1
+2)";
 static_assert(kCount == 3, "for the compiler");
 
 struct Row {
@@ -75,7 +77,7 @@ void print(const Row& row) {
 int main() {
   for (const Row& row : kRows) print(row);
   for (const Row& row : kMore) print(row);
-  std::printf("%s %d %d %d\n", kName, Sum().get(), Sum(5).get(3), adder(1)(2));
+  std::printf("%s %s %d %d %d\n", kName, kLines, Sum().get(), Sum(5).get(3), adder(1)(2));
   int limit = 0;
   while (limit < 5) {
     ++limit;
