@@ -1,6 +1,8 @@
 #include <bkoq/bkoq.h>
 #include <gtest/gtest.h>
 
+#include <algorithm>
+#include <iterator>
 #include <memory>
 #include <string>
 #include <type_traits>
@@ -9,6 +11,7 @@
 #include "tests/support/attributes.h"
 #include "tests/support/counted.h"
 #include "tests/support/failing_new.h"
+#include "tests/support/heap.h"
 #include "tests/support/private_member.h"
 
 namespace bkoq::test {
@@ -195,6 +198,37 @@ TEST(DiskNode, CopyHasTheReservedMembers) {
     }
   }
   EXPECT_EQ(destroyed, 0);
+}
+
+// Whatever memory runs out on the way: whoever copies may delete the former disks next.
+TEST(DiskNode, CopyInScarceMemoryHoldsNoFormerDisk) {
+  if (!kSeesAllocations) GTEST_SKIP() << "allocations are not seen with this heap";
+  BKQDisk disks[5];
+  BKQMacNode source("n");
+  for (BKQDisk& disk : disks) source.addDisk(disk);
+  unsigned int allocations = 0;
+  for (unsigned int failing = 0; failing <= allocations; ++failing) {
+    BKQDisk former;
+    BKQMacNode copy("n");
+    copy.addDisk(former);
+    {
+      const HeapWatch heap(failing);
+      copy.mycopy(&source);
+      if (failing == 0) allocations = heap.allocations();
+    }
+    BKQDiskCol* found = nullptr;
+    copy.enumDisks(found, 0);
+    for (unsigned int i = 0; i < found->entries(); ++i) {
+      auto* disk = static_cast<BKQDisk*>(found->at(i));
+      EXPECT_NE(disk, &former) << failing;
+      if (disk != &former && std::none_of(std::begin(disks), std::end(disks),
+                                          [&](const BKQDisk& each) { return &each == disk; })) {
+        delete disk;
+      }
+    }
+    delete found;
+  }
+  EXPECT_GE(allocations, 7u) << "the place of the disks, that of their clones, each clone";
 }
 
 TEST(DiskNode, CopyHasTheGroomInfoItself) {

@@ -14,8 +14,9 @@ from mutation.workshop import Optimizer, tests_of
 class Judge:
     """One of those who try mutants, with a bench of its own."""
 
-    def __init__(self, folder, built, part, units, accepted):
+    def __init__(self, folder, built, part, units, accepted, most):
         self.folder, self.part, self.accepted, self.optimizer = folder, part, accepted, None
+        self.most = most  # commands that a mutant is tried with, or None
         self.bench = Bench(folder / "build", built)
         self.programs, self.commands, self.transcripts, self.scripts = units
         self.kills = collections.Counter()
@@ -55,8 +56,9 @@ class Judge:
         doubtful = [transcript for transcript in self.transcripts if not transcript.is_cut]
         reaching = [command for command in self.commands
                     if statement is None or statement in command.reached]
-        for command in sorted(reaching, key=lambda command: (-self.kills[mutant.path, command.name],
-                                                             len(command.reached))):
+        reaching.sort(key=lambda command: (-self.kills[mutant.path, command.name],
+                                           len(command.reached)))
+        for command in reaching[:self.most]:
             yield command, lambda: command.passes(self.bench)
             if command.left != command.after and command.whole not in doubtful:
                 doubtful.append(command.whole)
@@ -100,7 +102,8 @@ def try_together(folder, part, mutants, options, accepted, add):
         tasks.put((mutant, statement))
     judges = []
     for number in range(options.workers):
-        judge = Judge(folder / f"judge{number}", together.build_folder, part, units, accepted)
+        judge = Judge(folder / f"judge{number}", together.build_folder, part, units, accepted,
+                      options.most)
         judges.append(context.Process(target=work, args=(judge, tasks, results, stop)))
     handlers = {number: signal.signal(number, lambda *_: stop.set())
                 for number in (signal.SIGINT, signal.SIGTERM)}
