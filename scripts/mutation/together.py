@@ -105,6 +105,7 @@ class Source:
             if function is not None and mutant.end <= function.end:
                 self.bodies.setdefault(function, []).append(mutant)
             elif (function is None and VALUE.fullmatch(mutant.old) and not is_apart
+                  and text[mutant.start - 1] != "["  # the bound of an array
                   and not any(start < mutant.start < end for start, end in raw)):
                 self.values.setdefault(mutant.start, []).append(mutant)
                 function = self.initialized_at(mutant.start)
