@@ -2,7 +2,6 @@
 """Each mutant that is compiled together with others does what it would do alone: of a small source
 both are built, run and compared."""
 
-import os
 import pathlib
 import subprocess
 import sys
@@ -10,9 +9,9 @@ import tempfile
 
 sys.path.insert(0, str(pathlib.Path(__file__).resolve().parents[2] / "scripts"))
 
-from mutation import mutants as sources  # noqa: E402
-from mutation.mutants import Mutant, all_mutants_of  # noqa: E402
-from mutation.together import HEADER, Source, blamed  # noqa: E402
+from mutation.blame import blamed  # noqa: E402
+from mutation.mutants import all_mutants_of  # noqa: E402
+from mutation.together import HEADER, Source  # noqa: E402
 
 SOURCE = r"""#include <array>
 #include <cstdio>
@@ -109,7 +108,7 @@ def main():
     with tempfile.TemporaryDirectory() as folder:
         folder = pathlib.Path(folder)
         name = pathlib.Path("sample.cpp")
-        found = [mutant for mutant in all_mutants_of(name, SOURCE)]
+        found = list(all_mutants_of(name, SOURCE))
         for number, mutant in enumerate(found):
             mutant.number = number + 1
         (folder / "mutation.h").write_text(HEADER)
