@@ -2,7 +2,10 @@
 
 #include <gtest/gtest.h>
 
+#include <cstring>
 #include <string>
+#include <string_view>
+#include <vector>
 
 namespace bkoq::test {
 namespace {
@@ -54,6 +57,55 @@ TEST(Pattern, LeadsToWhatItMayBeAbout) {
   EXPECT_FALSE(leadsTo("pSourceNodes[*].pszNodeName", "pDestNodes[3]"));
   EXPECT_FALSE(leadsTo("pSourceNodes[3].pszNodeName", "pSourceNodes[31]"));
   EXPECT_TRUE(leadsTo("**.pszPassword", "pDestNodes[3]"));
+  EXPECT_FALSE(leadsTo("pSource*.pszNodeName", "pSourceNodes[3]"));
+  EXPECT_FALSE(leadsTo("pSourceNodes", "pSource"));
+  EXPECT_FALSE(leadsTo("pDestNodes", "pSourceNodes"));
+  EXPECT_TRUE(leadsTo("pszOwner", ""));
+  EXPECT_TRUE(leadsTo("", ""));
+}
+
+// What the stars stand for, said once more in the plainest way.
+bool fits(std::string_view pattern, std::string_view path) {
+  if (pattern.empty()) return path.empty();
+  if (pattern.substr(0, 2) == "**") {
+    return fits(pattern.substr(2), path) || (!path.empty() && fits(pattern, path.substr(1)));
+  }
+  if (pattern[0] == '*') {
+    return fits(pattern.substr(1), path) ||
+           (!path.empty() && std::strchr(".[]", path[0]) == nullptr &&
+            fits(pattern, path.substr(1)));
+  }
+  return !path.empty() && pattern[0] == path[0] && fits(pattern.substr(1), path.substr(1));
+}
+bool fitsAtStart(std::string_view pattern, std::string_view path) {
+  return fits(pattern, path) || (pattern.substr(0, 3) == "**." && fits(pattern.substr(3), path));
+}
+
+std::vector<std::string> allTexts(const char* characters, std::size_t longest) {
+  std::vector<std::string> texts{""};
+  for (std::size_t at = 0; at < texts.size() && texts[at].size() < longest; ++at) {
+    for (const char* character = characters; *character != '\0'; ++character) {
+      texts.push_back(texts[at] + *character);
+    }
+  }
+  return texts;
+}
+
+TEST(Pattern, FitsAllShortPathsThatItShould) {
+  const std::vector<std::string> paths = allTexts("ab.[]", 3);
+  for (const std::string& pattern : allTexts("a.[*", 4)) {
+    for (const std::string& path : paths) {
+      ASSERT_EQ(matches(pattern.c_str(), path.c_str()), fitsAtStart(pattern, path))
+          << pattern << " and " << path;
+      // About the path, or about something that the path goes on from with a name or an index.
+      bool isCovered = pattern.empty();
+      for (std::size_t end = 0; end <= path.size(); ++end) {
+        const bool isBoundary = end == path.size() || path[end] == '.' || path[end] == '[';
+        isCovered |= isBoundary && fitsAtStart(pattern, std::string_view(path).substr(0, end));
+      }
+      ASSERT_EQ(covers(pattern.c_str(), path.c_str()), isCovered) << pattern << " and " << path;
+    }
+  }
 }
 
 // A pattern made to take long takes no longer than others.
