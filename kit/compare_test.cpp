@@ -50,6 +50,8 @@ const Case kCases[] = {
      "(2004-03-01 17:00:00)\n"},
     {"reserved byte", [](BKQJDATATRANSFER& job) { job.pDestNodes[0].abReserved88[11] = 1; },
      "pDestNodes[0].abReserved88 (BKNODE+88): zero -> 00 00 00 00 00 00 00 00 00 00 00 01\n"},
+    {"first reserved byte", [](BKQJDATATRANSFER& job) { job.pDestNodes[0].abReserved88[0] = 1; },
+     "pDestNodes[0].abReserved88 (BKNODE+88): zero -> 01 00 00 00 00 00 00 00 00 00 00 00\n"},
     {"unused byte of a filter",
      [](BKQJDATATRANSFER& job) { job.pSourceNodes[0].pFilters[0].usTimeUnitType = 1; },
      "pSourceNodes[0].pFilters[0].abUnused14 (BKFILTER_FILE+14): zero -> 00 00 01 00\n"},
@@ -67,12 +69,28 @@ const Case kCases[] = {
     {"secret", [](BKQJDATATRANSFER& job) { diskOf(job).pszDiskPW2[4] = 'X'; },
      "pSourceNodes[0].pMedia[0].pszDiskPW2 (BKDDISK+36): \"ops\", ******** -> \"ops\", ******** "
      "(masked)\n"},
+    {"secret that is new",
+     [](BKQJDATATRANSFER& job) { job.pSourceNodes[1].pszPassword = text("n3w"); },
+     "pSourceNodes[1].pszPassword (BKNODE+20): null -> ******** (masked)\n"},
     {"file of a list", [](BKQJDATATRANSFER& job) { diskOf(job).pDiskItems[0].pFileList[8] = '3'; },
      "pSourceNodes[0].pMedia[0].pDiskItems[0].pFileList (BKDISKITEM+8): \"2003.db\", \"2004.db\" "
      "-> \"2003.db\", \"3004.db\"\n"},
     {"kind of a filter",
      [](BKQJDATATRANSFER& job) { job.pSourceNodes[0].pFilters[3].usTimeRange = 3; },
      "pSourceNodes[0].pFilters[3].usTimeRange (BKFILTER_FILE+6): 2 (between) -> 3 (within)\n"},
+    {"kind of a filter whose bytes mean something else then",
+     [](BKQJDATATRANSFER& job) {
+       job.pSourceNodes[0].pFilters[4].usTimeRange = 1;
+       job.pSourceNodes[0].pFilters[4].lTime = 1078160400;
+     },
+     "pSourceNodes[0].pFilters[4].usTimeRange (BKFILTER_FILE+6): 3 (within) -> 1 (after)\n"
+     "pSourceNodes[0].pFilters[4].ulTimeUnits / lTime (BKFILTER_FILE+8): 7 -> 1078160400 "
+     "(2004-03-01 17:00:00)\n"
+     "pSourceNodes[0].pFilters[4].abUnused12 (BKFILTER_FILE+12): zero -> 00 00 00 00 02 00\n"
+     "pSourceNodes[0].pFilters[4].usTimeUnitType (BKFILTER_FILE+16): 2 -> absent\n"},
+    {"kind of a filter that has no use for the bytes of a number",
+     [](BKQJDATATRANSFER& job) { job.pSourceNodes[0].pFilters[3].usTimeRange = 1; },
+     "pSourceNodes[0].pFilters[3].usTimeRange (BKFILTER_FILE+6): 2 (between) -> 1 (after)\n"},
     {"field that the filter had no use for before",
      [](BKQJDATATRANSFER& job) { job.pSourceNodes[0].pFilters[2].lEndTime = 258; },
      "pSourceNodes[0].pFilters[2].abUnused12 (BKFILTER_FILE+12): zero -> 02 01 00 00 00 00\n"},
@@ -141,6 +159,83 @@ TEST(Compare, TellsReservedBytesThatOnlyOneLayoutNames) {
   EXPECT_EQ(differences(current, previous),
             "pSourceNodes[0].abReserved88 (BKNODE+88): 05 00 00 00 00 00 00 00 00 00 00 00 -> "
             "absent\n");
+}
+
+// The reserved bytes of the previous layout are more than the field that the current one has there.
+TEST(Compare, TakesBytesThatOnlyTheFirstTreeHasForWhatTheyAre) {
+  const PreviousTree previous = previousJob(1);
+  give<BKNODE_OLD>(previous->ulNumSourceNodes, previous->pSourceNodes, 1);
+  const CurrentTree current = currentJob(1);
+  auto& node = *give<BKNODE>(current->ulNumSourceNodes, current->pSourceNodes, 1);
+  EXPECT_EQ(differences(previous, current), "");
+  node.abReserved88[0] = 5;
+  EXPECT_EQ(differences(previous, current),
+            "pSourceNodes[0].abReserved88 (BKNODE+88): absent -> 05 00 00 00 00 00 00 00 00 00 00 "
+            "00\n");
+  BkoqPrintOptions options{};
+  options.format = BKOQ_FORMAT_JSON;
+  EXPECT_EQ(differences(previous, current, options), std::string(R"(
+{
+  "format": "bkoq-differences",
+  "version": 1,
+  "layouts": ["previous", "current"],
+  "differences": [
+    {"change": "changed", "path": "pSourceNodes[0].abReserved88", "otherPath": "pSourceNodes[0].abReserved88", "record": "BKNODE", "offset": 88, "old": null, "new": {"kind": "reserved", "value": [5, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0]}}
+  ]
+}
+)")
+                                                         .substr(1));
+}
+
+// A program may keep a copy of a record beside the one that it goes on with.
+TEST(Compare, LooksIntoBlocksThatBothTreesShare) {
+  const CurrentTree first = currentBackup();
+  BKQJDATATRANSFER second = *first;
+  second.ulNumSourceNodes = 1;
+  const char* only[] = {"pSourceNodes[*].usNodeOS", nullptr};
+  BkoqPaths paths{};
+  for (const char* const* wanted : {static_cast<const char**>(nullptr), only}) {
+    // An element that is gone is also about what lay in it.
+    paths.only = wanted;
+    std::string text;
+    EXPECT_EQ(bkoqPrintChanges(first.get(), BKOQ_LAYOUT_CURRENT, &second, BKOQ_LAYOUT_CURRENT,
+                               nullptr, &paths, appendToString, &text, nullptr),
+              BKOQ_OK);
+    EXPECT_EQ(text, "pSourceNodes[1] (BKNODE+100): BKNODE \"payroll\" -> absent\n");
+  }
+  BkoqPrintOptions options{};
+  options.format = BKOQ_FORMAT_JSON;
+  std::string json;
+  EXPECT_EQ(bkoqPrintDifferences(first.get(), BKOQ_LAYOUT_CURRENT, &second, BKOQ_LAYOUT_CURRENT,
+                                 &options, appendToString, &json, nullptr),
+            BKOQ_OK);
+  EXPECT_EQ(json, std::string(R"(
+{
+  "format": "bkoq-differences",
+  "version": 1,
+  "layouts": ["current", "current"],
+  "differences": [
+    {"change": "removed", "path": "pSourceNodes[1]", "otherPath": "pSourceNodes[1]", "record": "BKNODE", "offset": 100, "old": {"kind": "record", "value": "BKNODE", "name": "payroll"}, "new": null}
+  ]
+}
+)")
+                      .substr(1));
+}
+
+TEST(Compare, FindsAFieldByItsNameInEitherTree) {
+  const CurrentTree first = currentBackup();
+  const PreviousTree second = previousBackup();
+  for (const char* name : {"**.usTapeID", "**.ulTapeID"}) {
+    const char* only[] = {name, nullptr};
+    BkoqPaths paths{};
+    paths.only = only;
+    std::string text;
+    EXPECT_EQ(bkoqPrintChanges(first.get(), BKOQ_LAYOUT_CURRENT, second.get(), BKOQ_LAYOUT_PREVIOUS,
+                               nullptr, &paths, appendToString, &text, nullptr),
+              BKOQ_OK);
+    EXPECT_EQ(text, "pDestNodes[0].pMedia[0].usTapeID / ulTapeID (BKDTAPE+8): 9029 -> 74565\n")
+        << name;
+  }
 }
 
 // A tape ID that fits 16 bits is the same in both layouts.
@@ -249,6 +344,21 @@ TEST(Compare, HandsDifferencesToAVisitorUntilItStops) {
   EXPECT_EQ(bkoqCompare(first.get(), BKOQ_LAYOUT_CURRENT, second.get(), BKOQ_LAYOUT_PREVIOUS, 0,
                         visitor, &seen, nullptr),
             BKOQ_OK);
+}
+
+TEST(Compare, StopsAlsoBetweenTreesOfOneLayout) {
+  const CurrentTree first = currentBackup();
+  const CurrentTree second = currentBackup();
+  second->pSourceNodes[0].usNodeOS = 8;
+  second->pSourceNodes[0].usDeviceType = 2;
+  second->pSourceNodes[1].usNodeOS = 8;
+  second->ulOptions = 0;
+  const BkoqDifferenceVisitor visitor = [](const BkoqDifference*, void*) { return 1; };
+  std::uint32_t count = 0;
+  EXPECT_EQ(bkoqCompare(first.get(), BKOQ_LAYOUT_CURRENT, second.get(), BKOQ_LAYOUT_CURRENT, 0,
+                        visitor, nullptr, &count),
+            BKOQ_STOPPED);
+  EXPECT_EQ(count, 1u);
 }
 
 TEST(Compare, HandsOnNoMoreThanTheBeginningOfALongValue) {

@@ -37,8 +37,38 @@ TEST(Get, GivesTextsAndTheTextsOfAList) {
   EXPECT_EQ(second.kind, BKOQ_FIELD_TEXT);
   EXPECT_STREQ(second.text, "2004.db");
   EXPECT_EQ(second.width, 7u);
+  EXPECT_EQ(second.bytes, second.text);
   EXPECT_STREQ(get("pSourceNodes[0].pszNodeName[1]").text, "extra");
   EXPECT_EQ(get("pSourceNodes[0].pMedia[0].pszDiskPW2").isSecret, 1);
+}
+
+// A pointer to something else than texts has none, nor has a list without any.
+TEST(Get, GivesNoTextWhereThereIsNone) {
+  const CurrentTree job = currentJob(1);
+  auto& node = *give<BKNODE>(job->ulNumSourceNodes, job->pSourceNodes, 1);
+  auto& disk = *give<BKDDISK>(node.ulMediaCount, node.pMedia, 1);
+  auto& item = *give<BKDISKITEM>(disk.ulDiskItemCount, disk.pDiskItems, 1);
+  item.pFileList = text("not counted");
+  BkoqValue value;
+  ASSERT_EQ(bkoqGet(job.get(), BKOQ_LAYOUT_CURRENT, "pSourceNodes", &value), BKOQ_OK);
+  EXPECT_EQ(value.target, job->pSourceNodes);
+  EXPECT_EQ(value.text, nullptr);
+  ASSERT_EQ(bkoqGet(job.get(), BKOQ_LAYOUT_CURRENT,
+                    "pSourceNodes[0].pMedia[0].pDiskItems[0].pFileList", &value),
+            BKOQ_OK);
+  EXPECT_EQ(value.target, item.pFileList);
+  EXPECT_EQ(value.text, nullptr);
+}
+
+TEST(Get, ReadsAnIndexOfSeveralDigits) {
+  const CurrentTree job = currentJob(1);
+  give<BKNODE>(job->ulNumSourceNodes, job->pSourceNodes, 124);
+  for (const int index : {0, 9, 10, 12, 100, 123}) {
+    const std::string path = "pSourceNodes[" + std::to_string(index) + "]";
+    BkoqValue value;
+    ASSERT_EQ(bkoqGet(job.get(), BKOQ_LAYOUT_CURRENT, path.c_str(), &value), BKOQ_OK) << path;
+    EXPECT_EQ(value.bytes, job->pSourceNodes + index) << path;
+  }
 }
 
 TEST(Get, GivesRecords) {
@@ -103,14 +133,30 @@ TEST(Explain, SaysWhichPartOfAPathFailsAndWhatIsThere) {
        "pSourceNodes is an array of 2 elements; give one of them as "
        "pSourceNodes[0].\\xe2\\x80\\xae\xc3\xa9\\xff"},
       // NOLINTEND(misc-misleading-bidirectional)
+      {"pSourceNodes..x",
+       "pSourceNodes is an array of 2 elements; give one of them as pSourceNodes[0]."},
+      {"pSourceNodes[1].pMedia.x",
+       "pSourceNodes[1].pMedia is an array; write pSourceNodes[1].pMedia[0].x"},
       {"pszOwner[0]", "pszOwner is no array"},
+      {"stFax[0]", "stFax is no array"},
+      {"pDestNodes[0].pMedia[0].pTapeX[0]", "pDestNodes[0].pMedia[0].pTapeX is no array"},
+      {"stFax.zzz", "BKFAXINFO has no field \"zzz\""},
       {"pszOwner.x", "pszOwner has no fields"},
       {"pSourceNodes[1].pMedia[0]", "pSourceNodes[1].pMedia is null"},
       {"pSourceNodes[0].pszNodeName[2]", "pSourceNodes[0].pszNodeName has 2 texts"},
+      {"pSourceNodes[10]", "pSourceNodes has 2 elements"},
+      {"pSourceNodes[]", "\"[]\" after \"pSourceNodes\" is not part of a path"},
+      {"pSourceNodes[0", "\"[0\" after \"pSourceNodes\" is not part of a path"},
+      {"pSourceNodes[0x", "\"[0x\" after \"pSourceNodes\" is not part of a path"},
+      {"pSourceNodes[.x", "\"[\" after \"pSourceNodes\" is not part of a path"},
+      {"pSourceNodes[01]", "\"[01]\" after \"pSourceNodes\" is not part of a path"},
+      {"pSourceNodes[42949672960]",
+       "\"[42949672960]\" after \"pSourceNodes\" is not part of a path"},
       {"pSourceNodes[x]", "\"[x]\" after \"pSourceNodes\" is not part of a path"},
       {"pSourceNodes[0]]", "\"]\" after \"pSourceNodes[0]\" is not part of a path"},
       {"pSourceNodes[00]", "\"[00]\" after \"pSourceNodes\" is not part of a path"},
       {"\033[1m", "BKQJDATATRANSFER has no field \"\\x1b\""},
+      {"%d%%", "BKQJDATATRANSFER has no field \"%d%%\""},
       {"pSourceNodes[*].zzz", "nothing is at a path like \"pSourceNodes[*].zzz\""},
   };
   for (const auto& row : rows) {
@@ -135,11 +181,53 @@ TEST(Explain, SaysWhichPartOfAPathFailsAndWhatIsThere) {
   }
   bkoqExplainPath(job.get(), BKOQ_LAYOUT_CURRENT, "z\xc3\xa9", shorter, sizeof shorter);
   EXPECT_STREQ(shorter, "BKQJDATATRANSFER has no field \"z\xc3\xa9");
+  // Nor when only the NUL has no room.
+  const std::string whole =
+      "pSourceNodes is an array of 2 elements; give one of them as pSourceNodes[0].\xc3\xa9";
+  char longer[200];
+  bkoqExplainPath(job.get(), BKOQ_LAYOUT_CURRENT, "pSourceNodes.\xc3\xa9", longer, whole.size());
+  EXPECT_EQ(longer, whole.substr(0, whole.size() - 2));
+  bkoqExplainPath(job.get(), BKOQ_LAYOUT_CURRENT, "pSourceNodes.\xc3\xa9", longer,
+                  whole.size() + 1);
+  EXPECT_EQ(longer, whole);
+}
+
+TEST(Explain, SaysWhatIsMissingInATreeWithLittleInIt) {
+  const CurrentTree job = currentJob(1);
+  auto& node = *give<BKNODE>(job->ulNumSourceNodes, job->pSourceNodes, 1);
+  auto& disk = *give<BKDDISK>(node.ulMediaCount, node.pMedia, 1);
+  auto& item = *give<BKDISKITEM>(disk.ulDiskItemCount, disk.pDiskItems, 1);
+  item.ulFileCount = 1;
+  item.pFileList = text("only.db");
+  auto& tapes = *give<BKNODE>(job->ulNumDestNodes, job->pDestNodes, 1);
+  give<BKDTAPE>(tapes.ulMediaCount, tapes.pMedia, 1);
+  const std::pair<const char*, const char*> rows[] = {
+      {"pSourceNodes[0].pMedia[0].pDiskItems[0].pFileList[1]",
+       "pSourceNodes[0].pMedia[0].pDiskItems[0].pFileList has 1 text"},
+      {"pDestNodes[0].pMedia[0].pTapeX.pszDBUser", "pDestNodes[0].pMedia[0].pTapeX is null"},
+  };
+  for (const auto& row : rows) {
+    char text[200];
+    EXPECT_EQ(bkoqExplainPath(job.get(), BKOQ_LAYOUT_CURRENT, row.first, text, sizeof text),
+              BKOQ_NOT_FOUND);
+    EXPECT_STREQ(text, row.second) << row.first;
+  }
+}
+
+// No room is left alone, and room for the NUL alone gets it.
+TEST(Explain, KeepsToTheRoomThatItIsGiven) {
+  const CurrentTree job = currentJob(1);
+  char text[] = "xx";
+  EXPECT_EQ(bkoqExplainPath(job.get(), BKOQ_LAYOUT_CURRENT, "zzz", text, 0), BKOQ_BAD_ARGUMENT);
+  EXPECT_STREQ(text, "xx");
+  EXPECT_EQ(bkoqExplainPath(job.get(), BKOQ_LAYOUT_CURRENT, "pszOwner", text, 1), BKOQ_OK);
+  EXPECT_EQ(std::string(text, 2), std::string("\0x", 2));
 }
 
 TEST(Nearest, NamesTheRecordThatWasMeant) {
   EXPECT_STREQ(bkoqNearestRecord("BKTAPE", BKOQ_LAYOUT_CURRENT), "BKDTAPE");
   EXPECT_STREQ(bkoqNearestRecord("bknode", BKOQ_LAYOUT_CURRENT), "BKNODE");
+  EXPECT_STREQ(bkoqNearestRecord("BKQJDATATRANSFR", BKOQ_LAYOUT_CURRENT), "BKQJDATATRANSFER");
   EXPECT_STREQ(bkoqNearestRecord("BKNOD_OLD", BKOQ_LAYOUT_PREVIOUS), "BKNODE_OLD");
   EXPECT_EQ(bkoqNearestRecord("something else", BKOQ_LAYOUT_CURRENT), nullptr);
   EXPECT_EQ(bkoqNearestRecord(nullptr, BKOQ_LAYOUT_CURRENT), nullptr);
