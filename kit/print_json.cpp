@@ -21,7 +21,7 @@ class JsonPrinter : public WalkHandler {
     levels_.resize(at.depth + 1);
     Level& level = levels_[at.depth];
     level = Level{};
-    const bool isStart = startsMatch(at);
+    const bool isStart = startsMatch(at) && !isOfField(at);
     level.isShown = isStart || isRecordShown(record, at);
     if (!level.isShown) return !out_.failed();
     if (scope_.only != nullptr) {
@@ -69,7 +69,9 @@ class JsonPrinter : public WalkHandler {
     level.hasFields = true;
     const bool isEmbedded = field.def().kind == FieldKind::kEmbedded;
     const bool holdsRecords = field.target() != nullptr && (block.bytes != nullptr || isEmbedded);
-    const bool isOpened = holdsRecords && areElementsShown(at);
+    // Whoever asks for the field of one record asks for the record: it is no level deeper.
+    const bool isOneRecord = holdsRecords && field.def().kind != FieldKind::kArray;
+    const bool isOpened = holdsRecords && (areElementsShown(at) || (isStart && isOneRecord));
     putField(field, block, at, holdsRecords);
     if (!isOpened) {
       out_.put(isPlain_ ? (holdsRecords ? "null" : "") : "}");
@@ -122,6 +124,11 @@ class JsonPrinter : public WalkHandler {
   };
 
   bool startsMatch(const Position& at) const { return !isInMatch_ && scope_.isExactly(at.path); }
+  // A record that is neither the job nor an element has the path of its field, which is what is
+  // found.
+  static bool isOfField(const Position& at) {
+    return at.depth > 0 && std::string_view(at.path.text()).back() != ']';
+  }
   void beginMatch(const Position& at, const char* start, bool isField) {
     if (scope_.isPattern) {
       out_.put(isAnythingShown_ ? ",\n    " : "\n    ");

@@ -214,5 +214,246 @@ TEST(PrintJson, StopsAtADepth) {
 )"));
 }
 
+// Of what a pattern is about, as deep as asked for, as far to the left as if it were all there is.
+TEST(PrintJson, GivesWhatAPatternIsAboutToADepth) {
+  const CurrentTree job = currentBackup();
+  struct Case {
+    const char* pattern;
+    BkoqFormat format;
+    unsigned int depth;
+    const char* text;  // of the matches
+  };
+  const Case cases[] = {
+      // Embedded records, which nothing but their own end ends.
+      {"stSchedule*", BKOQ_FORMAT_JSON, 0, R"(
+  "matches": [
+    {"path": "stSchedule", "field": {"name": "stSchedule", "offset": 56, "width": 18, "kind": "embedded", "value": {"record": "BKSCHEDINFO", "block": 1, "offset": 56, "size": 18, "fields": {
+          "lSubmitTime": {"offset": 0, "width": 4, "kind": "time", "value": 1078156800, "date": "2004-03-01 16:00:00"},
+          "lExecTime": {"offset": 4, "width": 4, "kind": "time", "value": -1, "date": "1969-12-31 23:59:59"}
+        }}}},
+    {"path": "stScheduleExt", "field": {"name": "stScheduleExt", "offset": 196, "width": 48, "kind": "embedded", "value": {"record": "BKROTATIONINFO", "block": 1, "offset": 196, "size": 48, "fields": {
+          "pszSetName": {"offset": 0, "width": 4, "kind": "text", "block": 29, "size": 9, "value": "NIGHTSET"}
+        }}}}
+  ]
+}
+)"},
+      // Fields, whose records are one level further in.
+      {"p*Nodes[*].pMedia", BKOQ_FORMAT_PLAIN_JSON, 0, R"(
+  "matches": [
+    {"path": "pSourceNodes[0].pMedia", "value": [
+        {
+          "pszDiskName": "/home",
+          "ulDiskItemCount": 1,
+          "pDiskItems": [
+            {
+              "pszPath": "/home/ledgers",
+              "ulFileCount": 2,
+              "pFileList": ["2003.db", "2004.db"]
+            }],
+          "usDiskType": 5,
+          "ulOptions": 24593,
+          "pszDiskPW2": ["ops", "********"],
+          "pszEncryptionKey": "********"
+        }]},
+    {"path": "pDestNodes[0].pMedia", "value": [
+        {
+          "pszTapeName": "NIGHT-01",
+          "usTapeID": 9029,
+          "usSessionNumber": 17,
+          "ulTapeItemCount": 1,
+          "pTapeItems": [
+            {
+              "ulChunkNum": 7,
+              "pszFileOrDir": "/etc/passwd"
+            }],
+          "ulOptions": 134217728,
+          "pTapeX": {
+              "pszDBUser": "sa",
+              "pszDBPW": "********",
+              "lSessionEndTime": 1000
+            }
+        }]}
+  ]
+}
+)"},
+      // Records.
+      {"p*Nodes[*].pMedia[*]", BKOQ_FORMAT_JSON, 0, R"(
+  "matches": [
+    {"path": "pSourceNodes[0].pMedia[0]", "record": {"record": "BKDDISK", "block": 8, "offset": 0, "size": 52, "fields": {
+      "pszDiskName": {"offset": 0, "width": 4, "kind": "text", "block": 9, "size": 6, "value": "/home"},
+      "ulDiskItemCount": {"offset": 16, "width": 4, "kind": "count", "value": 1, "hex": "0x00000001"},
+      "pDiskItems": {"offset": 20, "width": 4, "kind": "array", "block": 10, "size": 32, "count": 1, "value": [
+        {"record": "BKDISKITEM", "block": 10, "offset": 0, "size": 32, "fields": {
+          "pszPath": {"offset": 0, "width": 4, "kind": "text", "block": 11, "size": 14, "value": "/home/ledgers"},
+          "ulFileCount": {"offset": 4, "width": 4, "kind": "count", "value": 2, "hex": "0x00000002"},
+          "pFileList": {"offset": 8, "width": 4, "kind": "text list", "block": 12, "size": 16, "value": ["2003.db", "2004.db"]}
+        }}]},
+      "usDiskType": {"offset": 24, "width": 2, "kind": "number", "value": 5, "hex": "0x0005"},
+      "ulOptions": {"offset": 28, "width": 4, "kind": "flags", "value": 24593, "hex": "0x00006011", "word": "compression, encryption, 0x00000011"},
+      "pszDiskPW2": {"offset": 36, "width": 4, "kind": "two texts", "block": 13, "value": ["ops", "********"], "masked": true},
+      "pszEncryptionKey": {"offset": 44, "width": 4, "kind": "text", "block": 14, "value": "********", "masked": true}
+    }}},
+    {"path": "pDestNodes[0].pMedia[0]", "record": {"record": "BKDTAPE", "block": 19, "offset": 0, "size": 72, "fields": {
+      "pszTapeName": {"offset": 4, "width": 4, "kind": "text", "block": 20, "size": 9, "value": "NIGHT-01"},
+      "usTapeID": {"offset": 8, "width": 2, "kind": "number", "value": 9029, "hex": "0x2345"},
+      "usSessionNumber": {"offset": 14, "width": 2, "kind": "number", "value": 17, "hex": "0x0011"},
+      "ulTapeItemCount": {"offset": 40, "width": 4, "kind": "count", "value": 1, "hex": "0x00000001"},
+      "pTapeItems": {"offset": 44, "width": 4, "kind": "array", "block": 21, "size": 32, "count": 1, "value": [
+        {"record": "BKTAPEITEM", "block": 21, "offset": 0, "size": 32, "fields": {
+          "ulChunkNum": {"offset": 0, "width": 4, "kind": "number", "value": 7, "hex": "0x00000007"},
+          "pszFileOrDir": {"offset": 8, "width": 4, "kind": "text", "block": 22, "size": 12, "value": "/etc/passwd"}
+        }}]},
+      "ulOptions": {"offset": 52, "width": 4, "kind": "flags", "value": 134217728, "hex": "0x08000000", "word": "extension"},
+      "pTapeX": {"offset": 68, "width": 4, "kind": "record", "block": 23, "size": 64, "count": 1, "value": {"record": "BKDTAPEX", "block": 23, "offset": 0, "size": 64, "fields": {
+          "pszDBUser": {"offset": 0, "width": 4, "kind": "text", "block": 24, "size": 3, "value": "sa"},
+          "pszDBPW": {"offset": 4, "width": 4, "kind": "text", "block": 25, "value": "********", "masked": true},
+          "lSessionEndTime": {"offset": 8, "width": 4, "kind": "client time", "value": 1000, "date": "1970-01-01 00:16:40"}
+        }}}
+    }}}
+  ]
+}
+)"},
+      {"pDestNodes[*]", BKOQ_FORMAT_PLAIN_JSON, 0, R"(
+  "matches": [
+    {"path": "pDestNodes[0]", "value": {
+      "usNodeType": 3,
+      "pszNodeName": "library1",
+      "usDeviceType": 1,
+      "ulMediaCount": 1,
+      "pMedia": [
+        {
+          "pszTapeName": "NIGHT-01",
+          "usTapeID": 9029,
+          "usSessionNumber": 17,
+          "ulTapeItemCount": 1,
+          "pTapeItems": [
+            {
+              "ulChunkNum": 7,
+              "pszFileOrDir": "/etc/passwd"
+            }],
+          "ulOptions": 134217728,
+          "pTapeX": {
+              "pszDBUser": "sa",
+              "pszDBPW": "********",
+              "lSessionEndTime": 1000
+            }
+        }]
+    }}
+  ]
+}
+)"},
+      {"pDestNodes[*]", BKOQ_FORMAT_PLAIN_JSON, 1, R"(
+  "matches": [
+    {"path": "pDestNodes[0]", "value": {
+      "usNodeType": 3,
+      "pszNodeName": "library1",
+      "usDeviceType": 1,
+      "ulMediaCount": 1,
+      "pMedia": null
+    }}
+  ]
+}
+)"},
+      {"pDestNodes[*]", BKOQ_FORMAT_PLAIN_JSON, 2, R"(
+  "matches": [
+    {"path": "pDestNodes[0]", "value": {
+      "usNodeType": 3,
+      "pszNodeName": "library1",
+      "usDeviceType": 1,
+      "ulMediaCount": 1,
+      "pMedia": [
+        {
+          "pszTapeName": "NIGHT-01",
+          "usTapeID": 9029,
+          "usSessionNumber": 17,
+          "ulTapeItemCount": 1,
+          "pTapeItems": null,
+          "ulOptions": 134217728,
+          "pTapeX": null
+        }]
+    }}
+  ]
+}
+)"},
+  };
+  for (const Case& each : cases) {
+    BkoqPrintOptions options = withoutZeros();
+    options.format = each.format;
+    options.depth = each.depth;
+    std::string text;
+    EXPECT_EQ(bkoqPrintField(job.get(), BKOQ_LAYOUT_CURRENT, each.pattern, &options, appendToString,
+                             &text),
+              BKOQ_OK);
+    const std::size_t begin = text.find("  \"matches\"");
+    ASSERT_NE(begin, std::string::npos);
+    EXPECT_EQ(text.substr(begin), expected(each.text)) << each.pattern << " " << each.depth;
+  }
+}
+
+TEST(PrintJson, SaysFirstThatATreeLooksLikeOneOfTheOtherLayout) {
+  const CurrentTree job = currentJob(20);
+  job->stScheduleExt.abReserved12[0] = 1;
+  BkoqPrintOptions options = withoutZeros();
+  options.format = BKOQ_FORMAT_JSON;
+  options.depth = 1;
+  EXPECT_EQ(printed(job, options), expected(R"(
+{
+  "format": "bkoq-tree",
+  "version": 1,
+  "layout": "current",
+  "note": "this looks like a tree of the previous layout: stScheduleExt.abReserved12 is not zero, where that layout has abJobTypes",
+  "job": {"record": "BKQJDATATRANSFER", "block": 1, "offset": 0, "size": 292, "fields": {
+    "usJobType": {"offset": 4, "width": 2, "kind": "number", "value": 20, "hex": "0x0014", "word": "rotation backup"},
+    "stScheduleExt": {"offset": 196, "width": 48, "kind": "embedded"}
+  }}
+}
+)"));
+}
+
+// The record has the path of its field, and is found once.
+TEST(PrintJson, FindsARecordInAFieldOnceAtEveryDepth) {
+  const CurrentTree job = currentJob(1);
+  job->stFax.pszFaxNumber = text("1");
+  const auto found = [&](const char* path, BkoqFormat format, std::uint32_t depth) {
+    BkoqPrintOptions options = withoutZeros();
+    options.format = format;
+    options.depth = depth;
+    std::string all;
+    EXPECT_EQ(bkoqPrintField(job.get(), BKOQ_LAYOUT_CURRENT, path, &options, appendToString, &all),
+              BKOQ_OK);
+    const std::size_t start = all.find('\n', all.find(std::string("\"") + path));
+    return all.substr(start + 1);
+  };
+  for (const std::uint32_t depth : {0u, 1u, 2u}) {
+    EXPECT_EQ(found("stFax", BKOQ_FORMAT_PLAIN_JSON, depth), R"(  "value": {
+        "pszFaxNumber": "1"
+      }
+}
+)");
+    EXPECT_EQ(found("stF*", BKOQ_FORMAT_PLAIN_JSON, depth), R"(  "matches": [
+    {"path": "stFax", "value": {
+          "pszFaxNumber": "1"
+        }}
+  ]
+}
+)");
+    EXPECT_EQ(found("stE*", BKOQ_FORMAT_JSON, depth), "  \"matches\": [\n  ]\n}\n") << "all zero";
+  }
+}
+
+// Not even the beginning is printed.
+TEST(PrintJson, PrintsNothingOfARecordThatIsNotThere) {
+  const CurrentTree job = currentJob(1);
+  BkoqPrintOptions options{};
+  options.format = BKOQ_FORMAT_JSON;
+  for (const char* record : {"BKNODE", "BKNODE_OLD"}) {
+    options.onlyRecord = record;
+    std::string text;
+    EXPECT_EQ(bkoqPrint(job.get(), BKOQ_LAYOUT_CURRENT, &options, appendToString, &text),
+              BKOQ_NOT_FOUND);
+    EXPECT_EQ(text, "");
+  }
+}
+
 }  // namespace
 }  // namespace bkoq::test
