@@ -236,7 +236,7 @@ class Salvager {
     const bool isPossible =
         offset % kAlignment == 0 && offset >= least && (offset < size_ || isCutOff);
     const std::uint32_t following = word(position + 4);
-    const bool isContradicted = following > next_ && following < offset && following % 4 == 0;
+    const bool isContradicted = following > next_ && following <= offset && following % 4 == 0;
     const bool isShifted = shift_ != 0 && offset + shift_ == next_;
     const bool isInText =
         field.target() == nullptr && offset > next_ && offset < size_ && image_[offset - 1] != 0;
