@@ -1,5 +1,7 @@
 #include <gtest/gtest.h>
 
+#include <algorithm>
+
 #include "kit/test_print.h"
 
 namespace bkoq::test {
@@ -144,6 +146,132 @@ pSourceNodes[0].pMedia[0]
 )"));
   options.onlyRecord = "BKDDISK";
   EXPECT_EQ(printed(job, options).find("#3  pSourceNodes[0].pMedia: 1 BKDDISK, 52 bytes\n"), 0u);
+}
+
+// Each cell that has a colour; what is wrong, or doubtful, in the one for alarms. "@" stands for
+// the escape character. The spaces after a name are a part of it.
+TEST(PrintAnnotated, HasColours) {
+  const CurrentTree job = currentJob(1);
+  auto& node = *give<BKNODE>(job->ulNumSourceNodes, job->pSourceNodes, 1);
+  auto& disk = *give<BKDDISK>(node.ulMediaCount, node.pMedia, 1);
+  auto* items = give<BKDISKITEM>(disk.ulDiskItemCount, disk.pDiskItems, 2);
+  items[0].pszPath = text("/home/led");
+  items[0].ulFileCount = 3;
+  items[1].pszPath = text("");
+  items[1].abReserved16[8] = 0xff;
+  BkoqPrintOptions options{};
+  options.format = BKOQ_FORMAT_ANNOTATED;
+  options.colour = 1;
+  BkoqImagePlaces places{};
+  places.doubtfulFrom = 5;
+  std::string all;
+  EXPECT_EQ(bkoqPrintImage(job.get(), BKOQ_LAYOUT_CURRENT, nullptr, &options, &places,
+                           appendToString, &all),
+            BKOQ_OK);
+  EXPECT_EQ(all.find('@'), std::string::npos);
+  std::replace(all.begin(), all.end(), '\033', '@');
+  const std::size_t begin = all.find("@[1m#4");
+  ASSERT_NE(begin, std::string::npos);
+  EXPECT_EQ(all.substr(begin), expected(R"(
+@[1m#4  pSourceNodes[0].pMedia[0].pDiskItems: 2 BKDISKITEM, 64 bytes@[0m
+pSourceNodes[0].pMedia[0].pDiskItems[0]
+@[2m      0@[0m  pp pp pp pp              @[36mpszPath                       @[0m  #5                        path as the server uses it
+@[2m      4@[0m  03 00 00 00              @[36mulFileCount                   @[0m  3 = 0x00000003            texts of pFileList
+@[2m      8@[0m  00 00 00 00              @[36mpFileList                     @[0m  null                      @[31mfile names, back to back (unfinished: the count is 3)@[0m
+@[2m     12@[0m  00 00 00 00              @[36mulOptions                     @[0m  0 = 0x00000000            item options
+@[2m     16@[0m  00 00 00 00 00 00 00 00  @[36mabReserved16                  @[0m                            reserved: zero
+@[2m     24@[0m  00 00 00 00 00 00 00 00  @[36m                              @[0m
+pSourceNodes[0].pMedia[0].pDiskItems[1]
+@[2m     32@[0m  pp pp pp pp              @[36mpszPath                       @[0m  #6                        path as the server uses it
+@[2m     36@[0m  00 00 00 00              @[36mulFileCount                   @[0m  0 = 0x00000000            texts of pFileList
+@[2m     40@[0m  00 00 00 00              @[36mpFileList                     @[0m  null                      file names, back to back
+@[2m     44@[0m  00 00 00 00              @[36mulOptions                     @[0m  0 = 0x00000000            item options
+@[2m     48@[0m  00 00 00 00 00 00 00 00  @[36mabReserved16                  @[0m                            @[31mreserved, but NOT ZERO@[0m
+@[2m     56@[0m  ff 00 00 00 00 00 00 00  @[36m                              @[0m
+
+@[1m#5  pSourceNodes[0].pMedia[0].pDiskItems[0].pszPath: 1 text, 10 bytes@[0m  @[31mdoubtful@[0m
+@[2m      0@[0m  2f 68 6f 6d 65 2f 6c 65  @[36mtext                          @[0m  "/home/le"
+@[2m      8@[0m  64                       @[36m                              @[0m  "d"
+@[2m      9@[0m  00                       @[36mNUL                           @[0m                            end of the text
+
+@[1m#6  pSourceNodes[0].pMedia[0].pDiskItems[1].pszPath: 1 text, 1 byte@[0m  @[31mdoubtful@[0m
+@[2m      0@[0m  00                       @[36mNUL                           @[0m                            end of an empty text
+)"));
+  // No block before the first that is.
+  EXPECT_EQ(all.find("doubtful"), all.find("doubtful", begin));
+}
+
+// An embedded record is read on as part of the job, which is in the heading as soon as anything of
+// it is shown.
+TEST(PrintAnnotated, ShowsOneRecord) {
+  const CurrentTree job = currentBackup();
+  BkoqPrintOptions options{};
+  options.format = BKOQ_FORMAT_ANNOTATED;
+  options.onlyRecord = "BKFAXINFO";
+  EXPECT_EQ(printed(job, options), expected(R"(
+#1  BKQJDATATRANSFER, 292 bytes
+    132  pp pp pp pp              stFax.pszHostName               #27                       host name
+    136  00 00 00 00              stFax.pszUserName               null                      user name
+    140  pp pp pp pp              stFax.pszUserPW                 #28                       user password
+    144  00 00 00 00              stFax.pszFaxNumber              null                      fax number
+    148  00 00 00 00              stFax.pszCoverPageFile          null                      cover page file
+    152  00 00 00 00              stFax.pszReceiverName           null                      not written in this layout: null
+)"));
+  // The bits that are set have names or are shown as they are.
+  options.onlyRecord = "BKQJDATATRANSFER";
+  const std::string all = printed(job, options);
+  EXPECT_EQ(all.substr(0, all.find('\n')), "#1  BKQJDATATRANSFER, 292 bytes");
+  const std::size_t begin = all.find("    256  ");
+  ASSERT_NE(begin, std::string::npos);
+  EXPECT_EQ(all.substr(begin, all.find('\n', begin) - begin),
+            "    256  08 00 10 00              ulOptions                       1048584 = "
+            "0x00100008      job options (no estimate, 0x00000008)");
+}
+
+// An array without elements is no block to show, but has its number.
+TEST(PrintAnnotated, LeavesOutArraysWithoutElements) {
+  const CurrentTree job = currentJob(1);
+  job->pszOwner = text("operator");
+  give<BKNODE>(job->ulNumSourceNodes, job->pSourceNodes, 1);
+  job->ulNumSourceNodes = 0;
+  BkoqPrintOptions options{};
+  options.format = BKOQ_FORMAT_ANNOTATED;
+  const std::string all = printed(job, options);
+  EXPECT_EQ(all.find("\n#2"), std::string::npos);
+  EXPECT_NE(all.find("\n\n#3  pszOwner: 1 text, 9 bytes\n"), std::string::npos);
+}
+
+// A value that is wider than its column has two spaces after it, as every other.
+TEST(PrintAnnotated, GoesOnAfterAWideValue) {
+  const PreviousTree job = previousJob(1);
+  auto& node = *give<BKNODE_OLD>(job->ulNumSourceNodes, job->pSourceNodes, 1);
+  give<BKFILTER_FILE_OLD>(node.ulFilterCount, node.pFilters, 100);
+  BkoqPrintOptions options{};
+  options.format = BKOQ_FORMAT_ANNOTATED;
+  options.onlyRecord = "BKNODE_OLD";
+  const std::string all = printed(job, options);
+  const std::size_t begin = all.find("     28  ");
+  ASSERT_NE(begin, std::string::npos);
+  EXPECT_EQ(all.substr(begin, all.find('\n', begin) - begin),
+            "     28  pp pp pp pp              pFilters                        #3  100 "
+            "BKFILTER_FILE_OLD  the node's filters, then the job's");
+}
+
+TEST(PrintAnnotated, SaysFirstThatATreeLooksLikeOneOfTheOtherLayout) {
+  const CurrentTree job = currentJob(20);
+  job->stScheduleExt.abReserved12[0] = 1;
+  BkoqPrintOptions options{};
+  options.format = BKOQ_FORMAT_ANNOTATED;
+  options.onlyRecord = "BKOFINFO";
+  const std::string note =
+      "this looks like a tree of the previous layout: stScheduleExt.abReserved12 is not zero, "
+      "where "
+      "that layout has abJobTypes";
+  const std::string plain = printed(job, options);
+  EXPECT_EQ(plain.substr(0, plain.find("  BKQJ")), note + "\n#1");
+  options.colour = 1;
+  const std::string coloured = printed(job, options);
+  EXPECT_EQ(coloured.substr(0, coloured.find("  BKQJ")), "\033[31m" + note + "\033[0m\n\033[1m#1");
 }
 
 }  // namespace
