@@ -7,8 +7,15 @@ import signal
 import time
 
 from mutation.together import Together
-from mutation.units import Bench, units_of
+from mutation.units import Bench, one_line, units_of
 from mutation.workshop import Optimizer, tests_of
+
+
+def shown_text(mutant):
+    """The text that a mutant changes, as a command would print it; empty when it changes no text."""
+    if not mutant.old.startswith('"'):
+        return ""
+    return one_line(mutant.old[1:-1].replace('\\"', '"').replace("\\n", "\n"))
 
 
 class Judge:
@@ -16,7 +23,7 @@ class Judge:
 
     def __init__(self, folder, built, part, units, accepted, most):
         self.folder, self.part, self.accepted, self.optimizer = folder, part, accepted, None
-        self.most = most  # commands that a mutant is tried with, or None
+        self.most = most  # commands that a mutant is tried with; None for all
         self.bench = Bench(folder / "build", built)
         self.programs, self.commands, self.transcripts, self.scripts = units
         self.kills = collections.Counter()
@@ -27,7 +34,7 @@ class Judge:
         killer = self.killer(mutant, statement)
         if killer is not None:
             return "killed", killer
-        if mutant.key() not in self.accepted:
+        if mutant.key() not in self.accepted and self.most is None:
             if self.optimizer is None:
                 self.optimizer = Optimizer(self.folder / "optimized", self.part)
             if self.optimizer.is_same_code(mutant):
@@ -52,6 +59,14 @@ class Judge:
         if last is not None and last not in self.programs and last.took < 1 and (
                 statement is None or statement in last.reached):
             yield last, lambda: last.passes(self.bench)
+        reaching = [command for command in self.commands
+                    if statement is None or statement in command.reached]
+        reaching.sort(key=lambda command: (-self.kills[mutant.path, command.name],
+                                           len(command.reached)))
+        printed = shown_text(mutant)
+        printing = [command for command in reaching if printed and printed in command.printed]
+        for command in printing[:3]:
+            yield command, lambda: command.passes(self.bench)
         slow = []
         for program in self.programs:
             names, others = program.cut(statement)
@@ -60,10 +75,6 @@ class Judge:
             if others:
                 slow.append((program, others))
         doubtful = [transcript for transcript in self.transcripts if not transcript.is_cut]
-        reaching = [command for command in self.commands
-                    if statement is None or statement in command.reached]
-        reaching.sort(key=lambda command: (-self.kills[mutant.path, command.name],
-                                           len(command.reached)))
         for command in reaching[:self.most]:
             yield command, lambda: command.passes(self.bench)
             if command.left != command.after and command.whole not in doubtful:

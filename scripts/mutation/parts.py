@@ -39,7 +39,7 @@ PARTS = {
                 r"kit_test|bkoqkit\.c|kit_memory_test|bkoqkit\.(read_image|hostile_images|documents)|"
                 + COMMAND_TESTS, "bkoq_tool_objects", TOOL_HEADERS),
     "tools": Part(["tools"], ["tools_test", *COMMAND], "tools_test|" + COMMAND_TESTS,
-                  "bkoq_tool_objects", TOOL_HEADERS, ["tools/attributes.h", "tools/credentials.h"]),
+                  "bkoq_tool_objects", TOOL_HEADERS),
 }
 
 

@@ -172,6 +172,11 @@ def times(folder):
                   for path in pathlib.Path(folder).rglob("*"))
 
 
+def one_line(text):
+    """A text without its line breaks, which the width of a terminal decides."""
+    return " ".join(text.split())
+
+
 class Command(Unit):
     """One command of a transcript, in the folder as those before it have left it."""
 
@@ -181,6 +186,7 @@ class Command(Unit):
         self.name = f"{file}, command {number}"
         self.whole, self.step, self.before, self.more = whole, step, before, environment
         self.after = None
+        self.printed = one_line("\n".join(step.answer))
 
     def limited(self):
         """The step, ended with all that it has started when it takes too long."""
