@@ -99,8 +99,10 @@ def work(judge, tasks, results, stop):
 
 
 def try_together(folder, part, mutants, options, accepted, add):
-    """Calls add(mutant, outcome, killer) for each mutant of a function; returns the others."""
+    """Calls add(mutant, outcome, killer) for each mutant of a function; returns the others, None when
+    it was stopped."""
     started = time.monotonic()
+    folder.mkdir()
     together = Together(folder, part, mutants, options.jobs)
     for mutant in together.not_built:
         add(mutant, "not built", None)
@@ -143,4 +145,4 @@ def try_together(folder, part, mutants, options, accepted, add):
         process.join()
     for number, handler in handlers.items():
         signal.signal(number, handler)
-    return [] if stop.is_set() else together.apart + again
+    return None if stop.is_set() else together.apart + again

@@ -9,13 +9,13 @@ from mutation.mutants import ROOT
 class Part:
     """Folders whose mutants are built and tested in the same way."""
 
-    def __init__(self, folders, targets, tests, target=None, headers=(), apart=(),
+    def __init__(self, folders, targets, tests, target=None, headers=(), templates=(),
                  optimized=()):
         self.folders, self.targets, self.tests = folders, targets, re.compile(tests)
         # Headers of others that `target` compiles before anything else.
         self.target, self.headers = target, headers
-        # Templates that are used so often that no compiler has room for copies of what they do.
-        self.apart = {pathlib.Path(path) for path in apart}
+        # Used in so many places that errors in them name mutants of others: compiled by themselves.
+        self.templates = {pathlib.Path(path) for path in templates}
         # What no compiler uses that does not optimize.
         self.optimized = {pathlib.Path(path) for path in optimized}
         has_tools = "bkoq_tool" in targets
@@ -39,7 +39,7 @@ PARTS = {
                 r"kit_test|bkoqkit\.c|kit_memory_test|bkoqkit\.(read_image|hostile_images|documents)|"
                 + COMMAND_TESTS, "bkoq_tool_objects", TOOL_HEADERS),
     "tools": Part(["tools"], ["tools_test", *COMMAND], "tools_test|" + COMMAND_TESTS,
-                  "bkoq_tool_objects", TOOL_HEADERS),
+                  "bkoq_tool_objects", TOOL_HEADERS, ["tools/attributes.h", "tools/credentials.h"]),
 }
 
 

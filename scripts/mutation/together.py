@@ -87,11 +87,10 @@ VALUE = re.compile(r'"(?:\\.|[^"\\\n])*"|\'(?:\\.|[^\'\\\n])*\'|(?:0[xX][0-9a-fA
 class Source:
     """A file with its mutants: those of functions are compiled together."""
 
-    def __init__(self, path, text, mutants, is_apart):
+    def __init__(self, path, text, mutants):
         self.path, self.text = path, text
-        self.functions = [] if is_apart else functions(text)
-        self.constants = {} if is_apart else {start: (end, new)
-                                              for start, end, new in constants(text)}
+        self.functions = functions(text)
+        self.constants = {start: (end, new) for start, end, new in constants(text)}
         self.bodies = {}  # of each function: its mutants
         self.values = {}  # of each place of a value: its mutants
         self.apart, self.turned = [], set()
@@ -100,7 +99,7 @@ class Source:
             function = self.function_at(mutant.start)
             if function is not None and mutant.end <= function.end:
                 self.bodies.setdefault(function, []).append(mutant)
-            elif (function is None and VALUE.fullmatch(mutant.old) and not is_apart
+            elif (function is None and VALUE.fullmatch(mutant.old)
                   and text[mutant.start - 1] != "["  # the bound of an array
                   and not any(start < mutant.start < end for start, end in raw)):
                 self.values.setdefault(mutant.start, []).append(mutant)
@@ -252,7 +251,7 @@ class Together:
         by_path = {}
         for mutant in mutants:
             by_path.setdefault(mutant.path, []).append(mutant)
-        self.sources = {path: Source(path, (ROOT / path).read_text(), found, path in part.apart)
+        self.sources = {path: Source(path, (ROOT / path).read_text(), found)
                         for path, found in by_path.items()}
         self.not_built = []
         self.notes, self.owners = {}, {}
@@ -262,7 +261,7 @@ class Together:
                 f"-DCMAKE_CXX_FLAGS=-w -Wno-narrowing -include {folder / 'mutation.h'}"]
         if shutil.which("clang++"):  # which takes half of the time
             more += ["-DCMAKE_CXX_COMPILER=clang++", "-DCMAKE_C_COMPILER=clang"]
-            more[1] += " -ferror-limit=0"
+            more[1] += " -ferror-limit=0 -ftemplate-backtrace-limit=0"  # all who may be to blame
         configure(self.tree, self.build_folder, part, more)
         self.check()
         self.build()

@@ -112,7 +112,7 @@ def main():
         for number, mutant in enumerate(found):
             mutant.number = number + 1
         (folder / "mutation.h").write_text(HEADER)
-        source, not_built = Source(name, SOURCE, found, False), []
+        source, not_built = Source(name, SOURCE, found), []
         for _ in range(20):
             owners = {name: source.write(folder, {})}
             done = compile_(folder / name, folder / "together", ["-include", folder / "mutation.h"])
