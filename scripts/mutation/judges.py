@@ -78,7 +78,7 @@ class Judge:
         for command in reaching[:self.most]:
             yield command, lambda: command.passes(self.bench)
             if command.left != command.after and command.whole not in doubtful:
-                doubtful.append(command.whole)
+                doubtful += [whole for whole in self.transcripts if whole is command.whole]
         for unit in doubtful + self.scripts:
             if statement is None or statement in unit.reached:
                 yield unit, lambda: unit.passes(self.bench)

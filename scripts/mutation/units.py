@@ -263,8 +263,11 @@ def units_of(entries, bench, states, slow):
         commands += transcript.commands(bench, states)
     for program in programs:
         program.leave_out(slow)
-    for script in scripts:
-        if script.took > slow:
-            print(f"left out: {script.name}, {script.took:.1f} s", flush=True)
-    scripts = sorted((unit for unit in scripts if unit.took <= slow), key=lambda unit: unit.took)
-    return programs, commands, transcripts, scripts
+
+    def without_slow(units):
+        for unit in units:
+            if unit.took > slow:
+                print(f"left out: {unit.name}, {unit.took:.1f} s", flush=True)
+        return sorted((unit for unit in units if unit.took <= slow), key=lambda unit: unit.took)
+
+    return programs, commands, without_slow(transcripts), without_slow(scripts)
