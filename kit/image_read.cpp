@@ -32,9 +32,6 @@ class ImageReader {
     RecordView job;
     job.def = recordDef(layout, RecordType::kJob);
     job.layout = layout;
-    Block block;
-    block.size = job.def->size;
-    block.count = 1;
     const std::uint32_t root = word(kRootAt);
     if (root != kHeaderSize) {
       fail(BKOQ_IMAGE_ROOT, kRootAt, offsetWords(kHeaderSize), offsetWords(root));
@@ -242,7 +239,8 @@ bool checkImageHeader(const std::uint8_t* image, std::size_t size, BkoqImageErro
   if (std::memcmp(image, BKOQ_IMAGE_SIGNATURE, kMagicSize) != 0) {
     char hex[kMagicSize * 3];
     for (std::size_t i = 0; i < kMagicSize; ++i) {
-      std::snprintf(hex + 3 * i, 4, i + 1 < kMagicSize ? "%02x " : "%02x", image[i]);
+      std::snprintf(hex + 3 * i, sizeof hex - 3 * i, i + 1 < kMagicSize ? "%02x " : "%02x",
+                    image[i]);
     }
     return fail(BKOQ_IMAGE_MAGIC, 0, words("\"%s\"", BKOQ_IMAGE_SIGNATURE), words("%s", hex));
   }

@@ -1,9 +1,14 @@
 #include <gtest/gtest.h>
+#include <sys/resource.h>
+#include <unistd.h>
 
 #include <algorithm>
+#include <cstddef>
+#include <cstdio>
 #include <vector>
 
 #include "kit/test_trees.h"
+#include "tests/support/sanitizers.h"
 
 namespace bkoq::test {
 namespace {
@@ -208,8 +213,7 @@ TEST(Image, CannotBeMadeOfWhatCannotBeTold) {
   EXPECT_EQ(image, "");
 }
 
-// The bytes that are changed in the good image of smallBackup(). The checksum is made good again
-// unless it is what is wrong.
+// The bytes that are changed in the good image of smallBackup(). The checksum is made good again.
 struct Change {
   std::size_t at;
   Bytes bytes;
@@ -220,6 +224,7 @@ struct BadImage {
   std::vector<Change> changes;
   std::size_t size;  // cut or lengthened with zeros to this
   BkoqImageProblem problem;
+  const char* says;  // what the line for a user begins with
   const char* path;
   std::uint32_t position;
   const char* expected;
@@ -232,26 +237,47 @@ const BadImage kBadImages[] = {
      {},
      31,
      BKOQ_IMAGE_SHORT,
+     "cut short: not even the header is whole",
      "",
      0,
      "the 32 bytes of the header",
      "31 bytes",
      0},
-    {"nothing at all", {}, 0, BKOQ_IMAGE_SHORT, "", 0, "the 32 bytes of the header", "0 bytes", 0},
+    {"nothing at all",
+     {},
+     0,
+     BKOQ_IMAGE_SHORT,
+     "cut short: not even the header is whole",
+     "",
+     0,
+     "the 32 bytes of the header",
+     "0 bytes",
+     0},
     {"another magic",
      {{0, {'b'}}},
      592,
      BKOQ_IMAGE_MAGIC,
+     "this is no image of a job",
      "",
      0,
      "\"BKQIMAGE\"",
      "62 4b 51 49 4d 41 47 45",
      0},
-    {"a later version", {{8, {2}}}, 592, BKOQ_IMAGE_VERSION, "", 8, "version 1", "version 2", 0},
+    {"a later version",
+     {{8, {2}}},
+     592,
+     BKOQ_IMAGE_VERSION,
+     "written in a version of the format that is not known here",
+     "",
+     8,
+     "version 1",
+     "version 2",
+     0},
     {"no layout",
      {{12, {0}}},
      592,
      BKOQ_IMAGE_LAYOUT,
+     "the header names no layout: bytes were changed",
      "",
      12,
      "1 (current) or 2 (previous)",
@@ -261,27 +287,107 @@ const BadImage kBadImages[] = {
      {{12, {3}}},
      592,
      BKOQ_IMAGE_LAYOUT,
+     "the header names no layout: bytes were changed",
      "",
      12,
      "1 (current) or 2 (previous)",
      "3",
      0},
-    {"the end cut off", {}, 588, BKOQ_IMAGE_SIZE, "", 16, "the image's own 588 bytes", "592", 0},
-    {"an odd size", {{16, {81, 2}}}, 593, BKOQ_IMAGE_SIZE, "", 16, "a multiple of 4", "593", 0},
-    {"a byte that was not written",
-     {{588, {'s'}}},
-     592,
-     BKOQ_IMAGE_CHECKSUM,
+    {"the end cut off",
+     {},
+     588,
+     BKOQ_IMAGE_SIZE,
+     "cut short by 4 bytes",
      "",
-     28,
-     nullptr,
-     nullptr,
+     16,
+     "the image's own 588 bytes",
+     "592",
      0},
-    {"the root elsewhere", {{20, {36}}}, 592, BKOQ_IMAGE_ROOT, "", 20, "offset 32", "offset 36", 0},
+    {"one byte cut off",
+     {},
+     591,
+     BKOQ_IMAGE_SIZE,
+     "cut short by 1 byte",
+     "",
+     16,
+     "the image's own 591 bytes",
+     "592",
+     0},
+    {"a hundred bytes cut off",
+     {},
+     492,
+     BKOQ_IMAGE_SIZE,
+     "cut short by 100 bytes",
+     "",
+     16,
+     "the image's own 492 bytes",
+     "592",
+     0},
+    {"more than a thousand bytes cut off",
+     {{16, {0x4C, 6}}},
+     592,
+     BKOQ_IMAGE_SIZE,
+     "cut short by 1,020 bytes",
+     "",
+     16,
+     "the image's own 592 bytes",
+     "1612",
+     0},
+    {"more than a million bytes cut off",
+     {{16, {0xD7, 0xD8, 0x12}}},
+     592,
+     BKOQ_IMAGE_SIZE,
+     "cut short by 1,234,567 bytes",
+     "",
+     16,
+     "the image's own 592 bytes",
+     "1235159",
+     0},
+    {"one byte added",
+     {},
+     593,
+     BKOQ_IMAGE_SIZE,
+     "1 byte too long: something was added",
+     "",
+     16,
+     "the image's own 593 bytes",
+     "592",
+     0},
+    {"two bytes added",
+     {},
+     594,
+     BKOQ_IMAGE_SIZE,
+     "2 bytes too long: something was added",
+     "",
+     16,
+     "the image's own 594 bytes",
+     "592",
+     0},
+    {"an odd size",
+     {{16, {81, 2}}},
+     593,
+     BKOQ_IMAGE_SIZE,
+     "the size does not fit",
+     "",
+     16,
+     "a multiple of 4",
+     "593",
+     0},
+    {"the root elsewhere",
+     {{20, {36}}},
+     592,
+     BKOQ_IMAGE_ROOT,
+     "the job record is not where it must be",
+     "",
+     20,
+     "offset 32",
+     "offset 36",
+     0},
     {"no room for the root",
      {{16, {0x40, 1}}},
      320,
      BKOQ_IMAGE_COUNT,
+     "the records do not fit into the image",
      "",
      32,
      "the 292 bytes of a job record",
@@ -291,6 +397,7 @@ const BadImage kBadImages[] = {
      {{48, {4, 0}}},
      592,
      BKOQ_IMAGE_OUTSIDE,
+     "an offset leads out of the image",
      "pSourceNodes",
      48,
      "an offset from 32 to 592",
@@ -300,6 +407,7 @@ const BadImage kBadImages[] = {
      {{60, {0, 0, 0, 0x80}}},
      592,
      BKOQ_IMAGE_OUTSIDE,
+     "an offset leads out of the image",
      "pszOwner",
      60,
      "an offset from 32 to 592",
@@ -309,15 +417,27 @@ const BadImage kBadImages[] = {
      {{48, {0x46, 1}}},
      592,
      BKOQ_IMAGE_UNALIGNED,
+     "an offset leads between two blocks",
      "pSourceNodes",
      48,
      "a multiple of 4",
      "offset 326",
      1},
+    {"an offset to the job record itself",
+     {{48, {0x20, 0}}},
+     592,
+     BKOQ_IMAGE_OVERLAP,
+     "two blocks overlap",
+     "pSourceNodes",
+     48,
+     "offset 324",
+     "offset 32",
+     1},
     {"a block over the one before it",
      {{352, {0xA8, 1}}},
      592,
      BKOQ_IMAGE_OVERLAP,
+     "two blocks overlap",
      "pSourceNodes[0].pFilters",
      352,
      "offset 432",
@@ -327,6 +447,7 @@ const BadImage kBadImages[] = {
      {{364, {0x44, 1}}},
      592,
      BKOQ_IMAGE_OVERLAP,
+     "two blocks overlap",
      "pSourceNodes[0].pMedia",
      364,
      "offset 472",
@@ -336,6 +457,7 @@ const BadImage kBadImages[] = {
      {{64, {0x44, 2}}},
      592,
      BKOQ_IMAGE_OVERLAP,
+     "two blocks overlap",
      "pszReportFile",
      64,
      "offset 592",
@@ -345,6 +467,7 @@ const BadImage kBadImages[] = {
      {{352, {0xB4, 1}}},
      592,
      BKOQ_IMAGE_GAP,
+     "bytes between two blocks belong to neither",
      "pSourceNodes[0].pFilters",
      352,
      "offset 432",
@@ -354,6 +477,7 @@ const BadImage kBadImages[] = {
      {{588, {'x', 'x', 'x', 'x'}}},
      592,
      BKOQ_IMAGE_UNTERMINATED,
+     "a text has no end",
      "pszOwner",
      580,
      "the NUL of text 1 of 1",
@@ -363,6 +487,7 @@ const BadImage kBadImages[] = {
      {{44, {3}}},
      592,
      BKOQ_IMAGE_COUNT,
+     "the records do not fit into the image",
      "pSourceNodes",
      48,
      "at most 2 BKNODE",
@@ -372,6 +497,7 @@ const BadImage kBadImages[] = {
      {{44, {0, 0, 0, 0x40}}},
      592,
      BKOQ_IMAGE_COUNT,
+     "the records do not fit into the image",
      "pSourceNodes",
      48,
      "at most 2 BKNODE",
@@ -381,6 +507,7 @@ const BadImage kBadImages[] = {
      {{536, {0xFF, 0xFF, 0xFF, 0xFF}}},
      592,
      BKOQ_IMAGE_UNTERMINATED,
+     "a text has no end",
      "pSourceNodes[0].pMedia[0].pDiskItems[0].pFileList",
      592,
      "the NUL of text 10 of 4294967295",
@@ -390,6 +517,7 @@ const BadImage kBadImages[] = {
      {{429, {1}}},
      592,
      BKOQ_IMAGE_PADDING,
+     "bytes between two blocks were changed",
      "pSourceNodes[0].pszNodeOSVer",
      429,
      "zero between two blocks",
@@ -399,6 +527,7 @@ const BadImage kBadImages[] = {
      {{16, {0x54, 2}}},
      596,
      BKOQ_IMAGE_TRAILING,
+     "bytes after the last block belong to nothing",
      "",
      592,
      "the end of the image",
@@ -408,6 +537,7 @@ const BadImage kBadImages[] = {
      {{24, {12}}},
      592,
      BKOQ_IMAGE_BLOCKS,
+     "the number of blocks does not fit",
      "",
      24,
      "11 blocks",
@@ -417,6 +547,7 @@ const BadImage kBadImages[] = {
      {{36, {99}}, {427, {'x'}}},
      592,
      BKOQ_IMAGE_UNKNOWN_MEDIA,
+     "a node holds something, but the kind of the job is not known",
      "pSourceNodes[0].pMedia",
      364,
      "null in a job of unknown kind",
@@ -434,7 +565,7 @@ TEST(Image, IsReadAsHostileInput) {
     for (const Change& change : each.changes) {
       std::copy(change.bytes.begin(), change.bytes.end(), image.data() + change.at);
     }
-    if (each.problem != BKOQ_IMAGE_CHECKSUM) seal(image);
+    seal(image);
 
     Reading reading;
     read(image, reading);
@@ -442,10 +573,12 @@ TEST(Image, IsReadAsHostileInput) {
     EXPECT_EQ(reading.error.problem, each.problem);
     EXPECT_STREQ(reading.error.path, each.path);
     EXPECT_EQ(reading.error.position, each.position);
-    if (each.expected != nullptr) {
-      EXPECT_STREQ(reading.error.expected, each.expected);
-      EXPECT_STREQ(reading.error.found, each.found);
-    }
+    EXPECT_STREQ(reading.error.expected, each.expected);
+    EXPECT_STREQ(reading.error.found, each.found);
+    const std::string place = *each.path != '\0' ? std::string(", ") + each.path : "";
+    EXPECT_EQ(reading.error.text, std::string(each.says) + " (byte " +
+                                      std::to_string(each.position) + place + ": expected " +
+                                      each.expected + ", found " + each.found + ")");
     // What could be read is a tree like any other.
     if (reading.root != nullptr) {
       std::string printed;
@@ -459,22 +592,179 @@ TEST(Image, IsReadAsHostileInput) {
   }
 }
 
-TEST(Image, TellsWhatIsWrongInOneLine) {
+TEST(Image, TellsBothChecksums) {
   const CurrentTree job = smallBackup();
   Bytes image = written(job.get(), BKOQ_LAYOUT_CURRENT);
-  image[352] = 0xB4;
-  Reading sealed;
-  read(image, sealed);
-  EXPECT_EQ(std::string(sealed.error.text)
-                .find("the checksum does not fit: bytes were changed (byte 28: expected 0x"),
-            0u);
+  image[588] = 's';
+  Bytes unsealed = image;
+  putWord(unsealed, 28, 0);
+  char line[200];
+  std::snprintf(line, sizeof line,
+                "the checksum does not fit: bytes were changed (byte 28: expected 0x%08x for these "
+                "bytes, found 0x%08x)",
+                static_cast<unsigned int>(crc32Of(unsealed)),
+                static_cast<unsigned int>(wordAt(image, 28)));
+  Reading reading;
+  read(image, reading);
+  EXPECT_EQ(reading.status, BKOQ_BAD_IMAGE);
+  EXPECT_EQ(reading.error.problem, BKOQ_IMAGE_CHECKSUM);
+  EXPECT_EQ(reading.error.position, 28u);
+  EXPECT_STREQ(reading.error.path, "");
+  EXPECT_STREQ(reading.error.text, line);
+  EXPECT_EQ(reading.root, nullptr);
+}
+
+// Byte 32, the first after the header, is one of them.
+TEST(Image, CountsEveryByteInItsChecksum) {
+  const CurrentTree job = smallBackup();
+  const Bytes good = written(job.get(), BKOQ_LAYOUT_CURRENT);
+  for (std::size_t i = 32; i < good.size(); ++i) {
+    Bytes image = good;
+    image[i] ^= 0x10;
+    Reading reading;
+    read(image, reading);
+    EXPECT_EQ(reading.error.problem, BKOQ_IMAGE_CHECKSUM) << "byte " << i;
+  }
+}
+
+// Both by the checksum, which fits with the other layout, and by the tree, which does.
+TEST(Image, TellsAMislabelledLayout) {
+  const CurrentTree current = currentBackup();
+  const PreviousTree previous = previousBackup();
+  // Nothing to its own layout; to the current one an offset, of a node's domain.
+  previous->pSourceNodes[0].abReserved84[0] = 1;
+  struct Case {
+    const void* root;
+    BkoqLayout layout;
+    std::uint8_t named;
+    const char* line;
+  };
+  const Case cases[] = {{current.get(), BKOQ_LAYOUT_CURRENT, 2,
+                         "mislabelled: this is a tree of the current layout (byte 12: expected 1, "
+                         "found 2)"},
+                        {previous.get(), BKOQ_LAYOUT_PREVIOUS, 1,
+                         "mislabelled: this is a tree of the previous layout (byte 12: expected 2, "
+                         "found 1)"}};
+  for (const Case& each : cases) {
+    for (const bool isSealed : {false, true}) {
+      SCOPED_TRACE(std::string(each.line) + (isSealed ? ", sealed" : ""));
+      Bytes image = written(each.root, each.layout);
+      image[12] = each.named;
+      if (isSealed) seal(image);
+      Reading reading;
+      read(image, reading);
+      EXPECT_EQ(reading.status, BKOQ_BAD_IMAGE);
+      EXPECT_EQ(reading.error.problem, BKOQ_IMAGE_LAYOUT);
+      EXPECT_STREQ(reading.error.path, "");
+      EXPECT_STREQ(reading.error.text, each.line);
+
+      BkoqLayout layout;
+      void* root = nullptr;
+      BkoqImageError error;
+      EXPECT_EQ(bkoqUseImage(image.data(), image.size(), &layout, &root, &error), BKOQ_BAD_IMAGE);
+      EXPECT_EQ(error.problem, BKOQ_IMAGE_LAYOUT);
+      EXPECT_STREQ(error.text, each.line);
+    }
+  }
+}
+
+TEST(Image, TellsNothingOfAnEarlierError) {
+  const CurrentTree job = smallBackup();
+  Bytes good = written(job.get(), BKOQ_LAYOUT_CURRENT);
+  BkoqLayout layout;
+  void* root = nullptr;
+  BkoqImageError error;
+  ASSERT_EQ(bkoqReadImage("", 0, &layout, &root, &error), BKOQ_BAD_IMAGE);
+  const BkoqImageError earlier = error;
+  ASSERT_STRNE(earlier.text, "");
+  {
+    Reading reading;
+    reading.error = earlier;
+    read(good, reading);
+    EXPECT_EQ(reading.status, BKOQ_OK);
+    EXPECT_EQ(reading.error.problem, BKOQ_IMAGE_GOOD);
+    EXPECT_STREQ(reading.error.expected, "");
+    EXPECT_STREQ(reading.error.text, "");
+  }
+  EXPECT_EQ(bkoqUseImage(good.data(), good.size(), &layout, &root, &error), BKOQ_OK);
+  EXPECT_EQ(error.problem, BKOQ_IMAGE_GOOD);
+  EXPECT_STREQ(error.expected, "");
+  EXPECT_STREQ(error.text, "");
+}
+
+// An error in the second of two nodes: the path names that one, and no pointer of the tree, not
+// even one of a record inside another, is left as the offset that it was.
+TEST(Image, GivesBackWhatCameBeforeAnErrorInAnElement) {
+  const CurrentTree job = currentBackup();
+  Bytes image = written(job.get(), BKOQ_LAYOUT_CURRENT);
+  const std::size_t name = wordAt(image, 32 + offsetof(BKQJDATATRANSFER, pSourceNodes)) +
+                           sizeof(BKNODE) + offsetof(BKNODE, pszNodeName);
+  putWord(image, name, 4);
   seal(image);
   Reading reading;
   read(image, reading);
-  EXPECT_STREQ(reading.error.text,
-               "bytes between two blocks belong to neither (byte 352, pSourceNodes[0].pFilters: "
-               "expected offset 432, found offset 436)");
+  EXPECT_EQ(reading.status, BKOQ_BAD_IMAGE);
+  EXPECT_EQ(reading.error.problem, BKOQ_IMAGE_OUTSIDE);
+  EXPECT_EQ(reading.error.position, name);
+  EXPECT_STREQ(reading.error.path, "pSourceNodes[1].pszNodeName");
+
+  const auto& tree = *static_cast<const BKQJDATATRANSFER*>(reading.root);
+  EXPECT_STREQ(tree.pSourceNodes[0].pszNodeDomain, "accounting");
+  EXPECT_EQ(tree.pSourceNodes[1].pszNodeName, nullptr);
+  EXPECT_EQ(tree.pDestNodes, nullptr);
+  EXPECT_NE(wordAt(image, 32 + offsetof(BKQJDATATRANSFER, stFax)), 0u);
+  EXPECT_EQ(tree.stFax.pszHostName, nullptr);
+  EXPECT_EQ(tree.stScheduleExt.pszSetName, nullptr);
 }
+
+#ifndef BKOQ_WITH_ASAN  // whose allocator ends the process
+// While one of these lives, the process can take no more than so much memory in addition.
+class LittleMemory {
+ public:
+  explicit LittleMemory(std::size_t most) {
+    unsigned long pages = 0;
+    std::FILE* file = std::fopen("/proc/self/statm", "r");
+    isKnown_ = file != nullptr && std::fscanf(file, "%lu", &pages) == 1;
+    if (file != nullptr) std::fclose(file);
+    getrlimit(RLIMIT_AS, &before_);
+    rlimit limit = before_;
+    limit.rlim_cur = pages * static_cast<unsigned long>(sysconf(_SC_PAGESIZE)) + most;
+    if (isKnown_) isKnown_ = setrlimit(RLIMIT_AS, &limit) == 0;
+  }
+  ~LittleMemory() { setrlimit(RLIMIT_AS, &before_); }
+  LittleMemory(const LittleMemory&) = delete;
+  LittleMemory& operator=(const LittleMemory&) = delete;
+
+  bool isKnown() const { return isKnown_; }
+
+ private:
+  rlimit before_{};
+  bool isKnown_ = false;
+};
+
+// A good image: that there is no room for its nodes is not to be taken for an error in it.
+TEST(Image, TellsThatMemoryRanOut) {
+  const CurrentTree job = currentJob(1);
+  give<BKNODE>(job->ulNumSourceNodes, job->pSourceNodes, 80000);
+  job->pszOwner = text("operator");
+  const Bytes image = written(job.get(), BKOQ_LAYOUT_CURRENT);
+  Reading reading;
+  {
+    const LittleMemory memory(1 << 20);
+    if (!memory.isKnown()) GTEST_SKIP();
+    reading.status =
+        bkoqReadImage(image.data(), image.size(), &reading.layout, &reading.root, &reading.error);
+  }
+  EXPECT_EQ(reading.status, BKOQ_NO_MEMORY);
+  EXPECT_EQ(reading.error.problem, BKOQ_IMAGE_GOOD);
+  EXPECT_STREQ(reading.error.text, "");
+  ASSERT_NE(reading.root, nullptr);
+  const auto& tree = *static_cast<const BKQJDATATRANSFER*>(reading.root);
+  EXPECT_EQ(tree.ulNumSourceNodes, 80000u);
+  EXPECT_EQ(tree.pSourceNodes, nullptr);
+  EXPECT_EQ(tree.pszOwner, nullptr);
+}
+#endif
 
 // Whatever byte is changed, and to whatever value: reading ends, and stays in the image.
 TEST(Image, SurvivesEveryChangedByteAndEveryCut) {
@@ -523,6 +813,13 @@ TEST(Image, RefusesBadArguments) {
   EXPECT_EQ(root, nullptr);
   EXPECT_EQ(bkoqReadImage("", 0, nullptr, &root, nullptr), BKOQ_BAD_ARGUMENT);
   EXPECT_EQ(bkoqReadImage("", 0, &layout, nullptr, nullptr), BKOQ_BAD_ARGUMENT);
+  alignas(4) std::uint8_t bytes[8] = {};
+  root = bytes;
+  EXPECT_EQ(bkoqUseImage(nullptr, 0, &layout, &root, nullptr), BKOQ_BAD_ARGUMENT);
+  EXPECT_EQ(root, nullptr);
+  EXPECT_EQ(bkoqUseImage(bytes, 0, nullptr, &root, nullptr), BKOQ_BAD_ARGUMENT);
+  EXPECT_EQ(bkoqUseImage(bytes, 0, &layout, nullptr, nullptr), BKOQ_BAD_ARGUMENT);
+  EXPECT_EQ(bkoqUseImage(bytes + 1, 0, &layout, &root, nullptr), BKOQ_BAD_ARGUMENT);
 }
 
 TEST(Image, EndsWhenTheSinkFails) {

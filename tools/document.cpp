@@ -2,9 +2,11 @@
 
 #include <rapidjson/reader.h>
 
+#include <algorithm>
 #include <cstdio>
 #include <cstring>
 #include <memory>
+#include <string_view>
 #include <utility>
 
 #include "kit/characters.h"
@@ -44,18 +46,54 @@ char lastBefore(const std::string& text, std::size_t at) {
   return at == 0 ? '\0' : text[at - 1];
 }
 
-// What people write for one of JSON's words.
+bool isOfWord(char c) {
+  return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || (c >= '0' && c <= '9') || c == '_';
+}
+
+// The first letter of the word that goes on at `at`.
+std::size_t beginOfWord(const std::string& text, std::size_t at) {
+  while (at > 0 && isOfWord(text[at - 1])) --at;
+  return at;
+}
+
+// What people write for one of JSON's words; null when it is none of these.
 const char* wordMeant(const std::string& text, std::size_t at) {
   const struct {
-    const char* written;
+    std::string_view written;
     const char* meant;
   } words[] = {{"True", "true"}, {"TRUE", "true"}, {"False", "false"}, {"FALSE", "false"},
                {"yes", "true"},  {"Yes", "true"},  {"no", "false"},    {"No", "false"},
                {"None", "null"}, {"NULL", "null"}, {"Null", "null"},   {"nil", "null"}};
+  std::size_t end = at;
+  while (end < text.size() && isOfWord(text[end])) ++end;
+  const std::string_view found(text.data() + at, end - at);
   for (const auto& word : words) {
-    if (text.compare(at, std::strlen(word.written), word.written) == 0) return word.meant;
+    if (word.written == found) return word.meant;
   }
   return nullptr;
+}
+
+// Where the comment begins in which a file ends; npos when it ends in none. The reader has put a
+// NUL in the place of the quote that closes a text.
+std::size_t openComment(const std::string& text) {
+  std::size_t at = 0;
+  while (at < text.size()) {
+    if (text[at] == '"') {
+      for (++at; at < text.size() && text[at] != '"' && text[at] != '\0'; ++at) {
+        if (text[at] == '\\') ++at;
+      }
+      ++at;
+    } else if (text.compare(at, 2, "//") == 0) {
+      at = std::min(text.find('\n', at), text.size());
+    } else if (text.compare(at, 2, "/*") == 0) {
+      const std::size_t end = text.find("*/", at + 2);
+      if (end == std::string::npos) return at;
+      at = end + 2;
+    } else {
+      ++at;
+    }
+  }
+  return std::string::npos;
 }
 
 bool isTypographicQuote(const std::string& text, std::size_t at) {
@@ -142,7 +180,10 @@ class Document::Builder : public rapidjson::BaseReaderHandler<rapidjson::UTF8<>,
   bool isTooDeep_ = false;
 };
 
-Document::Document(std::string text) : text_(std::move(text)) {}
+Document::Document(std::string text) : text_(std::move(text)) {
+  // No editor counts it as a column.
+  if (text_.compare(0, 3, kByteOrderMark) == 0) text_.erase(0, 3);
+}
 Document::~Document() = default;
 
 template <class Element>
@@ -180,8 +221,7 @@ bool Document::parse(SyntaxError& error) {
   }
   if (text_.find('\\') != std::string::npos) copy_ = text_;
 
-  const std::size_t skipped = text_.compare(0, 3, kByteOrderMark) == 0 ? 3 : 0;
-  rapidjson::InsituStringStream stream(text_.data() + skipped);
+  rapidjson::InsituStringStream stream(text_.data());
   Builder builder(*this, stream);
   rapidjson::Reader reader;
   constexpr unsigned int kFlags = rapidjson::kParseInsituFlag | rapidjson::kParseCommentsFlag |
@@ -191,7 +231,7 @@ bool Document::parse(SyntaxError& error) {
   if (builder.isTooDeep()) {
     error = {builder.open().back(), "nested too deeply"};
   } else {
-    error = errorAt(static_cast<Offset>(result.Offset() + skipped), result.Code(), builder.open());
+    error = errorAt(static_cast<Offset>(result.Offset()), result.Code(), builder.open());
   }
   return false;
 }
@@ -241,9 +281,10 @@ SyntaxError Document::errorAt(Offset at, int code, const std::vector<Offset>& op
       break;
   }
   if (code == rapidjson::kParseErrorUnspecificSyntaxError) {
-    if (!isAtEnd) return error("a comment is \"// to the end of the line\" or \"/* ... */\"");
-    place = text.rfind("/*");
-    return error("this comment is not closed with \"*/\"");
+    place = isAtEnd ? openComment(text) : std::string::npos;
+    if (place != std::string::npos) return error("this comment is not closed with \"*/\"");
+    place = at - 1;
+    return error("a comment is \"// to the end of the line\" or \"/* ... */\"");
   }
   if (isAtEnd && !open.empty()) {
     place = text.size();
@@ -256,7 +297,8 @@ SyntaxError Document::errorAt(Offset at, int code, const std::vector<Offset>& op
   if ((found == '}' || found == ']') && lastBefore(text, place) == ',') {
     return error(std::string("a comma before the closing \"") + found + "\": remove it");
   }
-  if ((found == 'x' || found == 'X') && place > 0 && text[place - 1] == '0') {
+  if ((found == 'x' || found == 'X') && beginOfWord(text, place) + 1 == place &&
+      text[place - 1] == '0') {
     --place;
     return error("a hexadecimal number is written in quotes: \"0x1F\"");
   }
@@ -264,8 +306,11 @@ SyntaxError Document::errorAt(Offset at, int code, const std::vector<Offset>& op
     --place;
     return error("a number does not begin with 0");
   }
-  if (const char* meant = wordMeant(text, place)) {
-    return error(std::string("this word is written as ") + meant);
+  if (code == rapidjson::kParseErrorValueInvalid) {
+    // The reader may have taken the first letters for those of a word of JSON.
+    place = beginOfWord(text, at);
+    const char* meant = wordMeant(text, place);
+    if (meant != nullptr) return error(std::string("this word is written as ") + meant);
   }
   switch (code) {
     case rapidjson::kParseErrorObjectMissName:
@@ -300,9 +345,8 @@ Place Document::placeOf(Offset at) const {
     }
     seen_ = end;
     if (!isSameLine) {
-      // Counted forwards again from the beginning of its line.
+      // Counted forwards again from the beginning of its line; the column has come down to 1.
       while (seen_ > 0 && text[seen_ - 1] != '\n') --seen_;
-      seenPlace_.column = 1;
     }
   }
   for (; seen_ < end; ++seen_) {

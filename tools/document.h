@@ -29,7 +29,6 @@ class Sequence {
   const Element* begin() const { return first_; }
   const Element* end() const { return first_ + size_; }
   std::size_t size() const { return size_; }
-  bool empty() const { return size_ == 0; }
   const Element& operator[](std::size_t i) const { return first_[i]; }
 
  private:
