@@ -4,6 +4,7 @@
 
 #include <gtest/gtest.h>
 
+#include <cstdint>
 #include <functional>
 #include <map>
 #include <set>
@@ -13,6 +14,7 @@
 #include "tests/support/time_zone.h"
 #include "tools/attribute_cases.h"
 #include "tools/job_file.h"
+#include "tools/moment.h"
 #include "tools/problems.h"
 
 namespace bkoq::tool {
@@ -250,6 +252,51 @@ TEST(Attributes, AFilterIncludesOrExcludes) {
     BKQFilter* filter = filterOf(*loaded.job);
     ASSERT_NE(filter, nullptr);
     EXPECT_EQ(filter->getInclExcl(), row.kind) << row.word;
+  }
+}
+
+// Advice on each of so many would take longer than anybody reads.
+TEST(Attributes, AfterAThousandMistakesAdviceIsLeftOut) {
+  std::string text = R"({"kind": "job", "jobName": "")";
+  for (int i = 0; i < 1002; ++i) text += R"(, "unknown": 0)";
+  text += R"(, "onwer": 0, "jobname": 0})";
+  Problems problems;
+  readJob(text, problems);
+  const std::vector<Problem> all = problems.sorted();
+  ASSERT_EQ(all.size(), 1004u);
+  EXPECT_EQ(all[0].message,
+            R"("unknown" is no attribute of this job; "bkoq attributes job" lists them)");
+  EXPECT_EQ(all[1002].message, R"("onwer" is no attribute of this job)");
+  EXPECT_EQ(all[1003].message, R"("jobname" is no attribute of this job)");
+}
+
+TEST(Attributes, ATextAsJsonIsReadBackAsIt) {
+  const struct {
+    std::string text;
+    const char* json;
+  } rows[] = {
+      {"", R"("")"},
+      {R"(say "C:\data")", R"("say \"C:\\data\"")"},
+      {std::string("\0\n\x10\x1F !", 6), R"("\u0000\u000A\u0010\u001F !")"},
+      {"09:? @~\x7F\xC2\x80", "\"09:? @~\\u007F\xC2\x80\""},
+  };
+  for (const auto& row : rows) EXPECT_EQ(jsonText(row.text), row.json);
+}
+
+TEST(Attributes, ATimeAsJsonIsAMomentOrNow) {
+  const std::int64_t now = commandMoment() + kSecondsBefore1970;
+  const struct {
+    std::int64_t seconds;  // since 1901
+    std::string json;
+  } rows[] = {
+      {kSecondsBefore1970 - 1, R"("1969-12-31T23:59:59Z")"},
+      {kSecondsBefore1970 + 1078174800, R"("2004-03-01T21:00:00Z")"},
+      {now - 1, "\"" + momentText(commandMoment() - 1) + "\""},
+      {now, R"("now")"},
+      {now + 1, R"("now")"},
+  };
+  for (const auto& row : rows) {
+    EXPECT_EQ(jsonTime(RWTime(static_cast<unsigned long>(row.seconds))), row.json);
   }
 }
 
