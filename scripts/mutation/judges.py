@@ -31,10 +31,13 @@ class Judge:
 
     def outcome(self, mutant, statement):
         """What becomes of a mutant: a word, and the name of the first test that fails."""
-        killer = self.killer(mutant, statement)
+        in_hurry = self.most is not None
+        killer = None
+        if not (in_hurry and mutant.key() in self.accepted):
+            killer = self.killer(mutant, statement)
         if killer is not None:
             return "killed", killer
-        if mutant.key() not in self.accepted and self.most is None:
+        if mutant.key() not in self.accepted and not in_hurry:
             if self.optimizer is None:
                 self.optimizer = Optimizer(self.folder / "optimized", self.part)
             if self.optimizer.is_same_code(mutant):

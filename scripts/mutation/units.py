@@ -270,4 +270,5 @@ def units_of(entries, bench, states, slow):
                 print(f"left out: {unit.name}, {unit.took:.1f} s", flush=True)
         return sorted((unit for unit in units if unit.took <= slow), key=lambda unit: unit.took)
 
+    commands = [command for command in commands if command.took <= slow]
     return programs, commands, without_slow(transcripts), without_slow(scripts)
