@@ -149,6 +149,33 @@ TEST(Alignment, ShowsWhatIsAskedForOnly) {
   EXPECT_EQ(shown({"pSourceNodes"}, {"pSourceNodes[2]"}), "pSourceNodes[0].usNodeOS ");
 }
 
+// At the start of an array, between its start and its end, at its end, and after it.
+TEST(Alignment, StopsWhenTheProgramSaysSo) {
+  const CurrentTree first = jobWithNodes({"start", "old", "end"});
+  const CurrentTree second = jobWithNodes({"start", "new", "end"});
+  second->pSourceNodes[0].usNodeOS = 6;
+  second->pSourceNodes[2].usNodeOS = 6;
+  second->pszOwner = text("operator");
+  const std::vector<std::string> paths = {"pSourceNodes[0].usNodeOS", "pSourceNodes[1].pszNodeName",
+                                          "pSourceNodes[2].usNodeOS", "pszOwner"};
+  struct Told {
+    std::vector<std::string> paths;
+    std::size_t enough;
+  };
+  for (std::size_t enough = 1; enough <= paths.size(); ++enough) {
+    Told told{{}, enough};
+    const BkoqDifferenceVisitor visitor = [](const BkoqDifference* difference, void* user) {
+      auto& all = *static_cast<Told*>(user);
+      all.paths.emplace_back(difference->path);
+      return all.paths.size() < all.enough ? 0 : 1;
+    };
+    EXPECT_EQ(bkoqCompare(first.get(), BKOQ_LAYOUT_CURRENT, second.get(), BKOQ_LAYOUT_CURRENT, 0,
+                          visitor, &told, nullptr),
+              BKOQ_STOPPED);
+    EXPECT_EQ(told.paths, std::vector<std::string>(paths.begin(), paths.begin() + enough));
+  }
+}
+
 using Names = std::vector<std::string>;
 
 // All rows of the names a, b and c that are up to so long.

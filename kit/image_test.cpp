@@ -690,6 +690,12 @@ TEST(Image, TellsNothingOfAnEarlierError) {
   EXPECT_EQ(error.problem, BKOQ_IMAGE_GOOD);
   EXPECT_STREQ(error.expected, "");
   EXPECT_STREQ(error.text, "");
+  error = earlier;
+  std::string image;
+  EXPECT_EQ(bkoqWriteImage(job.get(), BKOQ_LAYOUT_CURRENT, appendToString, &image, &error),
+            BKOQ_OK);
+  EXPECT_EQ(error.problem, BKOQ_IMAGE_GOOD);
+  EXPECT_STREQ(error.text, "");
 }
 
 // An error in the second of two nodes: the path names that one, and no pointer of the tree, not

@@ -1,5 +1,7 @@
 #include <gtest/gtest.h>
 
+#include <cstdlib>
+
 #include "kit/test_print.h"
 
 namespace bkoq::test {
@@ -563,6 +565,230 @@ TEST(Print, TellsTimesByTheirOwnClock) {
     options.onlyRecord = "BKSCHEDINFO";
     EXPECT_NE(printed(job, options).find(each.line), std::string::npos) << each.line;
   }
+}
+
+// A job with one disk, and one item in it.
+CurrentTree jobWithItem() {
+  CurrentTree job = currentJob(20);
+  auto& node = *give<BKNODE>(job->ulNumSourceNodes, job->pSourceNodes, 1);
+  auto& disk = *give<BKDDISK>(node.ulMediaCount, node.pMedia, 1);
+  give<BKDISKITEM>(disk.ulDiskItemCount, disk.pDiskItems, 1);
+  return job;
+}
+BKDDISK& diskOf(const CurrentTree& job) {
+  return *static_cast<BKDDISK*>(job->pSourceNodes[0].pMedia);
+}
+
+std::string printedDoubtful(const CurrentTree& job, const BkoqPrintOptions& options,
+                            std::uint32_t doubtfulFrom) {
+  BkoqImagePlaces places{};
+  places.doubtfulFrom = doubtfulFrom;
+  std::string text;
+  EXPECT_EQ(bkoqPrintImage(job.get(), BKOQ_LAYOUT_CURRENT, nullptr, &options, &places,
+                           appendToString, &text),
+            BKOQ_OK);
+  return text;
+}
+
+// Each piece has a colour of its own, and none reaches beyond the end of its line.
+TEST(Print, ColoursPiecesOfTextsAndDoubts) {
+  const CurrentTree job = jobWithItem();
+  BKDISKITEM& item = diskOf(job).pDiskItems[0];
+  item.ulFileCount = 2;
+  item.pFileList = texts({"0123456789abcdefghijkl", "b"});
+  BkoqPrintOptions options = withoutZeros();
+  options.colour = 1;
+  options.onlyRecord = "BKDISKITEM";
+  options.width = 40;
+  EXPECT_EQ(printedDoubtful(job, options, 4),
+            "\033[1mBKDISKITEM pSourceNodes[0].pMedia[0].pDiskItems[0]\033[0m  \033[2m#4+0\033[0m"
+            "  \033[31mdoubtful\033[0m\n"
+            "  \033[2m  4\033[0m  \033[36mulFileCount \033[0m  2\n"
+            "  \033[2m  8\033[0m  \033[36mpFileList   \033[0m  #5  2 texts:\n"
+            "                     \033[32m\"0123456789abcdefg\"\033[0m\n"
+            "                     \033[32m\"hijkl\",\033[0m \033[32m\"b\"\033[0m\n"
+            "                     \033[2mdoubtful\033[0m\n");
+}
+
+// Also after a text that was broken, and not beyond it.
+TEST(Print, FillsALineToItsLastColumn) {
+  const CurrentTree job = jobWithItem();
+  BKDISKITEM& item = diskOf(job).pDiskItems[0];
+  BkoqPrintOptions options = withoutZeros();
+  options.width = 40;
+  options.onlyRecord = "BKDISKITEM";
+  item.ulFileCount = 2;
+  item.pFileList = texts({"0123456789abcdefghijkl", "12345678"});
+  EXPECT_EQ(printed(job, options), expected(R"(
+BKDISKITEM pSourceNodes[0].pMedia[0].pDiskItems[0]  #4+0
+    4  ulFileCount   2
+    8  pFileList     #5  2 texts:
+                     "0123456789abcdefg"
+                     "hijkl", "12345678"
+)"));
+  std::free(item.pFileList);
+  item.pFileList = texts({"0123456789abcdefghijkl", "123456789"});
+  EXPECT_EQ(printed(job, options), expected(R"(
+BKDISKITEM pSourceNodes[0].pMedia[0].pDiskItems[0]  #4+0
+    4  ulFileCount   2
+    8  pFileList     #5  2 texts:
+                     "0123456789abcdefg"
+                     "hijkl",
+                     "123456789"
+)"));
+  // What is masked takes as many columns as the mask.
+  diskOf(job).pszDiskPW2 = texts({"backup:SECRET", ""});
+  diskOf(job).ulDiskItemCount = 0;
+  std::free(item.pFileList);
+  std::free(diskOf(job).pDiskItems);
+  diskOf(job).pDiskItems = nullptr;
+  options.onlyRecord = "BKDDISK";
+  options.width = 47;
+  EXPECT_EQ(printed(job, options), expected(R"(
+BKDDISK pSourceNodes[0].pMedia[0]  #3+0
+   36  pszDiskPW2        #4  "backup:********",
+                         ""
+)"));
+  options.width = 46;
+  EXPECT_EQ(printed(job, options), expected(R"(
+BKDDISK pSourceNodes[0].pMedia[0]  #3+0
+   36  pszDiskPW2        #4
+                         "backup:********", ""
+)"));
+}
+
+// Rather than that a line gets too wide.
+TEST(Print, BreaksTextsIntoNoLessThanSixteenColumns) {
+  const CurrentTree job = currentJob(20);
+  auto& node = *give<BKNODE>(job->ulNumDestNodes, job->pDestNodes, 1);
+  auto& tape = *give<BKDTAPE>(node.ulMediaCount, node.pMedia, 1);
+  tape.pszTapeName = text("0123456789abcdefghij");
+  BkoqPrintOptions options = withoutZeros();
+  options.onlyRecord = "BKDTAPE";
+  options.width = 42;
+  EXPECT_EQ(printed(job, options), expected(R"(
+BKDTAPE pDestNodes[0].pMedia[0]  #3+0
+    4  pszTapeName        #4
+                          "0123456789abcdef"
+                          "ghij"
+)"));
+}
+
+TEST(Print, AlignsADoubtWithCommentsAlsoOnAFurtherLine) {
+  const CurrentTree job = jobWithItem();
+  diskOf(job).pszDiskPW2 = texts({"database-owner", "SECRET"});
+  BkoqPrintOptions options = withoutZeros();
+  options.onlyRecord = "BKDDISK";
+  options.width = 51;
+  EXPECT_EQ(printedDoubtful(job, options, 5), expected(R"(
+BKDDISK pSourceNodes[0].pMedia[0]  #3+0
+   16  ulDiskItemCount   1
+   20  pDiskItems        #4  1 BKDISKITEM  32 bytes
+   36  pszDiskPW2        #5  "database-owner",
+                         ********      doubtful
+)"));
+}
+
+TEST(Print, CountsTheDepthFromThePathThatIsAskedFor) {
+  const CurrentTree job = jobWithItem();
+  BkoqPrintOptions options = withoutZeros();
+  const auto node = [&](unsigned int depth) {
+    options.depth = depth;
+    std::string text;
+    EXPECT_EQ(bkoqPrintField(job.get(), BKOQ_LAYOUT_CURRENT, "pSourceNodes[0]", &options,
+                             appendToString, &text),
+              BKOQ_OK);
+    return text;
+  };
+  EXPECT_EQ(node(1), expected(R"(
+BKNODE pSourceNodes[0]  #2+0
+   36  ulMediaCount      1
+   40  pMedia            #3  1 BKDDISK  52 bytes, not shown
+)"));
+  EXPECT_EQ(node(2), expected(R"(
+BKNODE pSourceNodes[0]  #2+0
+   36  ulMediaCount      1
+   40  pMedia            #3  1 BKDDISK  52 bytes
+    BKDDISK pSourceNodes[0].pMedia[0]  #3+0
+       16  ulDiskItemCount   1
+       20  pDiskItems        #4  1 BKDISKITEM  32 bytes, not shown
+)"));
+  // Of what is not there nothing is left out.
+  options.hideZero = 0;
+  EXPECT_NE(node(1).find("   28  pFilters          null\n"), std::string::npos);
+}
+
+TEST(Print, ColoursThePathsThatAPatternIsAbout) {
+  BkoqPrintOptions options{};
+  options.colour = 1;
+  std::string text;
+  EXPECT_EQ(bkoqPrintField(currentBackup().get(), BKOQ_LAYOUT_CURRENT,
+                           "pSourceNodes[*].pszNodeName", &options, appendToString, &text),
+            BKOQ_OK);
+  EXPECT_EQ(text,
+            "\033[36mpSourceNodes[0].pszNodeName\033[0m: \"ledger\", \"extra\"\n"
+            "\033[36mpSourceNodes[1].pszNodeName\033[0m: \"payroll\"\n");
+}
+
+TEST(Print, BeginsWithAWordAboutTheLayout) {
+  const CurrentTree job = currentJob(20);
+  job->stScheduleExt.abReserved12[0] = 1;
+  const std::string note =
+      "this looks like a tree of the previous layout: stScheduleExt.abReserved12 is not zero, "
+      "where that layout has abJobTypes";
+  BkoqPrintOptions options = withoutZeros();
+  options.onlyRecord = "BKROTATIONINFO";
+  options.showSecrets = 1;
+  EXPECT_EQ(printed(job, options), note + R"(
+BKROTATIONINFO stScheduleExt  #1+196
+   12  abReserved12     01 00 00 00 00 00 00 00  reserved, but not zero
+)");
+  options.showSecrets = 0;
+  options.colour = 1;
+  EXPECT_EQ(printed(job, options),
+            "\033[31m" + note +
+                "\033[0m\n"
+                "\033[1mBKROTATIONINFO stScheduleExt\033[0m  \033[2m#1+196\033[0m\n"
+                "  \033[2m 12\033[0m  \033[36mabReserved12   \033[0m  "
+                "\033[31m01 00 00 00 00 00 00 00\033[0m  "
+                "\033[31mreserved, but not zero\033[0m\n");
+}
+
+// Each byte of a field counts, and none that the other layout has reserved as well.
+TEST(OtherLayout, IsNoticedByEachByteOfAFieldAndByNoOther) {
+  struct Case {
+    unsigned int byte;  // of those where the current layout has pszNodeDomain and what follows it
+    BkoqStatus status;
+  };
+  const Case cases[] = {
+      {0, BKOQ_OTHER_LAYOUT}, {3, BKOQ_OTHER_LAYOUT}, {4, BKOQ_OK}, {15, BKOQ_OK}};
+  for (const Case& each : cases) {
+    const PreviousTree job = previousJob(20);
+    auto& node = *give<BKNODE_OLD>(job->ulNumSourceNodes, job->pSourceNodes, 1);
+    node.abReserved84[each.byte] = 1;
+    EXPECT_EQ(bkoqCheckLayout(job.get(), BKOQ_LAYOUT_PREVIOUS), each.status) << each.byte;
+  }
+}
+
+// Bytes that are damaged speak for the other layout only where that has a field of its own.
+TEST(OtherLayout, IsNotSeenInWhatIsOnlyDamaged) {
+  const CurrentTree beforeField = currentJob(20);
+  beforeField->abReserved6[1] = 7;
+  beforeField->usJobStatus = 2;
+  EXPECT_EQ(bkoqCheckLayout(beforeField.get(), BKOQ_LAYOUT_CURRENT), BKOQ_OK);
+
+  // The previous layout has no such record.
+  const CurrentTree inExtension = currentBackup();
+  static_cast<BKDTAPE*>(inExtension->pDestNodes[0].pMedia)->pTapeX->abReserved12[0] = 1;
+  EXPECT_EQ(bkoqCheckLayout(inExtension.get(), BKOQ_LAYOUT_CURRENT), BKOQ_OK);
+
+  // How these bytes are read depends on the kind of the filter, in both layouts alike.
+  const CurrentTree inFilter = currentJob(20);
+  auto& node = *give<BKNODE>(inFilter->ulNumSourceNodes, inFilter->pSourceNodes, 1);
+  auto& filter = *give<BKFILTER_FILE>(node.ulFilterCount, node.pFilters, 1);
+  filter.usFilterType = 5;
+  filter.lTime = 1;
+  EXPECT_EQ(bkoqCheckLayout(inFilter.get(), BKOQ_LAYOUT_CURRENT), BKOQ_OK);
 }
 
 }  // namespace

@@ -163,6 +163,20 @@ TEST(Records, ArePrintedAsJson) {
 )"));
 }
 
+// What programs need besides the place of a field: its codes or bits, and what it holds.
+TEST(Records, NameCodesBitsAndRecordsInJson) {
+  const char* const lines[] = {
+      R"({"name": "usNodeOS", "offset": 2, "width": 2, "kind": "number", "values": {"2": "OS/2", "4": "NetWare", "5": "Windows", "6": "UNIX", "7": "Mac", "8": "Windows NT"}, "meaning": "operating-system code", "filledBy": "BKQNode::setNodeOS"},)",
+      R"({"name": "pFilters", "offset": 28, "width": 4, "kind": "array", "records": ["BKFILTER_FILE"], "countOffset": 24, "meaning": "the node's filters, then the job's", "filledBy": "BKQNode::addFilter, addFilter of the job"},)",
+      R"({"name": "pMedia", "offset": 40, "width": 4, "kind": "array", "records": ["BKDDISK", "BKDTAPE"], "countOffset": 36, "meaning": "disks of a machine or a restore destination, tapes of a tape node", "filledBy": "BKQDiskNode::addDisk, BKQTapeNode::addTape"},)",
+      R"({"name": "ulNodeOptions", "offset": 56, "width": 4, "kind": "flags", "bits": {"64": "no estimate", "512": "a text follows the name", "2048": "a text follows the version"}, "meaning": "node options; the conversion may add 0x40, 0x200, 0x800", "filledBy": "BKQNode::setOptions"},)",
+  };
+  const std::string table = records("BKNODE", BKOQ_LAYOUT_CURRENT, BKOQ_FORMAT_JSON);
+  for (const char* line : lines) {
+    EXPECT_NE(table.find("\n      " + std::string(line) + "\n"), std::string::npos) << line;
+  }
+}
+
 // Every record of a layout, and how many bytes it has.
 TEST(Records, AreAllThere) {
   const std::string headings[] = {
@@ -257,6 +271,21 @@ BKDTAPEX: not in the previous layout
   "records": [
     {"current": "BKROTATIONINFO", "previous": "BKROTATIONINFO_OLD", "fields": [
       {"offset": 12, "current": {"name": "abReserved12", "offset": 12, "width": 8, "kind": "reserved", "meaning": "reserved: zero"}, "previous": {"name": "abJobTypes", "offset": 12, "width": 8, "kind": "byte list", "meaning": "job types of the first eight job units", "filledBy": "BKQJobUnit::setJobType"}}
+    ]}
+  ]
+}
+)"));
+  EXPECT_EQ(layoutDifferences("BKDTAPE", BKOQ_FORMAT_JSON), expected(R"(
+{
+  "format": "bkoq-layout-differences",
+  "version": 1,
+  "records": [
+    {"current": "BKDTAPE", "previous": "BKDTAPE_OLD", "fields": [
+      {"offset": 8, "current": {"name": "usTapeID", "offset": 8, "width": 2, "kind": "number", "meaning": "tape ID, low 16 bits", "filledBy": "BKQTape::setTapeID"}, "previous": {"name": "ulTapeID", "offset": 8, "width": 4, "kind": "number", "meaning": "tape ID, whole", "filledBy": "BKQTape::setTapeID"}},
+      {"offset": 10, "current": {"name": "abReserved10", "offset": 10, "width": 2, "kind": "reserved", "meaning": "reserved: zero"}, "previous": null},
+      {"offset": 52, "current": {"name": "ulOptions", "offset": 52, "width": 4, "kind": "flags", "bits": {"134217728": "extension"}, "meaning": "tape options", "filledBy": "BKQTape::setOptions"}, "previous": {"name": "ulOptions", "offset": 52, "width": 4, "kind": "flags", "bits": {"134217728": "extension"}, "meaning": "tape options; an extension's 0x8000000 cleared", "filledBy": "BKQTape::setOptions"}},
+      {"offset": 64, "current": {"name": "abReserved64", "offset": 64, "width": 4, "kind": "reserved", "meaning": "reserved: zero"}, "previous": {"name": "lSessionEndTime", "offset": 64, "width": 4, "kind": "client time", "meaning": "session end time, of the extension if there is one", "filledBy": "BKQTapeXtension::setSessionEndTime, BKQTape::setSessionEndTime"}},
+      {"offset": 68, "current": {"name": "pTapeX", "offset": 68, "width": 4, "kind": "record", "records": ["BKDTAPEX"], "meaning": "extension", "filledBy": "BKQTape::setTapeXtension"}, "previous": {"name": "abReserved68", "offset": 68, "width": 4, "kind": "reserved", "meaning": "reserved: zero"}}
     ]}
   ]
 }
