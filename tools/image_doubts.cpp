@@ -1,6 +1,7 @@
 #include "tools/image_doubts.h"
 
 #include <algorithm>
+#include <cstring>
 
 #include "tools/output.h"
 #include "tools/walk.h"
@@ -45,6 +46,18 @@ bool tellsNoLength(BkoqImageProblem problem) {
   }
 }
 
+// Whether a field is there and is no secret.
+bool isPlain(const void* root, BkoqLayout layout, const char* path) {
+  bool isFound = false;
+  if (root == nullptr) return false;
+  walk(root, layout, [&](const BkoqVisit& visit) {
+    isFound =
+        visit.event == BKOQ_FIELD && visit.isSecret == 0 && std::strcmp(visit.path, path) == 0;
+    return isFound ? 1 : 0;
+  });
+  return isFound;
+}
+
 }  // namespace
 
 void ImageDoubts::add(const BkoqImageError* error, void* doubts) {
@@ -61,12 +74,18 @@ void ImageDoubts::tell(const void* root, BkoqLayout layout, const void* image,
   // After the first doubt about the tree itself a secret may lie where none was found.
   std::uint32_t knownEnd = std::max(places.jobEnd, places.firstSecret);
   for (const BkoqImageError& error : errors_) {
-    const std::string text = wordsOf(error, knownEnd);
+    // Bytes after a secret tell where it ends, even if it could not be read for them.
+    const bool isAfterSecret =
+        error.problem == BKOQ_IMAGE_PADDING && !isPlain(root, layout, error.path);
+    const std::string text = wordsOf(error, isAfterSecret ? places.jobEnd : knownEnd);
     if (first_.empty()) first_ = text;
     fail(std::string(file_).append(": ").append(text).append(hint));
     if (error.position >= kHeaderSize) knownEnd = places.jobEnd;
   }
-  if (count_ > kMost) fail(file_ + ": " + std::to_string(count_ - kMost) + " more doubts");
+  if (count_ > kMost) {
+    const unsigned int more = count_ - kMost;
+    fail(file_ + ": " + std::to_string(more) + (more == 1 ? " more doubt" : " more doubts"));
+  }
 }
 
 std::string ImageDoubts::words() const {

@@ -75,6 +75,10 @@ TEST(Moment, SaysWhatIsWrong) {
       {"2004-03-1", kForm},
       {"04-03-01", kForm},
       {"2004/03/01", kForm},
+      {"200x-03-01", kForm},
+      {"2004-0x-01", kForm},
+      {"2004-03-0x", kForm},
+      {"2004-03-01T2x:00", kForm},
       {"2004-03/01", kForm},
       {"2004-03-01T", kForm},
       {"2004-03-01T21", kForm},
@@ -139,6 +143,14 @@ TEST(Moment, EndsWhereTheRecordsDo) {
       {"0000-01-01T00:00Z", kRange},
       {"9999-12-31T23:59", kRange},
   };
+  expectAll(cases);
+}
+
+// A year that is out of range is so at an hour, too, over which the clock is put forward.
+TEST(Moment, EndsBeforeTheLocalClockIsAsked) {
+  const TimeZone zone(kNewYork);
+  const Case cases[] = {
+      {"1899-03-12T02:30", kRange}, {"2039-03-13T02:30", kRange}, {"2040-03-11T02:30", kRange}};
   expectAll(cases);
 }
 

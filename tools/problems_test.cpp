@@ -17,6 +17,7 @@ namespace {
 using nlohmann::json;
 using tool::printable;
 using tool::printableJson;
+using tool::shortened;
 
 // Whether a terminal shows all of a text and obeys none of it; lines may end.
 bool isPlain(std::string_view text, bool hasLines = false) {
@@ -42,6 +43,18 @@ TEST(Messages, ShowEveryCharacterPlainly) {
   }
   EXPECT_EQ(printable("a\x1b\n\xe2\x80\xae\xf3\xa0\x80\x81\xff\xc3\xa9"),
             "a\\u001B\\u000A\\u202E\\U000E0001\\xFF\xc3\xa9");
+  // Four digits, and eight, whatever the first of them is.
+  EXPECT_EQ(printable("\xef\xbb\xbf\xf0\x9d\x85\xb3"), "\\uFEFF\\U0001D173");
+}
+
+// No message is cut within a character; bytes that are none have no place to be cut at.
+TEST(Messages, ShortenTextsOfMoreThan80Bytes) {
+  const std::string most(80, 'a');
+  const std::string less(79, 'a');
+  EXPECT_EQ(shortened(most), most);
+  EXPECT_EQ(shortened(most + "b"), most + "...");
+  EXPECT_EQ(shortened(less + "\xc3\xa9"), less + "...");
+  EXPECT_EQ(shortened(std::string(100, '\x80')), "...");
 }
 
 TEST(Messages, ShowTheNameOfTheirFilePlainly) {
