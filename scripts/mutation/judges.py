@@ -110,7 +110,8 @@ def try_together(folder, part, mutants, options, accepted, add):
     for mutant in together.not_built:
         add(mutant, "not built", None)
     again = []  # what a build of its own may tell better about
-    print(f"built after {time.monotonic() - started:.0f} s", flush=True)
+    print(f"built after {time.monotonic() - started:.0f} s, without {len(together.apart)} that the "
+          "compiler needs to know", flush=True)
     bench = Bench(together.build_folder, together.build_folder)
     units = units_of(list(tests_of(together.build_folder, part, options.random_count)), bench,
                      folder / "states", options.slow)
