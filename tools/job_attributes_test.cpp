@@ -1,4 +1,11 @@
+#include <gtest/gtest.h>
+
+#include <string>
+#include <vector>
+
 #include "tools/attribute_cases.h"
+#include "tools/job_file.h"
+#include "tools/problems.h"
 
 namespace bkoq::tool {
 namespace {
@@ -224,4 +231,34 @@ void addJobs(std::vector<ClassCase>& cases) {
   cases.push_back(jobCase<BKQScanJob>("scan", describeScan));
 }
 
+namespace {
+
+// What is neither a job nor an image is told by the first character that counts.
+TEST(JobFile, IsTakenForOneByItsFirstCharacter) {
+  const std::string neither = "neither a job file, which begins with {, nor an image";
+  const struct {
+    const char* text;
+    bool isJob;
+  } rows[] = {
+      {"", true},
+      {"{", true},
+      {"[", true},
+      {"/", true},
+      {" \t\r\n\xEF\xBB\xBF{", true},
+      {"x{", false},
+      {"x[", false},
+      {" \t\r\nx/", false},
+      {"}", false},
+      {"\"{", false},
+  };
+  for (const auto& row : rows) {
+    Problems problems;
+    readJob(row.text, problems);
+    const std::vector<Problem> all = problems.sorted();
+    ASSERT_EQ(all.size(), 1u) << row.text;
+    EXPECT_EQ(all[0].message != neither, row.isJob) << row.text;
+  }
+}
+
+}  // namespace
 }  // namespace bkoq::tool

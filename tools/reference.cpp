@@ -128,8 +128,6 @@ void tryJob(const ObjectClass& job, const Described& wanted, Fields& found) {
   tryJob(job, wanted, Given::kAll, nullptr, found);
   tryJob(job, wanted, Given::kWantedObject, nullptr, found);
   for (const Attribute& attribute : wanted.own->attributes) {
-    const auto& fields = found[attribute.key];
-    if (!fields[0].empty() && !fields[1].empty()) continue;
     tryJob(job, wanted, Given::kWantedAttribute, &attribute, found);
   }
 }

@@ -4,6 +4,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cstddef>
 #include <map>
 #include <set>
@@ -138,6 +139,37 @@ TEST_P(Starters, EachAlternativeCanTakeThePlaceOfTheFirstKind) {
     EXPECT_NE(flattenText(text).current.root(), nullptr) << text;
   }
   EXPECT_GT(alternatives, 0u);
+}
+
+// Of what stands there, comments apart: each level is indented by two columns more.
+void expectIndented(const std::string& starter) {
+  std::istringstream lines(starter);
+  std::size_t depth = 0;
+  std::size_t deepest = 0;
+  for (std::string line; std::getline(lines, line);) {
+    const std::size_t indent = line.find_first_not_of(' ');
+    if (line.compare(indent, 2, "//") == 0) continue;
+    if (line[indent] == '}' || line[indent] == ']') --depth;
+    EXPECT_EQ(indent, 2 * depth) << line;
+    if (line.back() == '{' || line.back() == '[') deepest = std::max(deepest, ++depth);
+  }
+  EXPECT_EQ(depth, 0u);
+  EXPECT_GT(deepest, 1u);
+}
+
+TEST_P(Starters, AreIndentedByTheirDepth) {
+  expectIndented(starterFile(*jobs().find(GetParam()), true));
+}
+
+// Names differ, as those of the nodes of one job should.
+TEST(Starter, EachMachineIsNamedAfterItsKind) {
+  const std::string all = starterFile(*jobs().find("backup"), true);
+  for (const ObjectClass& machine : machines().classes) {
+    const std::string name = "\"nodeName\": \"" + machine.kind + "1\"";
+    const std::size_t at = all.find(name);
+    EXPECT_NE(at, std::string::npos) << name;
+    EXPECT_EQ(all.find(name, at + 1), std::string::npos) << name;
+  }
 }
 
 }  // namespace
