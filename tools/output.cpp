@@ -112,6 +112,12 @@ Lines& lines() {
   return lines;
 }
 
+bool failTooLarge(const std::string& name) {
+  fail(name + " is larger than " + std::to_string(kMostInput / 1024 / 1024) +
+       " MiB, the most that is read");
+  return false;
+}
+
 }  // namespace
 
 Status fail(const std::string& message) {
@@ -208,11 +214,11 @@ bool readFile(const std::string& path, std::string& content) {
     if (content.size() > kMostInput) {
       if (file != STDIN_FILENO) close(file);
       content.clear();
-      fail(name + " is larger than " + std::to_string(kMostInput / 1024 / 1024) +
-           " MiB, the most that is read");
-      return false;
+      return failTooLarge(name);
     }
   }
+  // A program of 32 bits cannot even open a file of 2 GiB.
+  if (file < 0 && errno == EOVERFLOW) return failTooLarge(name);
   if (!isRead) fail("cannot read " + name + ": " + std::strerror(errno));
   if (file > STDIN_FILENO) close(file);
   return isRead;

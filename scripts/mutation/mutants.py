@@ -97,7 +97,8 @@ def neighbours():
 
 
 def arguments_of_calls(code):
-    """Where the arguments of each call that ends in this stretch are."""
+    """Where the arguments of each call that ends in this stretch are. Of the smaller or larger of two
+    the order makes no difference."""
     for match in re.finditer(r"(?<=\w)[({]", code):
         depth, at, first, found = 1, match.end(), match.end(), []
         while at < len(code) and depth > 0:
@@ -106,7 +107,8 @@ def arguments_of_calls(code):
                 found.append((first, at))
                 first = at + 1
             at += 1
-        if depth == 0 and len(found) > 1:
+        is_either = re.search(r"\bstd::(?:min|max)$", code[:match.start()]) and len(found) == 2
+        if depth == 0 and len(found) > 1 and not is_either:
             yield found
 
 
