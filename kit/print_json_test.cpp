@@ -455,5 +455,20 @@ TEST(PrintJson, PrintsNothingOfARecordThatIsNotThere) {
   }
 }
 
+// What is not to be shown as it is, of every length in UTF-8 and, from U+10000 on, as two escapes.
+TEST(PrintJson, EscapesCharactersOfEveryLength) {
+  const CurrentTree job = currentJob(1);
+  job->pszComments = text("a\x1F\xC2\x85\xEF\xBB\xBF\xF0\x9D\x85\xB3\xF4\x8F\xBF\xBF");
+  BkoqPrintOptions options{};
+  options.format = BKOQ_FORMAT_JSON;
+  std::string value;
+  EXPECT_EQ(bkoqPrintField(job.get(), BKOQ_LAYOUT_CURRENT, "pszComments", &options, appendToString,
+                           &value),
+            BKOQ_OK);
+  EXPECT_NE(value.find(R"("value": "a\u001f\u0085\ufeff\ud834\udd73\udbff\udfff")"),
+            std::string::npos)
+      << value;
+}
+
 }  // namespace
 }  // namespace bkoq::test

@@ -542,6 +542,46 @@ BKQJDATATRANSFER  #1+0
             std::string::npos);
 }
 
+// A code has two bytes, also where the first one alone would be a code that is known: what it
+// decides about would be read as something else.
+TEST(Print, TakesBothBytesOfACode) {
+  const CurrentTree unknownJob = currentJob(0x0114);
+  int somewhere = 0;
+  give<BKNODE>(unknownJob->ulNumSourceNodes, unknownJob->pSourceNodes, 1)->pMedia = &somewhere;
+  EXPECT_NE(printed(unknownJob, withoutZeros()).find("   40  pMedia            not followed  "),
+            std::string::npos);
+
+  const CurrentTree job = currentJob(20);
+  auto& node = *give<BKNODE>(job->ulNumSourceNodes, job->pSourceNodes, 1);
+  node.usNodeType = 0x0103;
+  node.pszNodeName = text("ledger");  // of a UNIX machine there would be a second one
+  auto* filters = give<BKFILTER_FILE>(node.ulFilterCount, node.pFilters, 2);
+  filters[0].usFilterType = 0x0105;
+  filters[0].ulAttributes = 1;
+  filters[1].usFilterType = 4;
+  filters[1].usTimeRange = 0x0101;
+  filters[1].lTime = 1;
+  BkoqPrintOptions options = withoutZeros();
+  options.onlyRecord = "BKFILTER_FILE";
+  EXPECT_EQ(printed(job, options), expected(R"(
+BKFILTER_FILE pSourceNodes[0].pFilters[0]  #4+0
+    0  usFilterType    261
+    4  ulOpaque4       0x00000001
+BKFILTER_FILE pSourceNodes[0].pFilters[1]  #4+32
+    0  usFilterType    4             time
+    6  usTimeRange     257
+    8  ulOpaque8       0x00000001
+)"));
+  options.onlyRecord = "BKNODE";
+  EXPECT_EQ(printed(job, options), expected(R"(
+BKNODE pSourceNodes[0]  #2+0
+    0  usNodeType        259
+    8  pszNodeName       #3  "ledger"
+   24  ulFilterCount     2
+   28  pFilters          #4  2 BKFILTER_FILE  64 bytes
+)"));
+}
+
 TEST(Print, TellsTimesByTheirOwnClock) {
   struct Case {
     std::int32_t seconds;
