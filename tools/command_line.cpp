@@ -510,7 +510,7 @@ class CommandLine {
     sub.add_option("OBJECT", request_.files,
                    "a kind such as backup, unix or rotation, or what has none, such as disk or "
                    "'disk item'; all unless given")
-        ->expected(0, 1000);
+        ->expected(1, 1000);
     sub.add_option("--width", request_.width,
                    "fold texts at so many columns; at those of the terminal unless given")
         ->type_name("N")
