@@ -1,6 +1,7 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <functional>
 #include <string>
 #include <vector>
 
@@ -76,6 +77,75 @@ TEST(Alignment, PairsWhatWasRenamedByItsPlace) {
 TEST(Alignment, KeepsTheOrderOfElementsWithTheSameName) {
   EXPECT_EQ(differences({"a", "a", "b"}, {"a", "a", "a", "b"}),
             "pSourceNodes[2] (BKNODE+200): absent -> BKNODE \"a\"\n");
+}
+
+// Every kind of element that has a name, and which field it is.
+TEST(Alignment, TellsElementsByTheirNames) {
+  using Names = std::vector<const char*>;
+  const auto disks = [](const Names& names) {
+    CurrentTree job = jobWithNodes({"a"});
+    BKNODE& node = job->pSourceNodes[0];
+    const auto count = static_cast<std::uint32_t>(names.size());
+    auto* elements = give<BKDDISK>(node.ulMediaCount, node.pMedia, count);
+    for (std::uint32_t i = 0; i < count; ++i) {
+      if (names[i] != nullptr) elements[i].pszDiskName = text(names[i]);
+    }
+    return job;
+  };
+  const auto items = [&](const Names& names) {
+    CurrentTree job = disks({"C:"});
+    auto& disk = *static_cast<BKDDISK*>(job->pSourceNodes[0].pMedia);
+    const auto count = static_cast<std::uint32_t>(names.size());
+    auto* elements = give<BKDISKITEM>(disk.ulDiskItemCount, disk.pDiskItems, count);
+    for (std::uint32_t i = 0; i < count; ++i) {
+      if (names[i] != nullptr) elements[i].pszPath = text(names[i]);
+    }
+    return job;
+  };
+  const auto tapes = [](const Names& names) {
+    CurrentTree job = currentJob(29);
+    BKNODE& node = *give<BKNODE>(job->ulNumSourceNodes, job->pSourceNodes, 1);
+    const auto count = static_cast<std::uint32_t>(names.size());
+    auto* elements = give<BKDTAPE>(node.ulMediaCount, node.pMedia, count);
+    for (std::uint32_t i = 0; i < count; ++i) {
+      if (names[i] != nullptr) elements[i].pszTapeName = text(names[i]);
+    }
+    return job;
+  };
+  const auto tapeItems = [&](const Names& names) {
+    CurrentTree job = tapes({"T"});
+    auto& tape = *static_cast<BKDTAPE*>(job->pSourceNodes[0].pMedia);
+    const auto count = static_cast<std::uint32_t>(names.size());
+    auto* elements = give<BKTAPEITEM>(tape.ulTapeItemCount, tape.pTapeItems, count);
+    for (std::uint32_t i = 0; i < count; ++i) {
+      if (names[i] != nullptr) elements[i].pszFileOrDir = text(names[i]);
+    }
+    return job;
+  };
+  const struct {
+    std::function<CurrentTree(const Names&)> jobWith;
+    std::string array;
+    std::string record;
+    std::size_t size;
+  } rows[] = {
+      {disks, "pSourceNodes[0].pMedia", "BKDDISK", sizeof(BKDDISK)},
+      {items, "pSourceNodes[0].pMedia[0].pDiskItems", "BKDISKITEM", sizeof(BKDISKITEM)},
+      {tapes, "pSourceNodes[0].pMedia", "BKDTAPE", sizeof(BKDTAPE)},
+      {tapeItems, "pSourceNodes[0].pMedia[0].pTapeItems", "BKTAPEITEM", sizeof(BKTAPEITEM)},
+  };
+  for (const auto& row : rows) {
+    const std::string first = row.array + "[0] (" + row.record + "+0): ";
+    EXPECT_EQ(differences(row.jobWith({"a", "b"}), row.jobWith({"new", "a", "b"})),
+              first + "absent -> " + row.record + " \"new\"\n");
+    // What has no name is like another without one, and like nothing else.
+    EXPECT_EQ(differences(row.jobWith({nullptr, "b"}), row.jobWith({"new", nullptr, "b"})),
+              first + "absent -> " + row.record + " \"new\"\n");
+    EXPECT_EQ(differences(row.jobWith({"old", nullptr, "b"}), row.jobWith({nullptr, "b"})),
+              first + row.record + " \"old\" -> absent\n");
+    EXPECT_EQ(differences(row.jobWith({nullptr}), row.jobWith({nullptr, "b"})),
+              row.array + "[1] (" + row.record + "+" + std::to_string(row.size) + "): absent -> " +
+                  row.record + " \"b\"\n");
+  }
 }
 
 TEST(Alignment, TellsFiltersByAllOfThem) {

@@ -35,6 +35,7 @@ TEST(Nearest, IsFewStepsAway) {
       {"one more of two letters", "idx", "id", true},
       {"two more", "idxx", "id", false},
       {"two more that are known", "id", "idxx", false},
+      {"twice", "hoshos", "hos", false},
       {"as long as a word can be", forty, forty + "a", true},
       {"longer", forty + "a", forty + "a", false},
       {"nothing", "", "a", true},

@@ -129,7 +129,7 @@ class Phrase {
   operator std::string_view() const {
     return long_.empty() ? std::string_view(short_, size_) : std::string_view(long_);
   }
-  bool isEmpty() const { return size_ == 0; }
+  bool isEmpty() const { return size_ == 0 && long_.empty(); }
   void clear() {
     size_ = 0;
     long_.clear();

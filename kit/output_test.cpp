@@ -116,7 +116,9 @@ TEST(Phrase, TakesMoreThanItHasRoomFor) {
       EXPECT_TRUE(phrase.isEmpty());
       phrase.put(counted(first), counted(second, '#'), "end");
       EXPECT_EQ(std::string_view(phrase), counted(first) + counted(second, '#') + "end");
+      EXPECT_FALSE(phrase.isEmpty());
       phrase.clear();
+      EXPECT_TRUE(phrase.isEmpty());
       EXPECT_EQ(std::string_view(phrase), "");
       phrase.put("x");
       EXPECT_EQ(std::string_view(phrase), "x");

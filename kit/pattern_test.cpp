@@ -31,6 +31,8 @@ TEST(Pattern, TakesAStarForAnyPartOfANameOrIndex) {
   EXPECT_TRUE(matches("*", "pszOwner"));
   EXPECT_FALSE(matches("*", "stFax.pszUserPW"));
   EXPECT_FALSE(matches("pSource*", "pSourceNodes[0]"));
+  EXPECT_TRUE(matches("*x", "x"));
+  EXPECT_FALSE(matches("*x", "a"));
 }
 
 TEST(Pattern, TakesTwoStarsForAnything) {
@@ -60,6 +62,12 @@ TEST(Pattern, LeadsToWhatItMayBeAbout) {
   EXPECT_FALSE(leadsTo("pSource*.pszNodeName", "pSourceNodes[3]"));
   EXPECT_FALSE(leadsTo("pSourceNodes", "pSource"));
   EXPECT_FALSE(leadsTo("pDestNodes", "pSourceNodes"));
+  // It is the last character alone that does not fit.
+  EXPECT_FALSE(leadsTo("p*[3]", "pSourceNodes[3]s"));
+  EXPECT_FALSE(leadsTo("p*[3].a", "pSourceNodes[3].b"));
+  EXPECT_FALSE(leadsTo("p*", "pSourceNodes["));
+  EXPECT_FALSE(leadsTo("p*", "pSourceNodes."));
+  EXPECT_FALSE(leadsTo("p[*", "p[3]"));
   EXPECT_TRUE(leadsTo("pszOwner", ""));
   EXPECT_TRUE(leadsTo("", ""));
 }
