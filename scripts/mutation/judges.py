@@ -59,11 +59,15 @@ class Judge:
     def tries(self, mutant, statement):
         """What to run, one after the other: first what is quick and reaches little else."""
         last = self.last.get(mutant.path)
-        if last is not None and last not in self.programs and last.took < 1 and (
-                statement is None or statement in last.reached):
+        # What takes long kills last, so whatever it killed before survived all else.
+        is_likely = last is not None and last not in self.programs and (
+            last.took < 1 or self.kills[mutant.path, last.name] > 1)
+        if is_likely and (statement is None or statement in last.reached):
             yield last, lambda: last.passes(self.bench)
+        else:
+            last = None
         reaching = [command for command in self.commands
-                    if statement is None or statement in command.reached]
+                    if command is not last and (statement is None or statement in command.reached)]
         reaching.sort(key=lambda command: (-self.kills[mutant.path, command.name],
                                            len(command.reached)))
         printed = shown_text(mutant)
@@ -83,7 +87,7 @@ class Judge:
             if command.left != command.after and command.whole not in doubtful:
                 doubtful += [whole for whole in self.transcripts if whole is command.whole]
         for unit in doubtful + self.scripts:
-            if statement is None or statement in unit.reached:
+            if unit is not last and (statement is None or statement in unit.reached):
                 yield unit, lambda: unit.passes(self.bench)
         for program, names in slow:
             yield program, lambda: program.passes_some(self.bench, names)
