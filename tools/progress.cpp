@@ -26,7 +26,8 @@ bool hasBar() {
 
 }  // namespace
 
-Progress::Progress(std::size_t total) : total_(total), isPossible_(hasBar()) {}
+Progress::Progress(std::size_t total, Clock::time_point (*now)())
+    : total_(total), isPossible_(hasBar()), now_(now) {}
 
 Progress::~Progress() {
   if (isShown_) std::fputs("\r\033[K", stderr);
@@ -36,7 +37,7 @@ void Progress::at(std::size_t done) {
   constexpr auto kPatience = std::chrono::seconds(1);
   constexpr auto kPause = std::chrono::milliseconds(100);
   if (!isPossible_) return;
-  const auto now = std::chrono::steady_clock::now();
+  const auto now = now_();
   if (now - begin_ < kPatience || now - last_ < kPause) return;
   last_ = now;
   isShown_ = true;
@@ -47,7 +48,6 @@ void Progress::at(std::size_t done) {
   const std::size_t filled = total_ == 0 ? bar : bar * done / total_;
   std::fprintf(stderr, "\r[%s%s%s", std::string(filled, '#').c_str(),
                std::string(bar - filled, '.').c_str(), count.c_str());
-  std::fflush(stderr);
 }
 
 }  // namespace bkoq::tool

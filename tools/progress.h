@@ -9,7 +9,9 @@ namespace bkoq::tool {
 // A bar on the standard error stream, if that is a terminal and it takes longer than a second.
 class Progress {
  public:
-  explicit Progress(std::size_t total);
+  using Clock = std::chrono::steady_clock;
+
+  explicit Progress(std::size_t total, Clock::time_point (*now)() = Clock::now);
   ~Progress();
   Progress(const Progress&) = delete;
   Progress& operator=(const Progress&) = delete;
@@ -19,8 +21,9 @@ class Progress {
  private:
   std::size_t total_;
   bool isPossible_;
-  std::chrono::steady_clock::time_point begin_ = std::chrono::steady_clock::now();
-  std::chrono::steady_clock::time_point last_ = begin_;
+  Clock::time_point (*now_)();
+  Clock::time_point begin_ = now_();
+  Clock::time_point last_ = begin_;
   bool isShown_ = false;
 };
 
