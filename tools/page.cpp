@@ -55,7 +55,6 @@ class Base64 {
     char text[4];
     for (std::size_t i = 0; i < characters; ++i) text[i] = kAlphabet[bits_ >> (18 - 6 * i) & 63];
     out_.put(std::string_view(text, characters));
-    bits_ = 0;
   }
 
   kit::Output& out_;
@@ -94,11 +93,10 @@ std::string htmlText(const std::string& text) {
 
 // ---- The tree
 
-// An address, which means nothing to anyone else. What a node of an unknown kind of job holds is
-// one too, though the walk cannot follow it.
-bool isPointer(BkoqFieldKind kind, const char* name) {
-  return isText(kind) || kind == BKOQ_FIELD_ARRAY || kind == BKOQ_FIELD_RECORD ||
-         (kind == BKOQ_FIELD_OPAQUE && name[0] == 'p');
+// An address, which means nothing to anyone else. What a node of an unknown kind of job holds would
+// be one too, but a tree with such a node is refused, and salvaging leaves null there.
+bool isPointer(BkoqFieldKind kind) {
+  return isText(kind) || kind == BKOQ_FIELD_ARRAY || kind == BKOQ_FIELD_RECORD;
 }
 
 // A field of a shape.
@@ -275,7 +273,6 @@ class TreeWriter {
       // An embedded record is part of the one around it.
       if (!isEmbedded_) addRecord(shape, visit);
       if (visit.depth == 0) blocks_ = 1;
-      isEmbedded_ = false;
     } else if (visit.event == BKOQ_FIELD) {
       isEmbedded_ = visit.kind == BKOQ_FIELD_EMBEDDED;
       if (visit.target == 0) return true;
@@ -297,7 +294,7 @@ class TreeWriter {
   void hideAddresses(const Shape& shape, std::uint32_t base) {
     for (const ShapeField& field : shape.fields) {
       std::uint8_t* begin = record_.data() + base + field.offset;
-      if (isPointer(field.kind, field.name.c_str())) {
+      if (isPointer(field.kind)) {
         const bool isNull = std::all_of(begin, begin + field.width, [](int b) { return b == 0; });
         std::fill(begin, begin + field.width, std::uint8_t{0});
         *begin = isNull ? 0 : 1;

@@ -63,6 +63,7 @@ class Tree:
             self.at += 1
             value |= (byte & 127) << shift
             if byte < 128:
+                assert byte > 0 or shift == 0, "in as few bytes as can be"
                 return value
             shift += 7
 
@@ -197,7 +198,7 @@ def tables_agree(tree, layout):
                 # A tape node's kind is that of a UNIX node: only what is in it tells them apart.
                 known = [*row.get("values", {}).items(), ("3", "tape node")]
                 assert set(words.items()) <= set(known), (name, row["name"], words)
-            assert (field["embedded"] >= 0) == (KINDS[field["kind"]] == "embedded"), row["name"]
+            assert (field["embedded"] == -1) == (KINDS[field["kind"]] != "embedded"), row["name"]
 
 
 def texts_of_any_length_are_whole():
@@ -220,13 +221,16 @@ def long_texts_are_cut():
 
 
 def a_tree_ends_after_16_mib():
-    # 280 items with the 60,036 bytes of record, length and text are the first that fill it.
-    job = pages.write_job(work / "large.json", [pages.node("n", [{"path": "x" * 60000}] * 300)])
-    page = output_of("show", job, "--html")
-    for told in description_of(page)["trees"]:
-        assert told["isWhole"] is False
-        size = len(base64.b64decode(re.search(f'id="{told["id"]}">([^<]*)<', page).group(1)))
-        assert (told["records"], told["blocks"], size) == (283, 288, 280 * 60036 + 454), (told["blocks"], size)
+    # 280 items with the 60,036 bytes of record, length and text are the first that fill it, also when one
+    # is as much shorter as fills it to the last byte. Without an owner no text is behind them.
+    for spare in (0, 280 * 60036 + 454 - (16 << 20)):
+        items = [{"path": "x" * (60000 - spare)}] + [{"path": "x" * 60000}] * 299
+        job = pages.write_job(work / "large.json", [pages.node("n", items)], owner="")
+        page = output_of("show", job, "--html")
+        for told in description_of(page)["trees"]:
+            assert told["isWhole"] is False
+            size = len(base64.b64decode(re.search(f'id="{told["id"]}">([^<]*)<', page).group(1)))
+            assert (told["records"], told["blocks"], size) == (283, 288, 280 * 60036 + 454 - spare), size
 
 
 def changed_image(job, old, new):
@@ -275,6 +279,45 @@ def what_is_told_of_the_page():
     assert text.startswith('{"title":"verify.json and long.json","isComparison":true,'), text[:80]
 
 
+    # What has moved has two paths, and so have fields of two layouts.
+    ends = [pages.write_job(work / f"{name}.json", [pages.node(each, []) for each in name]) for name in ("ab", "ba")]
+    told = description_of(output_of("diff", *ends, "--html", statuses=(1,)))
+    assert told["differences"] == [["pSourceNodes[1]", "pSourceNodes[0]", 'BKNODE "b"', 'BKNODE "b"', 3]]
+    told = description_of(output_of("show", examples / "merge.json", "--html"))
+    tape = "pSourceNodes[0].pMedia[0]."
+    assert told["differences"] == [[tape + "usTapeID", tape + "ulTapeID", "9029", "74565", 0]], told["differences"]
+
+
+def the_page_around_the_data():
+    source = examples.parent / "tools/page"
+    page = output_of("show", examples / "verify.json", "--html")
+    page = re.sub(r"sha256-[A-Za-z0-9+/=]+", "HASH", page)
+    page = re.sub(r'(<script type="application/[^>]*>)[^<]*', r"\1DATA", page)
+    for name, file in (("STYLE", "page.css"), ("BODY", "page.html"), ("SCRIPT", "page.js")):
+        content = (source / file).read_text(encoding="utf-8")
+        assert page.count(content) == 1, file
+        page = page.replace(content, name)
+    assert page == """<!DOCTYPE html>
+<html lang="en">
+<head>
+<meta charset="utf-8">
+<meta http-equiv="Content-Security-Policy" content="default-src 'none'; script-src 'HASH'; style-src 'HASH'; \
+base-uri 'none'; form-action 'none'">
+<meta name="viewport" content="width=device-width">
+<meta name="referrer" content="no-referrer">
+<title>verify.json</title>
+<style>STYLE</style>
+</head>
+<body>
+BODY<script type="application/octet-stream" id="tree0">DATA</script>
+<script type="application/octet-stream" id="tree1">DATA</script>
+<script type="application/json" id="page">DATA</script>
+<script>SCRIPT</script>
+</body>
+</html>
+""", page
+
+
 def differences_are_counted_beyond_those_on_the_page():
     jobs = [pages.write_job(work / f"{letter}.json", [pages.node("n", [{"path": f"{letter}{i}"} for i in range(5001)])])
             for letter in "ab"]
@@ -287,9 +330,12 @@ if __name__ == "__main__":
         a_page_holds_what_json_tells(example)
         a_page_holds_what_json_tells(example, "--show-secrets")
     a_page_holds_what_json_tells(pages.hostile_job(work / "hostile.json"))
+    colons = pages.node("n", [], ["a:b:c", ":", "::", "d"])
+    a_page_holds_what_json_tells(pages.write_job(work / "colons.json", [colons]))
     texts_of_any_length_are_whole()
     long_texts_are_cut()
     a_tree_ends_after_16_mib()
     images_have_one_tree()
     what_is_told_of_the_page()
+    the_page_around_the_data()
     differences_are_counted_beyond_those_on_the_page()
