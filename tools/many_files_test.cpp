@@ -39,7 +39,7 @@ struct Outcome {
 };
 
 Outcome runOf(std::size_t files, unsigned int processes,
-          const std::function<Status(std::size_t)>& one) {
+              const std::function<Status(std::size_t)>& one) {
   Outcome run;
   testing::internal::CaptureStdout();
   run.messages = standardErrorOf([&] { run.tally = forEachFile(files, processes, one); });
