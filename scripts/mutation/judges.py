@@ -3,6 +3,7 @@
 import collections
 import multiprocessing
 import queue
+import re
 import signal
 import time
 
@@ -16,6 +17,14 @@ def shown_text(mutant):
     if not mutant.old.startswith('"'):
         return ""
     return one_line(mutant.old[1:-1].replace('\\"', '"').replace("\\n", "\n"))
+
+
+def mentioned(mutant):
+    """The texts of the statement that a mutant is in, options without what separates them."""
+    start = max(mutant.text.rfind(end, 0, mutant.start) for end in ";{}") + 1
+    statement = mutant.text[start:mutant.text.find(";", mutant.end)]
+    texts = (one_line(text) for text in re.findall(r'"((?:[^"\\\n]|\\.)+)"', statement))
+    return {part for text in texts for part in re.split(",(?=-)", text) if len(part) > 1}
 
 
 class Judge:
@@ -72,7 +81,12 @@ class Judge:
                                            len(command.reached)))
         printed = shown_text(mutant)
         printing = [command for command in reaching if printed and printed in command.printed]
-        for command in printing[:3]:
+        # Of an option those tell that are given it, and of a command those that run it.
+        texts = mentioned(mutant)
+        given = {command: sum(text in command.step.command for text in texts) for command in reaching}
+        first = printing[:3] + sorted((command for command in reaching if given[command] > 0),
+                                      key=lambda command: -given[command])[:20]
+        for command in first:
             yield command, lambda: command.passes(self.bench)
         slow = []
         for program in self.programs:
@@ -82,7 +96,7 @@ class Judge:
             if others:
                 slow.append((program, others))
         doubtful = [transcript for transcript in self.transcripts if not transcript.is_cut]
-        for command in reaching[:self.most]:
+        for command in [command for command in reaching if command not in first][:self.most]:
             yield command, lambda: command.passes(self.bench)
             if command.left != command.after and command.whole not in doubtful:
                 doubtful += [whole for whole in self.transcripts if whole is command.whole]
