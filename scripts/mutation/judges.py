@@ -19,12 +19,39 @@ def shown_text(mutant):
     return one_line(mutant.old[1:-1].replace('\\"', '"').replace("\\n", "\n"))
 
 
-def mentioned(mutant):
-    """The texts of the statement that a mutant is in, options without what separates them."""
+def statement_of(mutant):
     start = max(mutant.text.rfind(end, 0, mutant.start) for end in ";{}") + 1
-    statement = mutant.text[start:mutant.text.find(";", mutant.end)]
+    return mutant.text[start:mutant.text.find(";", mutant.end)]
+
+
+def mentioned(mutant):
+    """The texts of the statement that a mutant is in, and the words that its names are made of."""
+    statement = statement_of(mutant)
     texts = (one_line(text) for text in re.findall(r'"((?:[^"\\\n]|\\.)+)"', statement))
-    return {part for text in texts for part in re.split(",(?=-)", text) if len(part) > 1}
+    texts = {part for text in texts for part in re.split(",(?=-)", text) if len(part) > 1}
+    words = {word.lower() for word in re.findall("[A-Z]?[a-z]{2,}", statement)}
+    return texts, words
+
+
+class Mentions:
+    """Which commands are likely to tell of a change: those that are given an option whose words or texts
+    are in the statement, above all when few are."""
+
+    def __init__(self, commands):
+        self.options = {command: {word for option in re.findall("--?([a-z][a-z-]*)", command.step.command)
+                                  for word in option.split("-")} for command in commands}
+        self.having = collections.Counter(word for words in self.options.values() for word in words)
+
+    def likely(self, mutant, reaching):
+        texts, words = mentioned(mutant)
+        having = {text: max(1, sum(text in command.step.command for command in reaching)) for text in texts}
+        weights = {}
+        for command in reaching:
+            weight = sum(1 / self.having[word] for word in words & self.options[command])
+            weight += sum(1 / having[text] for text in texts if text in command.step.command)
+            if weight > 0:
+                weights[command] = weight
+        return sorted(weights, key=lambda command: -weights[command])
 
 
 class Judge:
@@ -35,6 +62,7 @@ class Judge:
         self.most = most  # commands that a mutant is tried with; None for all
         self.bench = Bench(folder / "build", built)
         self.programs, self.commands, self.transcripts, self.scripts = units
+        self.mentions = Mentions(self.commands)
         self.kills = collections.Counter()
         self.last = {}  # by file: what killed the last one of it
 
@@ -81,11 +109,8 @@ class Judge:
                                            len(command.reached)))
         printed = shown_text(mutant)
         printing = [command for command in reaching if printed and printed in command.printed]
-        # Of an option those tell that are given it, and of a command those that run it.
-        texts = mentioned(mutant)
-        given = {command: sum(text in command.step.command for text in texts) for command in reaching}
-        first = printing[:3] + sorted((command for command in reaching if given[command] > 0),
-                                      key=lambda command: -given[command])[:20]
+        first = printing[:3] + [command for command in self.mentions.likely(mutant, reaching)
+                                if command not in printing[:3]][:25]
         for command in first:
             yield command, lambda: command.passes(self.bench)
         slow = []
