@@ -57,14 +57,21 @@ class Mentions:
 class Judge:
     """One of those who try mutants, with a bench of its own."""
 
-    def __init__(self, folder, built, part, units, accepted, most):
+    def __init__(self, folder, built, part, units, accepted, most, killed):
         self.folder, self.part, self.accepted, self.optimizer = folder, part, accepted, None
         self.most = most  # commands that a mutant is tried with; None for all
         self.bench = Bench(folder / "build", built)
         self.programs, self.commands, self.transcripts, self.scripts = units
         self.mentions = Mentions(self.commands)
-        self.kills = collections.Counter()
+        self.kills = collections.Counter()  # by file and test, and by file and transcript
+        for path, name in killed:
+            self.note(path, name)
         self.last = {}  # by file: what killed the last one of it
+
+    def note(self, path, name):
+        self.kills[path, name] += 1
+        if ", command " in name:
+            self.kills[path, name.split(",")[0]] += 1
 
     def outcome(self, mutant, statement):
         """What becomes of a mutant: a word, and the name of the first test that fails."""
@@ -86,7 +93,7 @@ class Judge:
         try:
             for unit, passes in self.tries(mutant, statement):
                 if not passes():
-                    self.kills[mutant.path, unit.name] += 1
+                    self.note(mutant.path, unit.name)
                     self.last[mutant.path] = unit
                     return unit.name
         finally:
@@ -106,6 +113,7 @@ class Judge:
         reaching = [command for command in self.commands
                     if command is not last and (statement is None or statement in command.reached)]
         reaching.sort(key=lambda command: (-self.kills[mutant.path, command.name],
+                                           -self.kills[mutant.path, command.name.split(",")[0]],
                                            len(command.reached)))
         printed = shown_text(mutant)
         printing = [command for command in reaching if printed and printed in command.printed]
@@ -144,9 +152,9 @@ def work(judge, tasks, results, stop):
     results.close()
 
 
-def try_together(folder, part, mutants, options, accepted, add):
+def try_together(folder, part, mutants, options, accepted, killed, add):
     """Calls add(mutant, outcome, killer) for each mutant of a function; returns the others, None when
-    it was stopped."""
+    it was stopped. `killed` are files and tests that killed a mutant of them before."""
     started = time.monotonic()
     folder.mkdir()
     together = Together(folder, part, mutants, options.jobs)
@@ -169,7 +177,7 @@ def try_together(folder, part, mutants, options, accepted, add):
     judges = []
     for number in range(options.workers):
         judge = Judge(folder / f"judge{number}", together.build_folder, part, units, accepted,
-                      options.most)
+                      options.most, killed)
         judges.append(context.Process(target=work, args=(judge, tasks, results, stop)))
     handlers = {number: signal.signal(number, lambda *_: stop.set())
                 for number in (signal.SIGINT, signal.SIGTERM)}
