@@ -99,7 +99,7 @@ std::string wordsOf(const CLI::ParseError& error, const std::string& command) {
   const auto before = [&text](const std::string& part) { return text.substr(0, text.find(part)); };
   const auto has = [&text](const char* part) { return text.find(part) != std::string::npos; };
   if (dynamic_cast<const CLI::RequiredError*>(&error) != nullptr && has(" is required")) {
-    return before(" is required") + " is missing";
+    return (has("subcommand") ? "a command" : before(" is required")) + " is missing";
   }
   if (dynamic_cast<const CLI::ExcludesError*>(&error) != nullptr) {
     return before(" excludes ") + " does not go with " + after(" excludes ");
