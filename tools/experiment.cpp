@@ -39,10 +39,6 @@ class Silence {
   int before_;
 };
 
-bool isPointer(BkoqFieldKind kind) {
-  return isText(kind) || kind == BKOQ_FIELD_ARRAY || kind == BKOQ_FIELD_RECORD;
-}
-
 }  // namespace
 
 // The tree of the job as it is written, in a form that another tree is quickly compared with.

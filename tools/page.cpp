@@ -93,12 +93,6 @@ std::string htmlText(const std::string& text) {
 
 // ---- The tree
 
-// An address, which means nothing to anyone else. What a node of an unknown kind of job holds would
-// be one too, but a tree with such a node is refused, and salvaging leaves null there.
-bool isPointer(BkoqFieldKind kind) {
-  return isText(kind) || kind == BKOQ_FIELD_ARRAY || kind == BKOQ_FIELD_RECORD;
-}
-
 // A field of a shape.
 struct ShapeField {
   std::string name;
@@ -291,6 +285,8 @@ class TreeWriter {
     out_.put(record_.data(), record_.size());
   }
 
+  // They mean nothing to anyone else. What a node of an unknown kind of job holds would be one too,
+  // but a tree with such a node is refused, and salvaging leaves null there.
   void hideAddresses(const Shape& shape, std::uint32_t base) {
     for (const ShapeField& field : shape.fields) {
       std::uint8_t* begin = record_.data() + base + field.offset;

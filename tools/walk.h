@@ -18,6 +18,10 @@ inline BkoqStatus withMemory(BkoqStatus status) {
 inline bool isText(BkoqFieldKind kind) {
   return kind == BKOQ_FIELD_TEXT || kind == BKOQ_FIELD_TWO_TEXTS || kind == BKOQ_FIELD_TEXT_LIST;
 }
+// Whether the field holds an address that the walk follows.
+inline bool isPointer(BkoqFieldKind kind) {
+  return isText(kind) || kind == BKOQ_FIELD_ARRAY || kind == BKOQ_FIELD_RECORD;
+}
 
 // Visits the records and fields of a tree while `visit` gives 0.
 template <class Visit>
