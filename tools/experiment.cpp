@@ -18,9 +18,7 @@ namespace {
 // A conversion that fails says so on the standard error stream, which is no news in an experiment.
 class Silence {
  public:
-  Silence() {
-    std::fflush(stderr);
-    before_ = dup(STDERR_FILENO);
+  Silence() : before_(dup(STDERR_FILENO)) {
     const int nowhere = open("/dev/null", O_WRONLY | O_CLOEXEC);
     if (nowhere >= 0) {
       dup2(nowhere, STDERR_FILENO);

@@ -5,8 +5,10 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <iterator>
 #include <nlohmann/json.hpp>
 #include <random>
+#include <set>
 #include <string>
 #include <utility>
 #include <vector>
@@ -15,6 +17,7 @@
 #include "tools/explain.h"
 #include "tools/reference.h"
 #include "tools/starter.h"
+#include "tools/walk.h"
 
 namespace bkoq::tool {
 namespace {
@@ -117,59 +120,119 @@ LoadedJob varied(const std::string& kind, Random& random) {
   return {};
 }
 
-// The attributes of many objects are tried together: each must be found to decide what it decides
-// when it is changed alone.
-TEST(Experiments, TellTogetherWhatTheyTellOneByOne) {
-  Random random(12);  // NOLINT(cert-msc51-cpp): the same jobs in every run
-  const std::vector<BkoqLayout> layouts = {BKOQ_LAYOUT_CURRENT, BKOQ_LAYOUT_PREVIOUS};
-  std::size_t inGroups = 0;
-  for (const ObjectClass& kind : jobs().classes) {
-    for (int i = 0; i < 5; ++i) {
-      const LoadedJob loaded = varied(kind.kind, random);
-      ASSERT_NE(loaded.job, nullptr) << kind.kind;
-      const Selection everything;
-      Experiment experiment(loaded, everything);
-      std::vector<const GivenAttribute*> all;
-      for (const GivenAttribute& given : experiment.attributes()) all.push_back(&given);
-      const std::vector<Decided> together =
-          whatTheyDecide(experiment, all, layouts, [](std::size_t) {});
-      ASSERT_EQ(together.size(), all.size());
-      for (std::size_t a = 0; a < all.size(); ++a) {
-        const Decided alone = whatItDecides(experiment, *all[a], layouts);
-        EXPECT_EQ(together[a].given, all[a]);
-        EXPECT_EQ(together[a].isDefault, alone.isDefault) << all[a]->path;
-        for (const BkoqLayout layout : layouts) {
-          auto found = together[a].fields[indexOf(layout)];
-          auto expected = alone.fields[indexOf(layout)];
-          std::sort(found.begin(), found.end());
-          std::sort(expected.begin(), expected.end());
-          EXPECT_EQ(found, expected) << kind.kind << i << " " << all[a]->path;
+// Jobs of one kind, the same in every run.
+class VariedJobs : public testing::TestWithParam<std::string> {
+ protected:
+  LoadedJob next() {
+    LoadedJob loaded = varied(GetParam(), random_);
+    EXPECT_NE(loaded.job, nullptr);
+    return loaded;
+  }
+
+ private:
+  Random random_{12};  // NOLINT(cert-msc51-cpp)
+};
+
+std::vector<std::string> kindsOfJobs() {
+  std::vector<std::string> kinds;
+  for (const ObjectClass& kind : jobs().classes) kinds.push_back(kind.kind);
+  return kinds;
+}
+INSTANTIATE_TEST_SUITE_P(EveryKind, VariedJobs, testing::ValuesIn(kindsOfJobs()),
+                         [](const auto& kind) { return kind.param; });
+
+const std::vector<BkoqLayout> kLayouts = {BKOQ_LAYOUT_CURRENT, BKOQ_LAYOUT_PREVIOUS};
+
+// What differs between two trees, as an experiment tells it, found by the kit's comparison alone.
+std::set<std::string> differingFields(Experiment& experiment, const OwnedTree& other,
+                                      BkoqLayout layout) {
+  std::set<std::string> paths;
+  const std::vector<RecordField>& fields = experiment.fields(layout);
+  compareTrees(experiment.asWritten(layout).root(), layout, other.root(), layout, true, nullptr,
+               [&](const BkoqDifference& difference, BkoqChange change) {
+                 std::string path = difference.path;
+                 if (change != BKOQ_CHANGED) path.resize(path.rfind('['));
+                 paths.insert(path);
+                 const auto isAt = [&](const RecordField& field) { return field.path == path; };
+                 const auto found = std::find_if(fields.begin(), fields.end(), isAt);
+                 // Of an array with other elements the count too, which stands before it.
+                 if (change != BKOQ_CHANGED && std::prev(found)->kind == BKOQ_FIELD_COUNT) {
+                   paths.insert(std::prev(found)->path);
+                 }
+                 return 0;
+               });
+  return paths;
+}
+
+TEST_P(VariedJobs, DifferWhereAWholeComparisonSaysSo) {
+  std::size_t tried = 0;
+  for (int i = 0; i < 5; ++i) {
+    const LoadedJob loaded = next();
+    const Selection everything;
+    Experiment experiment(loaded, everything);
+    for (const GivenAttribute& given : experiment.attributes()) {
+      for (const Value* other :
+           {static_cast<const Value*>(nullptr), experiment.otherValue(given)}) {
+        const std::vector<Experiment::Replacement> replaced = {{&given, other}};
+        const Experiment::Differences found = experiment.differences(replaced, kLayouts);
+        for (const BkoqLayout layout : kLayouts) {
+          const OwnedTree tree = experiment.flattenWith(replaced, layout);
+          const auto& paths = found[indexOf(layout)];
+          ASSERT_EQ(paths.has_value(), tree.root() != nullptr) << given.path;
+          if (!paths.has_value()) continue;
+          EXPECT_EQ(std::set<std::string>(paths->begin(), paths->end()),
+                    differingFields(experiment, tree, layout))
+              << given.path;
+          ++tried;
         }
       }
-      inGroups += all.size();
     }
   }
-  EXPECT_GT(inGroups, 500u);
+  EXPECT_GT(tried, 50u);
+}
+
+// The attributes of many objects are tried together: each must be found to decide what it decides
+// when it is changed alone.
+TEST_P(VariedJobs, TellTogetherWhatTheyTellOneByOne) {
+  for (int i = 0; i < 5; ++i) {
+    const LoadedJob loaded = next();
+    const Selection everything;
+    Experiment experiment(loaded, everything);
+    std::vector<const GivenAttribute*> all;
+    for (const GivenAttribute& given : experiment.attributes()) all.push_back(&given);
+    EXPECT_GT(all.size(), 1u);
+    const std::vector<Decided> together =
+        whatTheyDecide(experiment, all, kLayouts, [](std::size_t) {});
+    ASSERT_EQ(together.size(), all.size());
+    for (std::size_t a = 0; a < all.size(); ++a) {
+      const Decided alone = whatItDecides(experiment, *all[a], kLayouts);
+      EXPECT_EQ(together[a].given, all[a]);
+      EXPECT_EQ(together[a].isDefault, alone.isDefault) << all[a]->path;
+      for (const BkoqLayout layout : kLayouts) {
+        auto found = together[a].fields[indexOf(layout)];
+        auto expected = alone.fields[indexOf(layout)];
+        std::sort(found.begin(), found.end());
+        std::sort(expected.begin(), expected.end());
+        EXPECT_EQ(found, expected) << i << " " << all[a]->path;
+      }
+    }
+  }
 }
 
 // So must what decides a field, whether it is asked about alone or with others.
-TEST(Experiments, GiveOneFieldTheReasonsThatItHasAmongMany) {
-  Random random(7);  // NOLINT(cert-msc51-cpp): the same jobs in every run
-  for (int i = 0; i < 2 * static_cast<int>(jobs().classes.size()); ++i) {
-    const ObjectClass& kind = jobs().classes[i % jobs().classes.size()];
-    const LoadedJob loaded = varied(kind.kind, random);
-    ASSERT_NE(loaded.job, nullptr) << kind.kind;
+TEST_P(VariedJobs, GiveOneFieldTheReasonsThatItHasAmongMany) {
+  for (int i = 0; i < 2; ++i) {
+    const LoadedJob loaded = next();
     const Selection everything;
     Experiment experiment(loaded, everything);
-    for (const BkoqLayout layout : {BKOQ_LAYOUT_CURRENT, BKOQ_LAYOUT_PREVIOUS}) {
+    for (const BkoqLayout layout : kLayouts) {
       const std::vector<const RecordField*> fields = fieldsAt(experiment, "**", layout);
       ASSERT_GT(fields.size(), 30u);
       const std::vector<FieldReason> among = whyFieldsHold(experiment, fields, layout);
       ASSERT_EQ(among.size(), fields.size());
-      for (std::size_t i = 0; i < fields.size(); ++i) {
-        const FieldReason alone = whyFieldHolds(experiment, *fields[i], layout);
-        EXPECT_EQ(reasonText(experiment, among[i], ""), reasonText(experiment, alone, ""))
-            << kind.kind;
+      for (std::size_t f = 0; f < fields.size(); ++f) {
+        const FieldReason alone = whyFieldHolds(experiment, *fields[f], layout);
+        EXPECT_EQ(reasonText(experiment, among[f], ""), reasonText(experiment, alone, ""));
       }
     }
   }
