@@ -6,6 +6,7 @@
 
 #include <algorithm>
 #include <iterator>
+#include <map>
 #include <nlohmann/json.hpp>
 #include <random>
 #include <set>
@@ -233,6 +234,60 @@ TEST_P(VariedJobs, GiveOneFieldTheReasonsThatItHasAmongMany) {
       for (std::size_t f = 0; f < fields.size(); ++f) {
         const FieldReason alone = whyFieldHolds(experiment, *fields[f], layout);
         EXPECT_EQ(reasonText(experiment, among[f], ""), reasonText(experiment, alone, ""));
+      }
+    }
+  }
+}
+
+// What each field of a tree holds, by its path.
+std::map<std::string, std::string> contentOf(const OwnedTree& tree) {
+  std::map<std::string, std::string> content;
+  if (tree.root() == nullptr) return content;
+  walk(tree.root(), tree.layout(), [&](const BkoqVisit& visit) {
+    if (visit.event != BKOQ_FIELD) return 0;
+    std::string& held = content[visit.path];
+    const auto* bytes = static_cast<const char*>(visit.bytes);
+    if (!isPointer(visit.kind)) {
+      held.assign(bytes, visit.width);
+    } else if (isText(visit.kind) && visit.target != 0) {
+      held = "text " + std::string(static_cast<const char*>(visit.targetBytes), visit.targetSize);
+    }
+    return 0;
+  });
+  return content;
+}
+
+// A number or text is decided by the attributes without which, or with other values of which, it
+// is another one: those and no others.
+TEST_P(VariedJobs, NameAllAttributesThatDecideAField) {
+  for (int i = 0; i < 2; ++i) {
+    const LoadedJob loaded = next();
+    const Selection everything;
+    Experiment experiment(loaded, everything);
+    for (const BkoqLayout layout : kLayouts) {
+      const auto written = contentOf(experiment.asWritten(layout));
+      std::map<std::string, std::set<std::string>> deciding;  // by field
+      for (const GivenAttribute& given : experiment.attributes()) {
+        if (given.isContainer()) continue;
+        std::vector<const Value*> others = {experiment.otherValue(given)};
+        if (!given.attribute->isRequired) others.push_back(nullptr);
+        for (const Value* other : others) {
+          const auto changed = contentOf(experiment.flattenWith({{&given, other}}, layout));
+          if (changed.empty()) continue;
+          for (const auto& [path, held] : written) {
+            const auto now = changed.find(path);
+            if (now == changed.end() || now->second != held) deciding[path].insert(given.path);
+          }
+        }
+      }
+      for (const RecordField& field : experiment.fields(layout)) {
+        const bool isValue = field.kind <= BKOQ_FIELD_TEXT_LIST && field.kind != BKOQ_FIELD_COUNT;
+        if (!isValue) continue;
+        std::set<std::string> named;
+        for (const Reason& reason : whyFieldHolds(experiment, field, layout).reasons) {
+          named.insert(reason.given->path);
+        }
+        EXPECT_EQ(named, deciding[field.path]) << field.path;
       }
     }
   }
