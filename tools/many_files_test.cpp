@@ -5,6 +5,7 @@
 #include <gtest/gtest.h>
 #include <sys/resource.h>
 #include <sys/time.h>
+#include <sys/wait.h>
 #include <unistd.h>
 
 #include <algorithm>
@@ -155,6 +156,19 @@ TEST(ManyFiles, CountAsTroubleWhereAProcessEnds) {
   });
   EXPECT_EQ(ended(left.tally), "4 done, 0 differ, 2 failed");
   EXPECT_EQ(left.messages, "");
+}
+
+TEST(ManyFiles, WaitForTheirProcesses) {
+  const Tally tally = forEachFile(2, 2, [](std::size_t file) {
+    if (file == 1) {
+      for (int open = 3; open < 50; ++open) close(open);  // as if it had ended
+      usleep(50000);
+      _exit(0);
+    }
+    return kDone;
+  });
+  EXPECT_EQ(ended(tally), "1 done, 0 differ, 1 failed");
+  EXPECT_EQ(waitpid(-1, nullptr, WNOHANG), -1) << "none is left";
 }
 
 TEST(ManyFiles, AreDoneThoughSignalsComeIn) {
