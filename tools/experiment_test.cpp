@@ -5,6 +5,7 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <filesystem>
 #include <iterator>
 #include <map>
 #include <nlohmann/json.hpp>
@@ -78,6 +79,20 @@ TEST(Experiments, TakeUnchangedPartsWithoutADifference) {
         << given.path;
     EXPECT_EQ(count, 0u) << given.path;
   }
+}
+
+std::ptrdiff_t countOfOpenFiles() {
+  return std::distance(std::filesystem::directory_iterator("/proc/self/fd"), {});
+}
+
+TEST(Experiments, LeaveNoFileOpen) {
+  Problems problems;
+  const LoadedJob loaded = readJob(starterFile(*jobs().find("scan"), true), problems);
+  const Selection all;
+  Experiment experiment(loaded, all);
+  const std::ptrdiff_t before = countOfOpenFiles();
+  EXPECT_NE(experiment.flattenWith({}, BKOQ_LAYOUT_CURRENT).root(), nullptr);
+  EXPECT_EQ(countOfOpenFiles(), before);
 }
 
 using Json = nlohmann::ordered_json;
@@ -165,6 +180,25 @@ std::set<std::string> differingFields(Experiment& experiment, const OwnedTree& o
   return paths;
 }
 
+// How many layouts of how many experiments there were, each told as a whole comparison tells it.
+std::size_t expectWholeDifferences(Experiment& experiment,
+                                   const std::vector<Experiment::Replacement>& replaced) {
+  std::size_t tried = 0;
+  const Experiment::Differences found = experiment.differences(replaced, kLayouts);
+  for (const BkoqLayout layout : kLayouts) {
+    const OwnedTree tree = experiment.flattenWith(replaced, layout);
+    const auto& paths = found[indexOf(layout)];
+    EXPECT_EQ(paths.has_value(), tree.root() != nullptr) << replaced[0].given->path;
+    if (!paths.has_value() || tree.root() == nullptr) continue;
+    const std::set<std::string> expected = differingFields(experiment, tree, layout);
+    EXPECT_EQ(std::set<std::string>(paths->begin(), paths->end()), expected)
+        << replaced[0].given->path;
+    EXPECT_EQ(paths->size(), expected.size()) << replaced[0].given->path;  // each is told once
+    ++tried;
+  }
+  return tried;
+}
+
 TEST_P(VariedJobs, DifferWhereAWholeComparisonSaysSo) {
   std::size_t tried = 0;
   for (int i = 0; i < 5; ++i) {
@@ -174,19 +208,27 @@ TEST_P(VariedJobs, DifferWhereAWholeComparisonSaysSo) {
     for (const GivenAttribute& given : experiment.attributes()) {
       for (const Value* other :
            {static_cast<const Value*>(nullptr), experiment.otherValue(given)}) {
-        const std::vector<Experiment::Replacement> replaced = {{&given, other}};
-        const Experiment::Differences found = experiment.differences(replaced, kLayouts);
-        for (const BkoqLayout layout : kLayouts) {
-          const OwnedTree tree = experiment.flattenWith(replaced, layout);
-          const auto& paths = found[indexOf(layout)];
-          ASSERT_EQ(paths.has_value(), tree.root() != nullptr) << given.path;
-          if (!paths.has_value()) continue;
-          EXPECT_EQ(std::set<std::string>(paths->begin(), paths->end()),
-                    differingFields(experiment, tree, layout))
-              << given.path;
-          ++tried;
-        }
+        tried += expectWholeDifferences(experiment, {{&given, other}});
       }
+    }
+  }
+  EXPECT_GT(tried, 50u);
+}
+
+TEST_P(VariedJobs, DifferInAllThatSeveralAttributesChange) {
+  std::size_t tried = 0;
+  Random random(5);  // NOLINT(cert-msc51-cpp)
+  for (int i = 0; i < 5; ++i) {
+    const LoadedJob loaded = next();
+    const Selection everything;
+    Experiment experiment(loaded, everything);
+    for (int j = 0; j < 20; ++j) {
+      std::vector<Experiment::Replacement> replaced;
+      for (const GivenAttribute& given : experiment.attributes()) {
+        if (given.attribute->isRequired || random() % 3 != 0) continue;
+        replaced.push_back({&given, random() % 2 != 0 ? experiment.otherValue(given) : nullptr});
+      }
+      if (!replaced.empty()) tried += expectWholeDifferences(experiment, replaced);
     }
   }
   EXPECT_GT(tried, 50u);
