@@ -180,6 +180,25 @@ std::set<std::string> differingFields(Experiment& experiment, const OwnedTree& o
   return paths;
 }
 
+bool hasSameContent(const Value& one, const Value& two) {
+  if (one.type() != two.type()) return false;
+  if (one.type() == Value::Type::kFlag) return one.isTrue() == two.isTrue();
+  if (one.type() == Value::Type::kText || one.type() == Value::Type::kNumber) {
+    return one.text() == two.text();
+  }
+  const auto members = one.members();
+  const auto otherMembers = two.members();
+  const auto elements = one.elements();
+  const auto otherElements = two.elements();
+  const auto isSameMember = [](const Member& a, const Member& b) {
+    return a.key == b.key && hasSameContent(a.value, b.value);
+  };
+  return std::equal(members.begin(), members.end(), otherMembers.begin(), otherMembers.end(),
+                    isSameMember) &&
+         std::equal(elements.begin(), elements.end(), otherElements.begin(), otherElements.end(),
+                    hasSameContent);
+}
+
 // How many layouts of how many experiments there were, each told as a whole comparison tells it.
 std::size_t expectWholeDifferences(Experiment& experiment,
                                    const std::vector<Experiment::Replacement>& replaced) {
@@ -232,6 +251,50 @@ TEST_P(VariedJobs, DifferInAllThatSeveralAttributesChange) {
     }
   }
   EXPECT_GT(tried, 50u);
+}
+
+// A value that an attribute has not got, and can have; after that again one.
+TEST_P(VariedJobs, TryOtherValuesThatCanBeRead) {
+  Problems problems;
+  const LoadedJob loaded = readJob(starterFile(*jobs().find(GetParam()), true), problems);
+  ASSERT_TRUE(problems.empty());
+  const Selection everything;
+  Experiment experiment(loaded, everything);
+  std::size_t tried = 0;
+  for (const GivenAttribute& given : experiment.attributes()) {
+    GivenAttribute at = given;
+    for (int i = 0; i < 3; ++i) {
+      const Value* other = experiment.otherValue(at);
+      ASSERT_EQ(other == nullptr, given.isContainer() && !given.attribute->isRequired)
+          << given.path;
+      if (other == nullptr) break;
+      EXPECT_NE(experiment.flattenWith({{&given, other}}, BKOQ_LAYOUT_CURRENT).root(), nullptr)
+          << given.path;
+      EXPECT_FALSE(hasSameContent(*other, *at.value)) << given.path;
+      at.value = other;
+      ++tried;
+    }
+  }
+  EXPECT_GT(tried, 5u);
+}
+
+TEST(Experiments, TryOtherTimesAtBothEndsOfTheRange) {
+  for (const std::string time : {"1901-12-17T00:00:00Z", "2037-02-06T06:28:15Z"}) {
+    Problems problems;
+    const LoadedJob loaded = readJob(
+        R"({"kind": "verify", "jobName": "j", "schedule": {"kind": "regular", "execTime": ")" +
+            time + "\"}}",
+        problems);
+    ASSERT_TRUE(problems.empty()) << time;
+    const Selection everything;
+    Experiment experiment(loaded, everything);
+    const GivenAttribute& given = experiment.attributes().back();
+    ASSERT_EQ(given.path, "schedule.execTime");
+    const auto differences =
+        experiment.differences({{&given, experiment.otherValue(given)}}, {BKOQ_LAYOUT_CURRENT});
+    const std::vector<std::string> expected = {"stSchedule.lExecTime"};
+    EXPECT_EQ(differences[indexOf(BKOQ_LAYOUT_CURRENT)], expected) << time;
+  }
 }
 
 // The attributes of many objects are tried together: each must be found to decide what it decides
