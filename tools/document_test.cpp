@@ -45,6 +45,41 @@ TEST(Places, AreTheSameInEveryOrder) {
   EXPECT_EQ(end.column, 2U);
 }
 
+// Where the mistake is stands "@", which is no part of the text.
+struct Mistake {
+  const char* text;
+  const char* message;
+};
+constexpr const char* kOpenComment = "this comment is not closed with \"*/\"";
+const Mistake kMistakes[] = {
+    {"@/* a", kOpenComment},
+    {"@/*/", kOpenComment},
+    {"@/* a\n// b\n/* c\n", kOpenComment},
+    {"{/**/@/*", kOpenComment},
+    {"{/**/ /* a */ @/* b /* c", kOpenComment},
+    {"{// /* a */ /*\n@/* b", kOpenComment},
+    {"{// a\n// /*\n@/* b\n", kOpenComment},
+    {"{//\n@/* b\n", kOpenComment},
+    {"{\"/* a\": \"//\", @/* \"b", kOpenComment},
+    {"{\"a\": \"\\\" /*\", @/* \"b\"", kOpenComment},
+    {"{\"\": \"\", @/*", kOpenComment},
+    {"{\"a\": 1, @/", "a comment is \"// to the end of the line\" or \"/* ... */\""},
+    {"[@None]", "this word is written as null"},
+};
+
+TEST(Mistakes, ArePointedAt) {
+  for (const Mistake& mistake : kMistakes) {
+    std::string text = mistake.text;
+    const std::size_t at = text.find('@');
+    text.erase(at, 1);
+    Document document(text);
+    SyntaxError error;
+    ASSERT_FALSE(document.parse(error)) << mistake.text;
+    EXPECT_EQ(error.at, at) << mistake.text;
+    EXPECT_EQ(error.message, mistake.message) << mistake.text;
+  }
+}
+
 TEST(Values, StayWhereTheyAre) {
   // Many blocks of lists and objects: most lists are short or empty, some larger than a block.
   constexpr std::size_t kRounds = 2000;
