@@ -51,6 +51,10 @@ struct Mistake {
   const char* message;
 };
 constexpr const char* kOpenComment = "this comment is not closed with \"*/\"";
+constexpr const char* kNull = "this word is written as null";
+constexpr const char* kValue =
+    "a value is expected: a text in double quotes, a number, true, false, null, a list or an "
+    "object";
 const Mistake kMistakes[] = {
     {"@/* a", kOpenComment},
     {"@/*/", kOpenComment},
@@ -64,7 +68,19 @@ const Mistake kMistakes[] = {
     {"{\"a\": \"\\\" /*\", @/* \"b\"", kOpenComment},
     {"{\"\": \"\", @/*", kOpenComment},
     {"{\"a\": 1, @/", "a comment is \"// to the end of the line\" or \"/* ... */\""},
-    {"[@None]", "this word is written as null"},
+    {"[@None]", kNull},
+    {"[@None-]", kNull},
+    {"[@None:]", kNull},
+    {"[@None[]", kNull},
+    {"@nil", kNull},
+    {"{\"a\": \"\\n\\n\", \"b\": @None}", kNull},
+    {"[@Nonea]", kValue},
+    {"[@Nonez]", kValue},
+    {"[@NoneA]", kValue},
+    {"[@NoneZ]", kValue},
+    {"[@None0]", kValue},
+    {"[@None9]", kValue},
+    {"[@None_]", kValue},
 };
 
 TEST(Mistakes, ArePointedAt) {
@@ -76,6 +92,9 @@ TEST(Mistakes, ArePointedAt) {
     SyntaxError error;
     ASSERT_FALSE(document.parse(error)) << mistake.text;
     EXPECT_EQ(error.at, at) << mistake.text;
+    const Place place = document.placeOf(error.at);
+    EXPECT_EQ(place.line, placeByDefinition(text, at).line) << mistake.text;
+    EXPECT_EQ(place.column, placeByDefinition(text, at).column) << mistake.text;
     EXPECT_EQ(error.message, mistake.message) << mistake.text;
   }
 }
