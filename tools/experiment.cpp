@@ -51,7 +51,6 @@ struct Experiment::Base {
     const char* bytes = nullptr;
     std::uint32_t size = 0;
     std::vector<std::uint32_t> fields;
-    bool hasVariants = false;  // what a pointer leads to depends on the numbers beside it
   };
 
   bool succeeded = false;
@@ -67,10 +66,6 @@ struct Experiment::Base {
     Block& block = blocks[visit.block];
     block.bytes = static_cast<const char*>(visit.bytes) - visit.offset;
     block.fields.push_back(index);
-    if (visit.kind == BKOQ_FIELD_OPAQUE ||
-        (visit.kind == BKOQ_FIELD_TWO_TEXTS && visit.target != 0)) {
-      block.hasVariants = true;
-    }
     if (visit.target != 0) {
       if (blocks.size() <= visit.target) blocks.resize(visit.target + 1);
       blocks[visit.target].bytes = static_cast<const char*>(visit.targetBytes);
@@ -102,11 +97,9 @@ struct Experiment::Base {
       if (isPointer(field.kind)) continue;
       if (std::memcmp(block.bytes + field.offset, other + field.offset, field.width) == 0) continue;
       changed.push_back(index);
-      const bool isPlain = field.kind == BKOQ_FIELD_TIME || field.kind == BKOQ_FIELD_CLIENT_TIME ||
-                           field.kind == BKOQ_FIELD_BYTE_LIST;
-      const char* name = shown[index].name;
-      const bool isType = std::strstr(name, "Type") != nullptr || field.kind == BKOQ_FIELD_COUNT;
-      if (!isPlain && (block.hasVariants || isType)) return false;
+      // What pointers lead to depends on types and counts.
+      const bool isType = std::strstr(shown[index].name, "Type") != nullptr;
+      if (isType || field.kind == BKOQ_FIELD_COUNT) return false;
     }
     for (const std::uint32_t index : block.fields) {
       const Field& field = fields[index];
@@ -249,6 +242,7 @@ Experiment::Differences Experiment::differences(const std::vector<Replacement>& 
     std::vector<std::string>& paths = all[indexOf(layout)].emplace();
     std::vector<std::uint32_t> changed;
     if (base.compare(1, static_cast<const char*>(other.root()), changed)) {
+      std::sort(changed.begin(), changed.end());  // as in the tree
       for (const std::uint32_t index : changed) paths.push_back(base.shown[index].path);
       continue;
     }
