@@ -144,24 +144,7 @@ class Deciders {
 
   std::vector<const GivenAttribute*> of(const std::string& path, std::size_t most = SIZE_MAX) {
     if (!isKnown_) return Search(experiment_, path, layout_).deciding(plain_, most);
-    std::vector<const GivenAttribute*> deciding = knownOf(path, false);
-    // Of an array that has other elements only the array is known to differ.
-    std::vector<const GivenAttribute*> around;
-    for (std::size_t i = 0; i < path.size(); ++i) {
-      if (path[i] != '[') continue;
-      for (const GivenAttribute* given : knownOf(path.substr(0, i), false)) {
-        const bool isNew = std::find(deciding.begin(), deciding.end(), given) == deciding.end() &&
-                           std::find(around.begin(), around.end(), given) == around.end();
-        if (isNew) around.push_back(given);
-      }
-    }
-    if (!around.empty()) {
-      for (const GivenAttribute* given : Search(experiment_, path, layout_).deciding(around)) {
-        deciding.push_back(given);
-      }
-      std::sort(deciding.begin(), deciding.end());  // as in the file
-    }
-    return deciding;
+    return knownOf(path, false);
   }
 
   // The list or object that a count or a pointer comes from: its own, not those around it.
