@@ -11,6 +11,7 @@
 #include <nlohmann/json.hpp>
 #include <random>
 #include <set>
+#include <sstream>
 #include <string>
 #include <utility>
 #include <vector>
@@ -362,6 +363,15 @@ std::map<std::string, std::string> contentOf(const OwnedTree& tree) {
   return content;
 }
 
+std::uint32_t numberAt(const OwnedTree& tree, const std::string& path) {
+  const std::string bytes = contentOf(tree)[path];
+  std::uint32_t number = 0;
+  for (std::size_t i = bytes.size(); i > 0; --i) {
+    number = number << 8U | static_cast<unsigned char>(bytes[i - 1]);
+  }
+  return number;
+}
+
 // A number or text is decided by the attributes without which, or with other values of which, it
 // is another one: those and no others.
 TEST_P(VariedJobs, NameAllAttributesThatDecideAField) {
@@ -393,6 +403,84 @@ TEST_P(VariedJobs, NameAllAttributesThatDecideAField) {
           named.insert(reason.given->path);
         }
         EXPECT_EQ(named, deciding[field.path]) << field.path;
+      }
+    }
+  }
+}
+
+// What is told of the bits of one flag word.
+class ToldBits {
+ public:
+  ToldBits(const LoadedJob& loaded, Experiment& experiment, const RecordField& field,
+           BkoqLayout layout)
+      : document_(*loaded.document), experiment_(experiment), field_(field), layout_(layout) {}
+
+  void expectRight() {
+    const FieldReason why = whyFieldHolds(experiment_, field_, layout_);
+    std::uint32_t rest = field_.number;
+    std::vector<Experiment::Replacement> none;
+    for (const Reason& reason : why.reasons) {
+      expectRight(reason);
+      rest &= ~reason.fieldBits;
+      none.push_back({reason.given, nullptr});
+    }
+    if (!none.empty()) rest &= ~lostWith(none);
+    std::ostringstream begin;
+    begin << "default 0x" << std::hex << std::uppercase << rest << " of ";
+    if (none.empty()) begin.str("default of ");
+    const bool isOrigin = none.empty() || rest != 0;
+    EXPECT_EQ(why.origin.substr(0, begin.str().size()), isOrigin ? begin.str() : "") << field_.path;
+  }
+
+ private:
+  std::uint32_t lostWith(const std::vector<Experiment::Replacement>& replaced) {
+    return field_.number & ~numberAt(experiment_.flattenWith(replaced, layout_), field_.path);
+  }
+
+  void expectRight(const Reason& reason) {
+    const GivenAttribute& given = *reason.given;
+    const Attribute& attribute = *given.attribute;
+    if (attribute.shape != Shape::kNumber) {
+      EXPECT_EQ(reason.attributeBits, 0u) << given.path;
+      EXPECT_EQ(reason.fieldBits, lostWith({{&given, nullptr}})) << given.path;
+      return;
+    }
+    Problems problems;
+    Kept kept;
+    std::int64_t value = 0;
+    ASSERT_TRUE(Reader(document_, problems, kept)
+                    .number(*given.value, attribute.least, attribute.most, attribute.words, value));
+    const auto lostWithout = [&](std::int64_t bits) {
+      return lostWith({{&given, experiment_.number(value & ~bits)}});
+    };
+    if (reason.attributeBits != 0) {
+      EXPECT_EQ(reason.attributeBits & (reason.attributeBits - 1), 0u) << given.path;
+      EXPECT_NE(reason.fieldBits, reason.attributeBits) << given.path;
+      EXPECT_EQ(lostWithout(reason.attributeBits), reason.fieldBits) << given.path;
+    } else {
+      for (std::uint32_t bit = 1; bit != 0; bit <<= 1U) {
+        EXPECT_TRUE((reason.fieldBits & bit) == 0 || lostWithout(bit) == bit) << given.path;
+      }
+    }
+  }
+
+  const Document& document_;
+  Experiment& experiment_;
+  const RecordField& field_;
+  BkoqLayout layout_;
+};
+
+// Bits of a flag word that are put down to an attribute's are gone without these, and what is put
+// down to none is there without all of them.
+TEST_P(VariedJobs, PutBitsDownToThoseThatSetThem) {
+  for (int i = 0; i < 3; ++i) {
+    const LoadedJob loaded = next();
+    const Selection everything;
+    Experiment experiment(loaded, everything);
+    for (const BkoqLayout layout : kLayouts) {
+      for (const RecordField& field : experiment.fields(layout)) {
+        if (field.kind != BKOQ_FIELD_FLAGS) continue;
+        ToldBits(loaded, experiment, field, layout).expectRight();
       }
     }
   }
