@@ -82,6 +82,29 @@ TEST(Experiments, TakeUnchangedPartsWithoutADifference) {
   }
 }
 
+TEST(Secrets, AreAttributesOfTheseNames) {
+  std::set<std::string> secrets;
+  for (const Family* family : families()) {
+    for (const ObjectClass& own : family->classes) {
+      for (const Attribute& attribute : own.attributes) {
+        if (isSecret(attribute)) secrets.insert(attribute.key);
+      }
+    }
+  }
+  const std::set<std::string> expected = {"dbPassword",
+                                          "diskPW2",
+                                          "encryptKey",
+                                          "encryptionKey",
+                                          "machinePassword",
+                                          "password",
+                                          "scriptUserPassword",
+                                          "sessionPW",
+                                          "sessionPassword",
+                                          "setPW",
+                                          "userPW"};
+  EXPECT_EQ(secrets, expected);
+}
+
 std::ptrdiff_t countOfOpenFiles() {
   return std::distance(std::filesystem::directory_iterator("/proc/self/fd"), {});
 }

@@ -1,7 +1,6 @@
 #include "tools/explain.h"
 
 #include <algorithm>
-#include <cctype>
 #include <cstdio>
 #include <cstdlib>
 #include <map>
@@ -388,10 +387,8 @@ class Together {
 }  // namespace
 
 bool isSecret(const Attribute& attribute) {
-  std::string key = attribute.key;
-  for (char& c : key) c = static_cast<char>(std::tolower(static_cast<unsigned char>(c)));
-  for (const char* word : {"password", "pw", "encryptionkey", "encryptkey"}) {
-    if (key.find(word) != std::string::npos) return true;
+  for (const char* word : {"password", "Password", "PW", "encryptionKey", "encryptKey"}) {
+    if (attribute.key.find(word) != std::string::npos) return true;
   }
   return false;
 }
