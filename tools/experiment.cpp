@@ -74,8 +74,8 @@ struct Experiment::Base {
     fields.push_back({visit.offset, visit.width, visit.kind, visit.target});
     const bool isZero =
         visit.target == 0 && visit.number == 0 && visit.kind != BKOQ_FIELD_BYTE_LIST;
-    shown.push_back({visit.path, visit.record, visit.field, visit.kind, visit.filledBy,
-                     visit.isSecret != 0, isZero, visit.number});
+    shown.push_back(
+        {visit.path, visit.record, visit.field, visit.kind, visit.filledBy, isZero, visit.number});
   }
 
   // Of an array that has other elements, the array and its count, once.
@@ -107,7 +107,6 @@ struct Experiment::Base {
       const char* target = nullptr;
       std::memcpy(&target, other + field.offset, sizeof target);
       if ((target == nullptr) != (field.target == 0)) {
-        if (field.kind == BKOQ_FIELD_ARRAY) return false;
         changed.push_back(index);
       } else if (target != nullptr && !compareTarget(field, index, target, changed)) {
         return false;
@@ -246,6 +245,7 @@ Experiment::Differences Experiment::differences(const std::vector<Replacement>& 
       for (const std::uint32_t index : changed) paths.push_back(base.shown[index].path);
       continue;
     }
+    ++wholeComparisons_;
     compareTrees(base.tree.root(), layout, other.root(), layout, true, nullptr,
                  [&](const BkoqDifference& difference, BkoqChange change) {
                    const std::string path = difference.path;

@@ -47,7 +47,6 @@ struct RecordField {
   const char* name;
   BkoqFieldKind kind;
   const char* filledBy;
-  bool isSecret;
   bool isZero;  // or null
   std::uint32_t number;
 };
@@ -88,6 +87,9 @@ class Experiment {
   Differences differences(const std::vector<Replacement>& replacements,
                           const std::vector<BkoqLayout>& layouts);
 
+  // Of how many pairs of trees that was found out slowly, since they differ in more than values.
+  std::size_t wholeComparisons() const { return wholeComparisons_; }
+
   // The tree with these left out or changed; null when there is none.
   OwnedTree flattenWith(const std::vector<Replacement>& replacements, BkoqLayout layout);
   const OwnedTree& asWritten(BkoqLayout layout);
@@ -109,6 +111,7 @@ class Experiment {
   Kept kept_;
   MadeParts made_;
   std::unique_ptr<Base> bases_[2];
+  std::size_t wholeComparisons_ = 0;
   std::deque<Value> values_;
   std::deque<std::string> texts_;
   std::deque<std::vector<Value>> lists_;

@@ -5,6 +5,7 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <cstring>
 #include <filesystem>
 #include <iterator>
 #include <map>
@@ -226,19 +227,32 @@ bool hasSameContent(const Value& one, const Value& two) {
                     hasSameContent);
 }
 
+// What leads elsewhere has another type, or another count.
+bool isInMoreThanValues(const std::vector<RecordField>& fields,
+                        const std::vector<std::string>& paths) {
+  return std::any_of(fields.begin(), fields.end(), [&](const RecordField& field) {
+    return (field.kind == BKOQ_FIELD_COUNT || std::strstr(field.name, "Type") != nullptr) &&
+           std::find(paths.begin(), paths.end(), field.path) != paths.end();
+  });
+}
+
 // How many layouts of how many experiments there were, each told as a whole comparison tells it.
 std::size_t expectWholeDifferences(Experiment& experiment,
                                    const std::vector<Experiment::Replacement>& replaced) {
   std::size_t tried = 0;
+  const std::size_t wholeBefore = experiment.wholeComparisons();
   const Experiment::Differences found = experiment.differences(replaced, kLayouts);
+  std::size_t whole = experiment.wholeComparisons() - wholeBefore;
   for (const BkoqLayout layout : kLayouts) {
     const OwnedTree tree = experiment.flattenWith(replaced, layout);
     const auto& paths = found[indexOf(layout)];
     EXPECT_EQ(paths.has_value(), tree.root() != nullptr) << replaced[0].given->path;
     if (!paths.has_value() || tree.root() == nullptr) continue;
     EXPECT_EQ(*paths, differingFields(experiment, tree, layout)) << replaced[0].given->path;
+    whole -= isInMoreThanValues(experiment.fields(layout), *paths) ? 1 : 0;
     ++tried;
   }
+  EXPECT_EQ(whole, 0u) << replaced[0].given->path;
   return tried;
 }
 
