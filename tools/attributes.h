@@ -7,6 +7,7 @@
 
 #include <bkoq/bkoq.h>
 
+#include <array>
 #include <cstddef>
 #include <cstdint>
 #include <functional>
@@ -58,6 +59,7 @@ struct Attribute {
   bool isRequired = false;
   std::string sample;  // as JSON, when starter files show the attribute as one that matters
   bool isNowUnlessGiven = false;
+  std::array<const char*, 2> texts = {};  // that are taken, where not every one is
   // What the warnings need to know at once; a test checks it by experiment.
   bool isRecorded = true;
   const char* onlyIn = nullptr;   // the one layout that carries it
@@ -86,6 +88,10 @@ struct Attribute {
   }
   Attribute& cutAbove(std::int64_t highest) {
     recordedMost = highest;
+    return *this;
+  }
+  Attribute& suchAs(const char* one, const char* another) {
+    texts = {one, another};
     return *this;
   }
   Attribute& shown(std::string json) {

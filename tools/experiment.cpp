@@ -306,6 +306,9 @@ const Value* Experiment::otherValue(const GivenAttribute& given) {
     switch (attribute.shape) {
       case Shape::kText:
       case Shape::kTexts:
+        if (const auto [one, another] = attribute.texts; one != nullptr) {
+          return text(value.text() == one ? another : one);
+        }
         return text(std::string(value.text()) + "~");
       case Shape::kFlag:
         return {Value::Type::kFlag, 0, nullptr, value.isTrue() ? 0U : 1U};

@@ -252,6 +252,7 @@ const FamilyOf<BKQJob>& jobs() {
                [](BKQMergeJob& job, const char* text) { return job.setMergeFilter(text); },
                &BKQMergeJob::getMergeFilter, kNoSessions,
                "a session or a range of them, such as 3-7; empty for all")
+              .suchAs("1", "2")
               .unrecorded();
           t.flag("detailedMerge", &BKQMergeJob::setDetailedMerge, &BKQMergeJob::getDetailedMerge,
                  "whether details are merged")
@@ -288,6 +289,7 @@ const FamilyOf<BKQJob>& jobs() {
                [](BKQScanJob& job, const char* text) { return job.setScanFilter(text); },
                &BKQScanJob::getScanFilter, kNoSessions,
                "a session or a range of them, such as 3-7; empty for all")
+              .suchAs("1", "2")
               .unrecorded();
           t.flag("detailedScan", &BKQScanJob::setDetailedScan, &BKQScanJob::getDetailedScan,
                  "whether details are scanned")
