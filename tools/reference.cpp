@@ -72,8 +72,8 @@ class Surroundings {
       return attribute.shape == Shape::kObjects ? "[" + text + "]" : text;
     }
     if (!attribute.sample.empty()) return attribute.sample;
-    const bool isPattern = attribute.key.find("Filter") != std::string::npos;
-    if (attribute.shape == Shape::kText && byItself == "\"\"" && !isPattern) return "\"x\"";
+    const bool isAnyText = attribute.shape == Shape::kText && attribute.texts[0] == nullptr;
+    if (isAnyText && byItself == "\"\"") return "\"x\"";
     // Two that meet in one field are to be told apart.
     if (attribute.shape == Shape::kSeconds) return std::to_string(86400 - level);
     return byItself;
