@@ -151,7 +151,7 @@ void thinOut(Json& value, Random& random) {
 Json otherLeaf(const Json& leaf, Random& random) {
   if (leaf.is_boolean()) return !leaf.get<bool>();
   if (leaf.is_string()) return leaf.get<std::string>() + static_cast<char>('a' + random() % 26);
-  if (random() % 2 == 0) return random() & random();
+  if (random() % 2 == 0) return random() >> random() % 32;  // of any length
   return leaf.get<std::int64_t>() ^ 1;
 }
 
