@@ -131,12 +131,14 @@ Json wholeJob(const std::string& kind) {
   return Json::parse(std::regex_replace(text, comment, "$1\""), nullptr, true, true);
 }
 
-// Gives lists of objects other lengths, and leaves members out.
+// Draws some of each list's objects, and leaves members out.
 void thinOut(Json& value, Random& random) {
   if (value.is_array() && !value.empty() && value.front().is_object()) {
-    const Json first = value.front();
-    value.get_ref<Json::array_t&>().resize(1 + random() % 5, first);
-    for (Json& element : value) thinOut(element, random);
+    const Json all = std::exchange(value, Json::array());
+    for (std::size_t left = 1 + random() % 5; left > 0; --left) {
+      value.push_back(all[random() % all.size()]);
+      thinOut(value.back(), random);
+    }
   } else if (value.is_object()) {
     for (auto member = value.begin(); member != value.end();) {
       const bool isKept = member.key() == "kind" || member.key() == "nodeName" ||
