@@ -172,7 +172,7 @@ def all_mutants_of(path, text):
     position, before = 0, ";"
     for line in text.splitlines(keepends=True):
         code = line.split("//")[0].strip()
-        if not code.startswith(("#", "using ", "template", "static_assert", "*", "/*")):
+        if code and not code.startswith(("#", "using ", "template", "static_assert", "*", "/*")):
             for a, b, new in swaps_of_line(line, names):
                 is_whole = new or before[-1:] in ";{}:" or before == ""
                 if is_whole:
