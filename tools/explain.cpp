@@ -146,8 +146,9 @@ class Deciders {
     return knownOf(path, false);
   }
 
-  // The list or object that a count or a pointer comes from: its own, not those around it.
-  const GivenAttribute* container(const std::string& path) {
+  // The lists or the object that a count or a pointer comes from: its own, not those around them. A
+  // node's filters and the job's meet in one array.
+  std::vector<const GivenAttribute*> containers(const std::string& path) {
     std::vector<const GivenAttribute*> all;
     if (isKnown_) {
       all = knownOf(path, true);
@@ -156,7 +157,12 @@ class Deciders {
         if (isDecidedBy(path, *given)) all.push_back(given);
       }
     }
-    return all.empty() ? nullptr : all.back();
+    std::vector<const GivenAttribute*> own;
+    for (const GivenAttribute* given : all) {
+      const auto isInside = [given](const GivenAttribute* other) { return isAround(*given, *other); };
+      if (std::none_of(all.begin(), all.end(), isInside)) own.push_back(given);
+    }
+    return own;
   }
 
   // The class of the object that a record is made from: that of the innermost attribute that
@@ -165,9 +171,6 @@ class Deciders {
     const std::string record = recordOf(field.path);
     const auto [known, isNew] = classes_.emplace(record, nullptr);
     if (!isNew) return known->second;
-    const auto depthOf = [&](const GivenAttribute* given) {
-      return experiment_.objects()[static_cast<std::size_t>(given->object)].depth;
-    };
     const auto levels = static_cast<unsigned int>(std::count(record.begin(), record.end(), '.'));
     const GivenAttribute* innermost = nullptr;
     for (const RecordField* sibling : siblings_[record]) {
@@ -198,18 +201,43 @@ class Deciders {
     return std::find(fields.begin(), fields.end(), path) != fields.end();
   }
 
+  static bool isAround(const GivenAttribute& given, const GivenAttribute& other) {
+    const std::size_t size = given.path.size();
+    return other.path.size() > size && other.path.compare(0, size, given.path) == 0 &&
+           (other.path[size] == '.' || other.path[size] == '[');
+  }
+
+  unsigned int depthOf(const GivenAttribute* given) const {
+    return experiment_.objects()[static_cast<std::size_t>(given->object)].depth;
+  }
+
   // Of an object of which nothing is given; null when what holds it does not tell.
   const ObjectClass* classByHolder(std::string record) {
     if (!record.empty()) record.pop_back();
     const bool isElement = !record.empty() && record.back() == ']';
     const std::size_t bracket = isElement ? record.rfind('[') : record.size();
-    const GivenAttribute* holder = container(record.substr(0, bracket));
-    if (holder == nullptr) return nullptr;
-    const Family& family = holder->attribute->family();
-    if (!isElement) return family.classOf(*holder->value);
-    const std::size_t index = std::strtoul(record.c_str() + bracket + 1, nullptr, 10);
-    const auto elements = holder->value->elements();
-    return index < elements.size() ? family.classOf(elements[index]) : nullptr;
+    std::vector<const GivenAttribute*> holders = containers(record.substr(0, bracket));
+    // An embedded record is always there: it is its fields that an object fills.
+    if (!isElement) {
+      for (const RecordField* field : siblings_[record + "."]) {
+        if (!holders.empty()) break;
+        holders = containers(field->path);
+      }
+    }
+    // Of several lists, the elements of the innermost come first.
+    std::stable_sort(holders.begin(), holders.end(),
+                     [this](const GivenAttribute* a, const GivenAttribute* b) {
+                       return depthOf(a) > depthOf(b);
+                     });
+    std::size_t index = isElement ? std::strtoul(record.c_str() + bracket + 1, nullptr, 10) : 0;
+    for (const GivenAttribute* holder : holders) {
+      const Family& family = holder->attribute->family();
+      if (!isElement) return family.classOf(*holder->value);
+      const auto elements = holder->value->elements();
+      if (index < elements.size()) return family.classOf(elements[index]);
+      index -= elements.size();
+    }
+    return nullptr;
   }
 
   std::vector<const GivenAttribute*> knownOf(const std::string& path, bool areContainers) const {
@@ -471,10 +499,12 @@ FieldReason reasonOf(Experiment& experiment, Deciders& deciders, const RecordFie
   if (deciding.empty()) {
     const bool isMade = field.kind == BKOQ_FIELD_COUNT || field.kind == BKOQ_FIELD_ARRAY ||
                         field.kind == BKOQ_FIELD_RECORD;
-    const GivenAttribute* container = isMade ? deciders.container(field.path) : nullptr;
-    if (container != nullptr) {
-      why.reasons.push_back({container, 0, 0});
-    } else {
+    if (isMade) {
+      for (const GivenAttribute* given : deciders.containers(field.path)) {
+        why.reasons.push_back({given, 0, 0});
+      }
+    }
+    if (why.reasons.empty()) {
       why.origin = *field.filledBy == '\0' && !isMade
                        ? "computed"
                        : "default of " + deciders.classBehind(field)->name;
