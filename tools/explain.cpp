@@ -159,7 +159,9 @@ class Deciders {
     }
     std::vector<const GivenAttribute*> own;
     for (const GivenAttribute* given : all) {
-      const auto isInside = [given](const GivenAttribute* other) { return isAround(*given, *other); };
+      const auto isInside = [given](const GivenAttribute* other) {
+        return isAround(*given, *other);
+      };
       if (std::none_of(all.begin(), all.end(), isInside)) own.push_back(given);
     }
     return own;

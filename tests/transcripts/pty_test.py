@@ -142,6 +142,22 @@ def bar(tool, example, folder):
     assert on_terminal([tool, "check", example, example], 80, folder, "errors")[1] == ""
 
 
+def steps_of_bars(tool, folder, clock):
+    """What takes long shows each step of all, from the first to the last."""
+    with open(folder + "/nodes.json", "w", encoding="utf-8") as file:
+        nodes = ", ".join(f'{{"kind": "unix", "nodeName": "n{i}"}}' for i in range(6))
+        file.write(f'{{"kind": "backup", "jobName": "x", "sourceNodes": [{nodes}]}}')
+    # Of the fields asked for, and before these of the 8 attributes that decide them where these are many.
+    for arguments, steps in (("explain nodes.json", 8), ("explain nodes.json --attribute sourceNodes[*].nodeName", 6),
+                             ("explain nodes.json --field pSourceNodes[0].pszNodeName", 1),
+                             ("explain nodes.json --field pSourceNodes[*].pszNodeName", 8 + 6),
+                             ("check job.json nodes.json job.json", 3),
+                             ("check job.json nodes.json job.json --jobs 2", 3)):
+        output = on_terminal([tool, *arguments.split()], 80, folder, "errors", LD_PRELOAD=clock)[1]
+        shown = re.findall(r"\r\[#*\.*\] (\d+) of (\d+)", output)
+        assert shown == [(str(i + 1), str(steps)) for i in range(steps)], (arguments, output)
+
+
 def main():
     tool = os.path.abspath(sys.argv[1])
     example = os.path.abspath(sys.argv[2]) + "/nightly-backup.json"
@@ -156,6 +172,8 @@ def main():
         lines_fit(tool, "job.json", folder)
         colours(tool, "job.json", folder)
         bar(tool, "job.json", folder)
+        if len(sys.argv) > 3:
+            steps_of_bars(tool, folder, sys.argv[3])
 
 
 if __name__ == "__main__":
