@@ -148,7 +148,8 @@ def steps_of_bars(tool, folder, clock):
         nodes = ", ".join(f'{{"kind": "unix", "nodeName": "n{i}"}}' for i in range(6))
         file.write(f'{{"kind": "backup", "jobName": "x", "sourceNodes": [{nodes}]}}')
     # Of the fields asked for, and before these of the 8 attributes that decide them where these are many.
-    for arguments, steps in (("explain nodes.json", 8), ("explain nodes.json --attribute sourceNodes[*].nodeName", 6),
+    for arguments, steps in (("explain nodes.json", 8),
+                             ("explain nodes.json --attribute sourceNodes[*].nodeName", 6),
                              ("explain nodes.json --field pSourceNodes[0].pszNodeName", 1),
                              ("explain nodes.json --field pSourceNodes[*].pszNodeName", 8 + 6),
                              ("check job.json nodes.json job.json", 3),
