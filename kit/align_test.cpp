@@ -402,6 +402,41 @@ TEST(Alignment, TakesArraysOfAnyLength) {
   EXPECT_EQ(count(longJob(1, 500000), longJob(0, 500001)), 1u);
   EXPECT_EQ(count(longJob(0, 100000), longJob(5, 100000)), 10u);
   EXPECT_EQ(count(longJob(0, 500000), longJob(1000000, 500001)), 500001u);
+  // So many that differ are too many, on either side.
+  EXPECT_EQ(count(longJob(0, 400000), longJob(1, 400000)), 2u);
+  EXPECT_EQ(count(longJob(0, 400001), longJob(1, 400001)), 400001u);
+  EXPECT_EQ(count(longJob(100, 10), longJob(0, 400000)), 399990u);
+  EXPECT_EQ(count(longJob(100, 10), longJob(0, 400001)), 400001u);
+  EXPECT_EQ(count(longJob(0, 400000), longJob(100, 10)), 399990u);
+  EXPECT_EQ(count(longJob(0, 400001), longJob(100, 10)), 400001u);
+}
+
+// Places count then also for elements of the same name at both ends.
+TEST(Alignment, TakesLongArraysByTheirPlaces) {
+  const auto longJob = [](std::uint32_t options, const char* between, std::uint32_t count) {
+    CurrentTree job = jobWithNodes({"a"});
+    auto* disks = give<BKDDISK>(job->pSourceNodes->ulMediaCount, job->pSourceNodes->pMedia, 1);
+    auto* items = give<BKDISKITEM>(disks->ulDiskItemCount, disks->pDiskItems, count);
+    for (std::uint32_t i = 0; i < count; ++i) {
+      items[i].pszPath = text(i == 0 || i == count - 1 ? "end" : between);
+    }
+    items[0].ulOptions = items[count - 1].ulOptions = options;
+    return job;
+  };
+  const auto told = [](const CurrentTree& first, const CurrentTree& second) {
+    std::vector<std::uint32_t> found(4);  // changed, added, removed, moved
+    const auto count = [](const BkoqDifference*, BkoqChange change, void* counts) {
+      ++(*static_cast<std::vector<std::uint32_t>*>(counts))[change];
+      return 0;
+    };
+    bkoqCompareChanges(first.get(), BKOQ_LAYOUT_CURRENT, second.get(), BKOQ_LAYOUT_CURRENT, 0,
+                       nullptr, count, &found, nullptr);
+    return found;
+  };
+  using Counts = std::vector<std::uint32_t>;
+  EXPECT_EQ(told(longJob(0, "x", 400003), longJob(1, "y", 400003)), (Counts{400003, 0, 0, 0}));
+  EXPECT_EQ(told(longJob(0, "x", 400003), longJob(1, "y", 400004)), (Counts{400003, 1, 0, 0}));
+  EXPECT_EQ(told(longJob(0, "x", 400004), longJob(1, "y", 400003)), (Counts{400004, 0, 1, 0}));
 }
 
 }  // namespace
