@@ -66,6 +66,17 @@ TEST(Messages, ShowTheNameOfTheirFilePlainly) {
             "a\\u000Db\\xFF.json:3:5: host\\u202E: unknown \\u001B[2J");
 }
 
+TEST(Messages, AreManyFromTheThousandAndFirst) {
+  tool::Problems problems;
+  for (int i = 0; i < 1000; ++i) {
+    EXPECT_FALSE(problems.areMany()) << i;
+    problems.add({1, 1}, "", "");
+  }
+  EXPECT_FALSE(problems.areMany());
+  problems.warn({1, 1}, "", "");
+  EXPECT_TRUE(problems.areMany());
+}
+
 TEST(MessagesAsJson, ShowEveryCharacterPlainlyAndKeepIt) {
   for (const std::string& text : allCharacters()) {
     const std::string written = jsonOf(text);

@@ -10,7 +10,6 @@ namespace {
 
 // Says what is wrong with a job file, all of it.
 void reportProblems(const Problems& problems, const std::string& file) {
-  std::fflush(stdout);
   for (const Problem& problem : problems.sorted()) {
     if (problem.isWarning) continue;
     std::fprintf(stderr, "%s\n", lineOf(problem, shownName(file)).c_str());
