@@ -76,12 +76,12 @@ inline const std::vector<Harm>& harms() {
         {"selectors of variants", 0xFE00, 0xFE0F},
         {"the byte order mark", 0xFEFF, 0xFEFF},
         {"a filler of narrow Hangul", 0xFFA0, 0xFFA0},
+        {"reserved for what is not shown", 0xFFF0, 0xFFF8},
         {"annotations", 0xFFF9, 0xFFFB},
         {"formats of hieroglyphs", 0x13430, 0x1343F},
         {"formats of shorthand", 0x1BCA0, 0x1BCA3},
         {"formats of music", 0x1D173, 0x1D17A},
-        {"tags", 0xE0000, 0xE007F},
-        {"more selectors of variants", 0xE0100, 0xE01EF},
+        {"tags, more selectors of variants, and the rest of their plane", 0xE0000, 0xEFFFF},
         {"more private use", 0xF0000, 0x10FFFF},
     };
     for (std::uint32_t plane = 0; plane <= 0x10; ++plane) {
