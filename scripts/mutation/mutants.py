@@ -185,7 +185,7 @@ def all_mutants_of(path, text):
         stretches.append((at, token.start()))
         at = token.end()
         line = text[text.rfind("\n", 0, token.start()) + 1:token.start()]
-        is_directive = line.lstrip().startswith("#") or "extern" in line
+        is_directive = line.lstrip().startswith(("#", "static_assert")) or "extern" in line
         if token.group().startswith('"') and not is_directive:
             inner = token.group()[1:-1]
             yield Mutant(path, text, token.start(), token.end(), f'"{inner}x"')
