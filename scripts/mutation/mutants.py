@@ -173,9 +173,11 @@ def all_mutants_of(path, text):
     for line in text.splitlines(keepends=True):
         code = line.split("//")[0].strip()
         if code and not code.startswith(("#", "using ", "template", "static_assert", "*", "/*")):
+            comment = next((token.start() for token in TOKENS.finditer(line)
+                            if token.group().startswith("//")), len(line))
             for a, b, new in swaps_of_line(line, names):
                 is_whole = new or before[-1:] in ";{}:" or before == ""
-                if is_whole:
+                if is_whole and a < comment:
                     yield Mutant(path, text, position + a, position + b, new)
         position += len(line)
         before = code or before
