@@ -282,7 +282,7 @@ void addBits(Experiment& experiment, Search& search, const GivenAttribute& given
       Reader(none, problems, kept)
           .number(*given.value, attribute.least, attribute.most, attribute.words, value);
   const std::uint32_t all = written & ~search.without({&given}).number;
-  if (!isNumber || all == 0) {
+  if (!isNumber) {
     reasons.push_back({&given, all, 0});
     return;
   }
