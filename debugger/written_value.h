@@ -3,6 +3,7 @@
 
 #include <cstdint>
 #include <memory>
+#include <nlohmann/json.hpp>
 #include <stdexcept>
 #include <string>
 #include <utility>
@@ -40,7 +41,7 @@ inline std::string WrittenValue::written() const {
   };
   switch (type) {
     case Type::kText:
-      return '"' + text + '"';  // none of them holds what must be escaped
+      return nlohmann::json(text).dump();
     case Type::kInteger:
       return std::to_string(integer);
     case Type::kFlag:

@@ -1,6 +1,7 @@
 // A client for gdb to look at: jobs of every kind with every attribute set, those of the examples
 // and some that no job file makes. Writes the images of their records, as the kit has them, into
-// the folder given and stops in ready().
+// the folder given and stops in ready(). With a number, passwords and keys of the jobs that set all
+// are longer by so many bytes.
 #include <bkoq/bkoq.h>
 #include <bkoq/kit.h>
 
@@ -89,9 +90,10 @@ void add(const std::string& name, BKQJob& job) {
 
 bkoq::tool::Kept kept;
 
-void addEveryAttribute(const bkoq::tool::ObjectClass& kind, unsigned int seed) {
+void addEveryAttribute(const bkoq::tool::ObjectClass& kind, unsigned int seed,
+                       std::size_t secretLength) {
   bkoq::tool::Problems problems;
-  const auto document = bkoq::parsed(bkoq::test::everyAttribute(kind, seed));
+  const auto document = bkoq::parsed(bkoq::test::everyAttribute(kind, seed, secretLength));
   bkoq::tool::Reader reader(*document, problems, kept);
   BKQJob* job = bkoq::tool::jobs().read(reader, document->root());
   for (const bkoq::tool::Problem& problem : problems.sorted()) {
@@ -104,12 +106,13 @@ void addEveryAttribute(const bkoq::tool::ObjectClass& kind, unsigned int seed) {
 }  // namespace
 
 int main(int argc, char** argv) {
-  if (argc != 2) return 2;
+  if (argc < 2) return 2;
   folder = argv[1];
+  const std::size_t secretLength = argc > 2 ? std::strtoul(argv[2], nullptr, 10) : 0;
   for (const bkoq::tool::ObjectClass& kind : bkoq::tool::jobs().classes) {
     // A schedule of each class that there is; the others take fewer.
     const unsigned int seeds = kind.kind == "restore" ? 4 : 2;
-    for (unsigned int seed = 0; seed < seeds; ++seed) addEveryAttribute(kind, seed);
+    for (unsigned int seed = 0; seed < seeds; ++seed) addEveryAttribute(kind, seed, secretLength);
   }
 
   NightlyBackup nightly;

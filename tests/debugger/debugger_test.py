@@ -208,6 +208,28 @@ class Client(Suite):
             self.assertNotIn(MASK, output)
             self.assertTrue(any(secret in output for secret in SECRETS))
 
+    def test_no_attribute_tells_a_secret_or_its_length(self):
+        """Each that can hold one has one of its own in the jobs that set all."""
+        names = [name for name in self.names if name.startswith("every-")]
+        things = ["bkoq job %s.job", "bkoq tree %s.current", "bkoq tree %s.previous",
+                  "python print_all('%s.job')",
+                  "print *%s.current", "print *%s.previous"]
+        commands = ["source " + os.path.join(HERE, "print_all.py")]
+        commands += [thing % self.case(name) for name in names for thing in things]
+        images = os.path.join(self.folder, "longer")
+        os.mkdir(images)
+        longer_core = os.path.join(self.folder, "longer.core")
+        self.outputs(Gdb(self.folder, CLIENT).run(
+            ["break ready", "run %s 290 >/dev/null" % images, "generate-core-file " + longer_core]))
+        longer = self.outputs(Gdb(self.folder, CLIENT, longer_core).run(commands))
+        places = lambda text: re.sub("0x[0-9a-f]+", "0x", text)
+        shorter = self.outputs(self.core_gdb.run(commands))
+        for command, short, long in list(zip(commands, shorter, longer))[1:]:
+            self.assertNotRegex(short, r"S[a-e]\d", command)
+            if "print *" not in command:  # a job's record holds no secret itself
+                self.assertIn(MASK, short, command)
+            self.assertEqual(places(short), places(long), command)
+
     def test_printers(self):
         job = "((BKQRotationBackupJob *)%s.job)" % self.case("nightly")
         outputs = self.outputs(self.core_gdb.run([

@@ -14,7 +14,8 @@ using Value = WrittenValue;
 
 class Filler {
  public:
-  explicit Filler(unsigned int seed) : seed_(seed), next_(seed) {}
+  Filler(unsigned int seed, std::size_t secretLength)
+      : seed_(seed), next_(seed), secretLength_(secretLength) {}
 
   Value object(const ObjectClass& own) {
     Value value;
@@ -40,7 +41,22 @@ class Filler {
     if (attribute.key.find("Filter") != std::string::npos) {
       return text(std::to_string(next_ % 100 + 1) + "-" + std::to_string(next_ % 100 + 9));
     }
+    if (isSecret(attribute.key)) return text(secret());
     return text(attribute.key + " " + std::to_string(next_));
+  }
+
+  static bool isSecret(const std::string& key) {
+    for (const char* part : {"assword", "PW", "encryptKey", "encryptionKey"}) {
+      if (key.find(part) != std::string::npos) return true;
+    }
+    return false;
+  }
+
+  // Its pieces, between all that gives texts apart, are known by their beginning.
+  std::string secret() const {
+    const std::string number = std::to_string(next_);
+    return "Sa" + number + ":Sb" + number + "\"Sc" + number + "\nSd" + number + "\\Se" + number +
+           ": " + std::string(secretLength_, 'z');
   }
 
   Value number(const Attribute& attribute) {
@@ -119,12 +135,13 @@ class Filler {
 
   unsigned int seed_;
   unsigned int next_;
+  std::size_t secretLength_;
 };
 
 }  // namespace
 
-WrittenValue everyAttribute(const ObjectClass& own, unsigned int seed) {
-  return Filler(seed).object(own);
+WrittenValue everyAttribute(const ObjectClass& own, unsigned int seed, std::size_t secretLength) {
+  return Filler(seed, secretLength).object(own);
 }
 
 }  // namespace bkoq::test

@@ -37,7 +37,7 @@ static BKQJDATATRANSFER* makeTree(void) {
   nodes[1].usNodeType = 9;
   nodes[1].pszNodeName = TEXT("payroll");
   disk->pszDiskName = TEXT("/home");
-  disk->pszDiskPW2 = TEXT("sa:joined-secret\0");
+  disk->pszDiskPW2 = TEXT("sa:joined:secret\0");
   disk->usDiskType = 31;
   disk->ulDiskItemCount = 3;
   disk->pDiskItems = items;
