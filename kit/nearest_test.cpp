@@ -36,6 +36,7 @@ TEST(Nearest, IsFewStepsAway) {
       {"two more", "idxx", "id", false},
       {"two more that are known", "id", "idxx", false},
       {"twice", "hoshos", "hos", false},
+      {"twice with another between", "hosxhos", "hos", false},
       {"as long as a word can be", forty, forty + "a", true},
       {"longer", forty + "a", forty + "a", false},
       {"nothing", "", "a", true},

@@ -117,6 +117,16 @@ TEST(Pattern, FitsAllShortPathsThatItShould) {
 }
 
 // A pattern made to take long takes no longer than others.
+TEST(Pattern, MayBeOfAnyLength) {
+  std::string path;
+  for (int i = 0; i < 200; ++i) {
+    path += static_cast<char>('a' + i * 7 % 26);
+    EXPECT_TRUE(matches(path.c_str(), path.c_str())) << path;
+    EXPECT_FALSE(matches(path.c_str(), (path + "x").c_str())) << path;
+    EXPECT_TRUE(matches((path + "*").c_str(), (path + "x").c_str())) << path;
+  }
+}
+
 TEST(Pattern, EndsSoonWhateverItHolds) {
   std::string pattern;
   for (int i = 0; i < 60; ++i) pattern += "*a";

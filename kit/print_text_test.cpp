@@ -540,6 +540,14 @@ BKQJDATATRANSFER  #1+0
   EXPECT_NE(printed(job, options)
                 .find("   24  pDestNodes        null          unfinished: the count is 2\n"),
             std::string::npos);
+  node.pMedia = nullptr;
+  EXPECT_NE(printed(job, options).find("pMedia            null\n"), std::string::npos);
+  node.pMedia = &somewhere;
+  options.colour = 1;
+  EXPECT_NE(printed(job, options)
+                .find("  \033[31mnot followed\033[0m  \033[31mwhat the node holds "
+                      "depends on the kind of the job, which is unknown\033[0m\n"),
+            std::string::npos);
 }
 
 // A code has two bytes, also where the first one alone would be a code that is known: what it
