@@ -68,12 +68,7 @@ class Output {
 
   void put(std::string_view text) {
     if (text.size() > kPiece - size_) return putBeyond(text);
-    // A copy of a size that the compiler knows is a few moves.
-    if (__builtin_constant_p(text.size())) {
-      std::memcpy(pending_ + size_, text.data(), text.size());
-    } else {
-      copyShort(pending_ + size_, text.data(), text.size());
-    }
+    copyShort(pending_ + size_, text.data(), text.size());
     size_ += text.size();
   }
   template <class... Rest>
