@@ -226,6 +226,8 @@ TEST(PrintAnnotated, ShowsOneRecord) {
   EXPECT_EQ(all.substr(begin, all.find('\n', begin) - begin),
             "    256  08 00 10 00              ulOptions                       1048584 = "
             "0x00100008      job options (no estimate, 0x00000008)");
+  job->ulOptions = 0xFFFFFFFF;
+  EXPECT_NE(printed(job, options).find("job options (no estimate, 0xffefffff)"), std::string::npos);
 }
 
 // An array without elements is no block to show, but has its number.

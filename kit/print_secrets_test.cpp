@@ -68,12 +68,13 @@ BKDDISK pSourceNodes[0].pMedia[4]  #4+208
 TEST(Print, MasksEverythingAfterTheFirstColonOfCredentials) {
   const CurrentTree job = currentJob(20);
   auto& node = *give<BKNODE>(job->ulNumSourceNodes, job->pSourceNodes, 1);
-  auto* disks = give<BKDDISK>(node.ulMediaCount, node.pMedia, 5);
+  auto* disks = give<BKDDISK>(node.ulMediaCount, node.pMedia, 6);
   disks[0].pszDiskPW2 = texts({"u:SEC:RET", ""});
   disks[1].pszDiskPW2 = texts({":SECRET", ""});
   disks[2].pszDiskPW2 = texts({"u:", "S:E"});
   disks[3].pszDiskPW2 = texts({"u", ""});
   disks[4].pszDiskPW2 = texts({"u\xff:SECRET", ""});  // no UTF-8
+  disks[5].pszDiskPW2 = texts({"\u00FC\":SECRET", ""});
   const auto field = [&](unsigned int disk, BkoqFormat format) {
     BkoqPrintOptions options{};
     options.format = format;
@@ -88,6 +89,7 @@ TEST(Print, MasksEverythingAfterTheFirstColonOfCredentials) {
   EXPECT_EQ(field(2, BKOQ_FORMAT_TEXT), "pszDiskPW2        #6  \"u:********\", ********");
   EXPECT_EQ(field(3, BKOQ_FORMAT_TEXT), "pszDiskPW2        #7  \"u\", \"\"");
   EXPECT_EQ(field(4, BKOQ_FORMAT_TEXT), "pszDiskPW2        #8  \"u\\xff:********\", \"\"");
+  EXPECT_EQ(field(5, BKOQ_FORMAT_TEXT), "pszDiskPW2        #9  \"\u00FC\\\":********\", \"\"");
   const std::string start =
       "pszDiskPW2\": {\"offset\": 36, \"width\": 4, \"kind\": \"two texts\", \"block\": ";
   const auto json = [&](unsigned int disk) {
@@ -102,6 +104,7 @@ TEST(Print, MasksEverythingAfterTheFirstColonOfCredentials) {
   EXPECT_EQ(
       json(4),
       "8, \"value\": [{\"hex\": \"75 ff 3a\", \"rest\": \"********\"}, \"\"], \"masked\": true},");
+  EXPECT_EQ(json(5), "9, \"value\": [\"\u00FC\\\":********\", \"\"], \"masked\": true},");
 }
 
 TEST(Print, LetsNothingOfATextReachTheTerminalUnseen) {
