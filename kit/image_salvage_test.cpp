@@ -760,6 +760,14 @@ not as many blocks as the header says (byte 24: expected 6 blocks, found 10)
        R"(of 0 there is 1 (byte 364, pSourceNodes[0].pMedia: expected 1 BKDDISK, found 0)
 15 blocks, doubtful from #3, current
 )"},
+      {"the first offset and the next back into the job",
+       imageWithItems,
+       {{48, 268}, {328, 268}},
+       0,
+       R"(read from where the block should be, not from its offset (byte 48, pSourceNodes: expected offset 324, found offset 268)
+not read: another offset leads to the block that comes here (byte 328, pSourceNodes[0].pszNodeOSVer: expected null, found offset 268)
+10 blocks, doubtful from #2, current
+)"},
       {"an offset one word too early",
        imageWithTwoTexts,
        {{604, 656}},
