@@ -16,7 +16,7 @@ enum { kPage = 4096, kBackup = 1, kUnix = 3 };
 static void* records(size_t count, size_t size) { return calloc(count, size); }
 
 static char* text(const char* bytes, size_t size) { return memcpy(malloc(size), bytes, size); }
-#define TEXT(literal) text(literal, sizeof literal)
+#define TEXT(literal) text((literal), sizeof(literal))
 
 /* Two machines: the first with a disk of three items, all texts set. */
 static BKQJDATATRANSFER* makeTree(void) {

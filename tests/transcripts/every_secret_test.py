@@ -8,7 +8,6 @@ for; and all of it is the same however long they are.
 With `few`, jobs of some kinds only.
 """
 
-import base64
 import itertools
 import json
 import os
@@ -16,6 +15,9 @@ import re
 import subprocess
 import sys
 import tempfile
+
+sys.path.insert(0, os.path.join(os.path.dirname(os.path.abspath(__file__)), "..", "page"))
+import pages  # noqa: E402
 
 KEY = re.compile(r"\w*(assword|PW2?|encrypt(ion)?Key)")
 GIVEN = re.compile(r'^(\s*)// ("\w+": )', re.M)
@@ -79,12 +81,6 @@ def written(file, disk_type, length):
     return re.sub(r'("(\w+)": )""', given, text), keys
 
 
-def readable(output):
-    """With the trees of pages as they are read."""
-    trees = re.findall(rb'octet-stream" id="\w+">([^<]*)<', output)
-    return output + b"".join(base64.b64decode(tree) for tree in trees)
-
-
 def main():
     tool = os.path.abspath(sys.argv[1])
     reference = json.loads(subprocess.run([tool, "attributes", "--json"], capture_output=True, check=True).stdout)
@@ -116,13 +112,13 @@ def main():
                     for line in COMMANDS.strip().splitlines():
                         done = run(line)
                         assert done.returncode in (0, 1, 2), (kind, line, done.stderr)
-                        told = readable(done.stdout) + done.stderr
+                        told = pages.decoded(done.stdout) + done.stderr
                         assert not PIECE.search(told), (kind, line, PIECE.findall(told), told[:2000])
                         printed.append((line, done.returncode, done.stdout, done.stderr))
                         outputs += 1
                     left = set(os.listdir(folder)) - {"job.json", "other.json", "bad.json", "job.image", "cut.image"}
                     assert left == {"page.html"}, left
-                    page = readable(open(os.path.join(folder, "page.html"), "rb").read())
+                    page = pages.decoded(open(os.path.join(folder, "page.html"), "rb").read())
                     assert not PIECE.search(page), kind
                     shown = run("show job.json --annotate --show-secrets").stdout
                     assert PIECE.search(shown), kind
