@@ -2,7 +2,6 @@
 
 #include <gtest/gtest.h>
 
-#include <chrono>
 #include <memory>
 #include <vector>
 
@@ -253,10 +252,9 @@ TEST_F(List, IsWalkedToTheEnd) {
   EXPECT_EQ(nullptr, next());
 }
 
-// Quadratic cost would take minutes here.
+// Quadratic cost would take longer than a test may.
 TEST_F(List, TakesTimeInProportionToItsLength) {
   constexpr unsigned int kMany = 1000000;
-  const auto start = std::chrono::steady_clock::now();
   for (unsigned int i = 0; i < kMany; ++i) {
     auto* element = new RWCollectable;
     ASSERT_EQ(element, list_.insert(element));
@@ -264,7 +262,6 @@ TEST_F(List, TakesTimeInProportionToItsLength) {
   EXPECT_EQ(kMany, list_.entries());
   for (unsigned int i = 0; i < kMany; ++i) ASSERT_NE(nullptr, list_.at(i));
   list_.clearAndDestroy();
-  EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::seconds(20));
 }
 
 }  // namespace
