@@ -84,8 +84,7 @@ class Judge:
         if mutant.key() not in self.accepted and not in_hurry:
             if self.optimizer is None:
                 self.optimizer = Optimizer(self.folder / "optimized", self.part)
-            if self.optimizer.is_same_code(mutant):
-                return "same code", None
+            return self.optimizer.alone(mutant) or "survived", None
         return "survived", None
 
     def killer(self, mutant, statement):

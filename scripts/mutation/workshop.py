@@ -129,10 +129,10 @@ def tests_of(build_folder, part, random_count):
 
 
 class Optimizer:
-    """Tells whether an optimizing compiler makes the same of a source with and without a mutant."""
+    """Tells whether an optimizing compiler makes the same of a source with and without a mutant, or nothing."""
 
     def __init__(self, folder, part):
-        self.tree, self.folder = folder / "tree", folder
+        self.tree, self.folder, self.part = folder / "tree", folder, part
         folder.mkdir()
         shutil.copytree(ROOT, self.tree, ignore=without_builds, symlinks=True)
         configure(self.tree, folder / "build", part, ["-DCMAKE_CXX_FLAGS_DEBUG=-O2"])
@@ -146,24 +146,45 @@ class Optimizer:
                     break
         self.codes = {}  # of the sources without mutants
 
-    def code(self, path, text):
-        """What is made of a text in the place of a file: a message may hold the file's name."""
+    def code(self, unit, path, text):
+        """What is made of a source with a text in the place of a file: a message may hold the file's name."""
         path.write_text(text)
-        command, out = list(self.commands[str(path)]), self.folder / "code.o"
+        command, out = list(self.commands[str(unit)]), self.folder / "code.o"
         command[command.index("-o") + 1] = str(out)
         if run([word for word in command if word != "ccache"], self.folder / "build")[0] != 0:
             return None
         return out.read_bytes()
 
-    def is_same_code(self, mutant):
-        path = self.tree / mutant.path
-        if str(path) not in self.commands:
-            return False
-        if mutant.path not in self.codes:
-            self.codes[mutant.path] = self.code(path, mutant.text)
-        made = self.code(path, mutant.applied())
+    def unit_of(self, path):
+        """The source itself, or one that the header gets to; None when there is none."""
+        ways = [path]
+        for way in ways:
+            if str(self.tree / way) in self.commands:
+                return self.tree / way
+            by = [other for other in self.including(way) if other not in ways]
+            ways += sorted(by, key=lambda other: (str(self.tree / other) not in self.commands, other))
+        return None
+
+    def including(self, path):
+        line = f'#include "{path}"'
+        files = [file for folder in self.part.folders for file in sorted((self.tree / folder).rglob("*.*"))]
+        return [file.relative_to(self.tree) for file in files
+                if file.suffix in (".h", ".cpp") and line in file.read_text()]
+
+    def alone(self, mutant):
+        """"not built" or "same code" when the mutant alone is that; None otherwise. What only the compiler runs
+        does nothing in a program of many mutants."""
+        path, unit = self.tree / mutant.path, self.unit_of(mutant.path)
+        if unit is None:
+            return None
+        if unit not in self.codes:
+            self.codes[unit] = self.code(unit, path, mutant.text)
+        made = self.code(unit, path, mutant.applied())
         path.write_text(mutant.text)
-        return made is not None and made == self.codes[mutant.path]
+        if made is None:
+            return "not built"
+        # Other sources may make something else of a header.
+        return "same code" if unit == path and made == self.codes[unit] else None
 
 
 class Workshop:
@@ -232,7 +253,7 @@ class Workshop:
                     return "killed", test.name
             if self.optimizer is None:
                 self.optimizer = Optimizer(self.folder / "optimized", self.part)
-            return "same code" if self.optimizer.is_same_code(mutant) else "survived", None
+            return self.optimizer.alone(mutant) or "survived", None
         finally:
             path.write_text(mutant.text)
             os.utime(path, ns=(before.st_atime_ns, before.st_mtime_ns))
