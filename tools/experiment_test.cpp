@@ -493,11 +493,11 @@ class ToldBits {
     std::uint32_t rest = field_.number;
     std::vector<Experiment::Replacement> none;
     for (const Reason& reason : why.reasons) {
-      expectRight(reason);
+      expectRight(reason, othersOf(reason, why.reasons));
       rest &= ~reason.fieldBits;
       none.push_back({reason.given, nullptr});
     }
-    if (!none.empty()) rest &= ~lostWith(none);
+    if (!none.empty()) rest &= ~lostWith(none, {});
     std::ostringstream begin;
     begin << "default 0x" << std::hex << std::uppercase << rest << " of ";
     if (none.empty()) begin.str("default of ");
@@ -506,16 +506,32 @@ class ToldBits {
   }
 
  private:
-  std::uint32_t lostWith(const std::vector<Experiment::Replacement>& replaced) {
-    return field_.number & ~numberAt(experiment_.flattenWith(replaced, layout_), field_.path);
+  using Replacements = std::vector<Experiment::Replacement>;
+
+  // What several attributes set shows where the others are not given.
+  static Replacements othersOf(const Reason& reason, const std::vector<Reason>& all) {
+    Replacements others;
+    for (const Reason& other : all) {
+      const bool areShared = (other.fieldBits & reason.fieldBits) != 0;
+      if (other.given != reason.given && areShared) others.push_back({other.given, nullptr});
+    }
+    return others;
   }
 
-  void expectRight(const Reason& reason) {
+  std::uint32_t numberWith(const Replacements& replaced) {
+    return numberAt(experiment_.flattenWith(replaced, layout_), field_.path);
+  }
+  std::uint32_t lostWith(Replacements replaced, const Replacements& others) {
+    replaced.insert(replaced.end(), others.begin(), others.end());
+    return numberWith(others) & ~numberWith(replaced);
+  }
+
+  void expectRight(const Reason& reason, const Replacements& others) {
     const GivenAttribute& given = *reason.given;
     const Attribute& attribute = *given.attribute;
     if (attribute.shape != Shape::kNumber) {
       EXPECT_EQ(reason.attributeBits, 0u) << given.path;
-      EXPECT_EQ(reason.fieldBits, lostWith({{&given, nullptr}})) << given.path;
+      EXPECT_EQ(reason.fieldBits, lostWith({{&given, nullptr}}, others)) << given.path;
       return;
     }
     Problems problems;
@@ -524,7 +540,7 @@ class ToldBits {
     ASSERT_TRUE(Reader(document_, problems, kept)
                     .number(*given.value, attribute.least, attribute.most, attribute.words, value));
     const auto lostWithout = [&](std::int64_t bits) {
-      return lostWith({{&given, experiment_.number(value & ~bits)}});
+      return lostWith({{&given, experiment_.number(value & ~bits)}}, others);
     };
     if (reason.attributeBits != 0) {
       EXPECT_EQ(reason.attributeBits & (reason.attributeBits - 1), 0u) << given.path;

@@ -61,7 +61,16 @@ class Search {
         path_(std::move(path)),
         layout_(layout),
         written_(heldAt(experiment.asWritten(layout), path_)) {}
+  // In the job without some attributes.
+  Search(Experiment& experiment, std::string path, BkoqLayout layout,
+         const std::vector<const GivenAttribute*>& absent)
+      : Search(experiment, std::move(path), layout) {
+    if (absent.empty()) return;
+    written_ = without(absent);
+    absent_ = leftOut(absent);
+  }
 
+  // What the field holds, as the job is written.
   const Held& written() const { return written_; }
 
   std::vector<const GivenAttribute*> deciding(const std::vector<const GivenAttribute*>& all,
@@ -72,17 +81,20 @@ class Search {
     return found_;
   }
 
-  Held without(const std::vector<const GivenAttribute*>& group) {
+  Held without(const std::vector<const GivenAttribute*>& group) { return heldWith(leftOut(group)); }
+  Held with(const GivenAttribute& given, const Value* value) { return heldWith({{&given, value}}); }
+
+ private:
+  static std::vector<Experiment::Replacement> leftOut(
+      const std::vector<const GivenAttribute*>& group) {
     std::vector<Experiment::Replacement> replacements;
     for (const GivenAttribute* given : group) {
       if (!given->attribute->isRequired) replacements.push_back({given, nullptr});
     }
-    return heldWith(replacements);
+    return replacements;
   }
-  Held with(const GivenAttribute& given, const Value* value) { return heldWith({{&given, value}}); }
-
- private:
-  Held heldWith(const std::vector<Experiment::Replacement>& replacements) {
+  Held heldWith(std::vector<Experiment::Replacement> replacements) {
+    replacements.insert(replacements.end(), absent_.begin(), absent_.end());
     const OwnedTree tree = experiment_.flattenWith(replacements, layout_);
     // A job that cannot be read so tells nothing.
     return tree.root() == nullptr ? written_ : heldAt(tree, path_);
@@ -112,6 +124,7 @@ class Search {
   std::string path_;
   BkoqLayout layout_;
   Held written_;
+  std::vector<Experiment::Replacement> absent_;
   std::vector<const GivenAttribute*> found_;
   std::size_t most_ = SIZE_MAX;
 };
@@ -144,6 +157,17 @@ class Deciders {
   std::vector<const GivenAttribute*> of(const std::string& path, std::size_t most = SIZE_MAX) {
     if (!isKnown_) return Search(experiment_, path, layout_).deciding(plain_, most);
     return knownOf(path, false);
+  }
+
+  // Those that set some of the bits when no other attribute is given. Of a bit that several set
+  // none decides: leaving one out changes nothing.
+  std::vector<const GivenAttribute*> setting(const std::string& path, std::uint32_t bits) {
+    std::vector<const GivenAttribute*> found;
+    const auto bare = bareFlags().find(path);
+    // The bits of a record that only an attribute brings into being may well be defaults.
+    if (bare == bareFlags().end()) return found;
+    if (bits &= ~bare->second; bits != 0) addSetting(path, bits, 0, plain_.size(), found);
+    return found;
   }
 
   // The lists or the object that a count or a pointer comes from: its own, not those around them. A
@@ -196,6 +220,40 @@ class Deciders {
   }
 
  private:
+  // The flag words of the job without all that can be left out but lists and objects.
+  const std::unordered_map<std::string, std::uint32_t>& bareFlags() {
+    if (isBareKnown_) return bareFlags_;
+    isBareKnown_ = true;
+    const OwnedTree bare = treeOfOnly(0, 0);
+    if (bare.root() == nullptr) return bareFlags_;
+    walk(bare.root(), layout_, [this](const BkoqVisit& visit) {
+      const bool isFlags = visit.event == BKOQ_FIELD && visit.kind == BKOQ_FIELD_FLAGS;
+      if (isFlags) bareFlags_.emplace(visit.path, visit.number);
+      return 0;
+    });
+    return bareFlags_;
+  }
+  // With none of the plain attributes but those from `first` up to `end`.
+  OwnedTree treeOfOnly(std::size_t first, std::size_t end) {
+    std::vector<Experiment::Replacement> others;
+    for (std::size_t i = 0; i < plain_.size(); ++i) {
+      const bool isIn = i >= first && i < end;
+      if (!isIn && !plain_[i]->attribute->isRequired) others.push_back({plain_[i], nullptr});
+    }
+    return experiment_.flattenWith(others, layout_);
+  }
+  void addSetting(const std::string& path, std::uint32_t bits, std::size_t first, std::size_t end,
+                  std::vector<const GivenAttribute*>& found) {
+    if (first == end || (heldAt(treeOfOnly(first, end), path).number & bits) == 0) return;
+    if (end - first == 1) {
+      found.push_back(plain_[first]);
+      return;
+    }
+    const std::size_t middle = first + (end - first) / 2;
+    addSetting(path, bits, first, middle, found);
+    addSetting(path, bits, middle, end, found);
+  }
+
   bool isDecidedBy(const std::string& path, const GivenAttribute& given) {
     const std::vector<BkoqLayout> layouts = {layout_};
     const Decided decided = whatItDecides(experiment_, given, layouts);
@@ -255,6 +313,8 @@ class Deciders {
   Experiment& experiment_;
   BkoqLayout layout_;
   std::vector<const GivenAttribute*> plain_;
+  std::unordered_map<std::string, std::uint32_t> bareFlags_;
+  bool isBareKnown_ = false;
   std::vector<const GivenAttribute*> containers_;
   std::unordered_map<std::string, std::vector<const RecordField*>> siblings_;  // by their record
   std::unordered_map<std::string, const ObjectClass*> classes_;
@@ -498,6 +558,18 @@ FieldReason reasonOf(Experiment& experiment, Deciders& deciders, const RecordFie
                      BkoqLayout layout) {
   FieldReason why = {&field, {}, ""};
   std::vector<const GivenAttribute*> deciding = deciders.of(field.path);
+  std::uint32_t rest = 0;
+  std::vector<const GivenAttribute*> setting;
+  if (field.kind == BKOQ_FIELD_FLAGS && field.number != 0) {
+    rest = field.number;
+    if (!deciding.empty()) rest &= Search(experiment, field.path, layout).without(deciding).number;
+    if (rest != 0) setting = deciders.setting(field.path, rest);
+    for (const GivenAttribute* given : setting) {
+      const bool isNew = std::find(deciding.begin(), deciding.end(), given) == deciding.end();
+      if (isNew) deciding.push_back(given);
+    }
+    std::sort(deciding.begin(), deciding.end());  // as they are written
+  }
   if (deciding.empty()) {
     const bool isMade = field.kind == BKOQ_FIELD_COUNT || field.kind == BKOQ_FIELD_ARRAY ||
                         field.kind == BKOQ_FIELD_RECORD;
@@ -517,9 +589,18 @@ FieldReason reasonOf(Experiment& experiment, Deciders& deciders, const RecordFie
     for (const GivenAttribute* given : deciding) why.reasons.push_back({given, 0, 0});
     return why;
   }
-  Search search(experiment, field.path, layout);
-  std::uint32_t rest = field.number & search.without(deciding).number;
-  for (const GivenAttribute* given : deciding) addBits(experiment, search, *given, why.reasons);
+  for (const GivenAttribute* given : deciding) {
+    // What several set shows where the others are not given.
+    std::vector<const GivenAttribute*> others = setting;
+    const auto own = std::find(others.begin(), others.end(), given);
+    if (own == others.end()) {
+      others.clear();
+    } else {
+      others.erase(own);
+    }
+    Search search(experiment, field.path, layout, others);
+    addBits(experiment, search, *given, why.reasons);
+  }
   for (const Reason& reason : why.reasons) rest &= ~reason.fieldBits;
   if (rest != 0) {
     why.origin = "default " + hexadecimal(rest) + " of " + deciders.classBehind(field)->name;
