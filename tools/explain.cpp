@@ -4,6 +4,7 @@
 #include <cstdio>
 #include <cstdlib>
 #include <map>
+#include <optional>
 #include <string_view>
 #include <unordered_map>
 #include <unordered_set>
@@ -222,16 +223,16 @@ class Deciders {
  private:
   // The flag words of the job without all that can be left out but lists and objects.
   const std::unordered_map<std::string, std::uint32_t>& bareFlags() {
-    if (isBareKnown_) return bareFlags_;
-    isBareKnown_ = true;
+    if (bareFlags_) return *bareFlags_;
+    std::unordered_map<std::string, std::uint32_t>& flags = bareFlags_.emplace();
     const OwnedTree bare = treeOfOnly(0, 0);
-    if (bare.root() == nullptr) return bareFlags_;
-    walk(bare.root(), layout_, [this](const BkoqVisit& visit) {
+    if (bare.root() == nullptr) return flags;
+    walk(bare.root(), layout_, [&flags](const BkoqVisit& visit) {
       const bool isFlags = visit.event == BKOQ_FIELD && visit.kind == BKOQ_FIELD_FLAGS;
-      if (isFlags) bareFlags_.emplace(visit.path, visit.number);
+      if (isFlags) flags.emplace(visit.path, visit.number);
       return 0;
     });
-    return bareFlags_;
+    return flags;
   }
   // With none of the plain attributes but those from `first` up to `end`.
   OwnedTree treeOfOnly(std::size_t first, std::size_t end) {
@@ -313,8 +314,7 @@ class Deciders {
   Experiment& experiment_;
   BkoqLayout layout_;
   std::vector<const GivenAttribute*> plain_;
-  std::unordered_map<std::string, std::uint32_t> bareFlags_;
-  bool isBareKnown_ = false;
+  std::optional<std::unordered_map<std::string, std::uint32_t>> bareFlags_;
   std::vector<const GivenAttribute*> containers_;
   std::unordered_map<std::string, std::vector<const RecordField*>> siblings_;  // by their record
   std::unordered_map<std::string, const ObjectClass*> classes_;
