@@ -28,10 +28,11 @@ bool spell(std::istringstream& words, std::string& bytes) {
     std::string word;
     words >> word;
     std::size_t count = 1;
-    if (word.size() > 3 && word[2] == '*')
+    if (word.size() > 3 && word[2] == '*') {
       count = std::stoul(word.substr(3));
-    else if (word.size() != 2)
+    } else if (word.size() != 2) {
       return false;
+    }
     if (!std::isxdigit(static_cast<unsigned char>(word[0])) ||
         !std::isxdigit(static_cast<unsigned char>(word[1]))) {
       return false;

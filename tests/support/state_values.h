@@ -16,6 +16,7 @@ inline std::string kept(const RWCollectableString& text) { return text.data(); }
 
 // All variables of a layout, to be compared as a whole.
 struct StateValues {
+// NOLINTNEXTLINE(bugprone-macro-parentheses): what is declared takes none
 #define BKOQ_MEMBER(type, name, variable) decltype(kept(CurrentLayout::name())) name;
   BKOQ_STATE_VARIABLES(BKOQ_MEMBER)
 #undef BKOQ_MEMBER
