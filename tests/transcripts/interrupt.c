@@ -13,19 +13,21 @@
 #include <sys/types.h>
 #include <unistd.h>
 
-#define NEXT(name)               \
-  static __typeof__(&name) next; \
+#define NEXT(name)                 \
+  static __typeof__(&(name)) next; \
   if (next == NULL) *(void**)&next = dlsym(RTLD_NEXT, #name)
 
 static int count;
 
-int rename(const char* from, const char* to);
+static int numberIn(const char* variable) {
+  const char* text = getenv(variable);
+  return text == NULL ? 0 : atoi(text);
+}
 
 /* Whether the call fails. */
 static int isFailing(void) {
-  const char* at = getenv("INTERRUPT_AT");
-  const int by = atoi(getenv("INTERRUPT_BY"));
-  if (++count != atoi(at)) return 0;
+  const int by = numberIn("INTERRUPT_BY");
+  if (++count != numberIn("INTERRUPT_AT")) return 0;
   if (by > 0) raise(by);
   if (by == 0) {
     static int (*next)(const char*, const char*);
