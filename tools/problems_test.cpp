@@ -41,6 +41,7 @@ TEST(Messages, ShowEveryCharacterPlainly) {
     EXPECT_TRUE(isPlain(printable(bytes))) << what;
     EXPECT_TRUE(isPlain(printable(bytes + "\xC3\xA9"))) << what;
   }
+  // NOLINTNEXTLINE(misc-misleading-bidirectional): that is what it is about
   EXPECT_EQ(printable("a\x1b\n\xe2\x80\xae\xf3\xa0\x80\x81\xff\xc3\xa9"),
             "a\\u001B\\u000A\\u202E\\U000E0001\\xFF\xc3\xa9");
   // Four digits, and eight, whatever the first of them is.
@@ -60,6 +61,7 @@ TEST(Messages, ShortenTextsOfMoreThan80Bytes) {
 TEST(Messages, ShowTheNameOfTheirFilePlainly) {
   tool::Problem problem;
   problem.place = {3, 5};
+  // NOLINTNEXTLINE(misc-misleading-bidirectional): that is what it is about
   problem.path = "host\xe2\x80\xae";
   problem.message = "unknown \x1b[2J";
   EXPECT_EQ(tool::lineOf(problem, "a\rb\xff.json"),
