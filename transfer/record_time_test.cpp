@@ -44,7 +44,9 @@ class ZoneFile {
     std::string content = "TZif";
     content.append(16, '\0');
     // Six counts: of the types of time one, of the bytes of names four.
-    for (const char count : {0, 0, 0, 0, 1, 4}) content += std::string(3, '\0') + count;
+    for (const char count : {'\0', '\0', '\0', '\0', '\1', '\4'}) {
+      content += std::string(3, '\0') + count;
+    }
     content += {0, 0, static_cast<char>(offset >> 8), static_cast<char>(offset), 0, 0};
     content += std::string("ZON") + '\0';
     const std::string fresh = path_ + ".new";
